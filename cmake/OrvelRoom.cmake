@@ -1,0 +1,51 @@
+# One library a room. Every room compiles with the same warnings and sees src/ as its include root.
+include(cmake/StationConfiguration.cmake)
+
+function(orvel_warnings target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  if(ORVEL_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+endfunction()
+
+# orvel_room(<name> SOURCES <files...> [LINK <libraries...>] [PRIVATE_LINK <libraries...>])
+function(orvel_room name)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  add_library(${name} STATIC ${ROOM_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${ROOM_LINK} PRIVATE ${ROOM_PRIVATE_LINK})
+  orvel_warnings(${name})
+endfunction()
+
+# orvel_qml_room(<name> URI <uri> [SOURCES ...] [QML ...] [RESOURCES ...] [LINK ...] [PRIVATE_LINK ...]): a room
+# whose classes or layouts are visible to QML under <uri>. The shell calls qml_register_types_<uri>().
+function(orvel_qml_room name)
+  cmake_parse_arguments(ROOM "" "URI" "SOURCES;QML;RESOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  orvel_room(${name} SOURCES ${ROOM_SOURCES} LINK Qt6::Qml ${ROOM_LINK} PRIVATE_LINK ${ROOM_PRIVATE_LINK})
+  string(REPLACE "." "/" folder ${ROOM_URI})
+  set(cachegen NO_CACHEGEN)
+  if(ORVEL_QML_CACHEGEN)
+    set(cachegen "")
+  endif()
+  qt_add_qml_module(${name} URI ${ROOM_URI} VERSION 1.0 NO_PLUGIN ${cachegen}
+    RESOURCE_PREFIX /qt/qml OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${folder}
+    IMPORT_PATH ${PROJECT_BINARY_DIR}/qml
+    QML_FILES ${ROOM_QML} RESOURCES ${ROOM_RESOURCES})
+  # The generated registration includes a room's headers by their bare names.
+  target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+endfunction()
+
+# orvel_test(<name> SOURCES <files...> LINK <libraries...> [TIMEOUT <seconds>]): one GoogleTest program, one ctest case
+# for each of its tests.
+function(orvel_test name)
+  cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;LINK" ${ARGN})
+  add_executable(${name} ${TEST_SOURCES})
+  target_link_libraries(${name} PRIVATE ${TEST_LINK} orvel_test_support)
+  orvel_warnings(${name})
+  if(NOT TEST_TIMEOUT)
+    set(TEST_TIMEOUT 60)
+  endif()
+  include(GoogleTest)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TEST_TIMEOUT}
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;SDL_AUDIODRIVER=disk;SDL_DISKAUDIOFILE=/dev/null")
+endfunction()

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QSettings>
+#include <QString>
+#include <QVariant>
+
+namespace orvel {
+
+// The user's small persisted values, in an INI file of the user's configuration folder. A write replaces the file as a
+// whole, so a process killed in the middle loses nothing that was stored before. Main thread only.
+class UserDefaults
+{
+public:
+    // The application's own file, named after the organisation and the application.
+    static UserDefaults &standardUserDefaults();
+    explicit UserDefaults(const QString &path);
+
+    // An invalid variant when nothing is stored.
+    QVariant objectForKey(const QString &key) const;
+    void setObject(const QVariant &value, const QString &key);
+    bool boolForKey(const QString &key) const;
+    void removeObjectForKey(const QString &key);
+    // Writes through to disk. False, with a line in the log, when the file can't be written.
+    bool synchronise();
+
+private:
+    QSettings m_settings;
+};
+
+} // namespace orvel

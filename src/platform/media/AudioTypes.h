@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QtGlobal>
+#include <vector>
+
+namespace orvel {
+
+// Four-character codes name file types and formats, as in the Core Audio Format documents.
+constexpr quint32 fourCharacterCode(const char (&code)[5])
+{
+    return quint32(quint8(code[0])) << 24 | quint32(quint8(code[1])) << 16 | quint32(quint8(code[2])) << 8 |
+           quint32(quint8(code[3]));
+}
+
+enum class AudioFileType : quint32 {
+    none = 0,
+    kAudioFileMP3Type = fourCharacterCode("MPG3"),
+    kAudioFileAAC_ADTSType = fourCharacterCode("adts"),
+};
+
+enum class AudioFormat : quint32 {
+    none = 0,
+    mpegLayer3 = fourCharacterCode(".mp3"),
+    mpeg4Aac = fourCharacterCode("aac "),
+    mpeg4AacHe = fourCharacterCode("aach"),
+    mpeg4AacHeV2 = fourCharacterCode("aacp"),
+    linearPcm = fourCharacterCode("lpcm"),
+};
+
+// A stream's format. Zero means "varies" for the byte and frame counts a packet.
+struct AudioStreamBasicDescription
+{
+    double sampleRate = 0; // frames a second
+    AudioFormat format = AudioFormat::none;
+    quint32 bytesPerPacket = 0;
+    quint32 framesPerPacket = 0;
+    quint32 channelsPerFrame = 0;
+    quint32 bitsPerChannel = 0; // linear PCM only: 16 means signed, native endian
+
+    bool operator==(const AudioStreamBasicDescription &) const = default;
+};
+
+// Where one packet lies in a run of bytes.
+struct AudioStreamPacketDescription
+{
+    qint64 startOffset = 0;
+    quint32 variableFramesInPacket = 0;
+    quint32 dataByteSize = 0;
+};
+
+} // namespace orvel

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "platform/ui/View.h"
+
+#include <QAbstractListModel>
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace orvel {
+
+class TableView;
+
+struct IndexPath
+{
+    int section = 0;
+    int row = 0;
+    auto operator<=>(const IndexPath &) const = default;
+};
+
+// A row's cell: outlets of one row. It lives from the row's coming into view until a later turn of the event loop after
+// its leaving.
+class TableViewCell : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Cells are made by their table")
+public:
+    TableViewCell() = default;
+    // The cell's own baseline view and text, for plain cells.
+    virtual void setSelected(bool, bool /*animated*/) {}
+};
+
+class TableViewDataSource
+{
+public:
+    virtual ~TableViewDataSource() = default;
+    virtual int numberOfSectionsInTableView(TableView &) { return 1; }
+    virtual int numberOfRowsInSection(TableView &tableView, int section) = 0;
+    virtual std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath) = 0;
+};
+
+class TableViewDelegate
+{
+public:
+    virtual ~TableViewDelegate() = default;
+    virtual double heightForRowAtIndexPath(TableView &, IndexPath) { return 44; }
+    virtual double heightForHeaderInSection(TableView &, int /*section*/) { return 0; }
+    virtual double heightForFooterInSection(TableView &, int /*section*/) { return 0; }
+    // Null: no header view, whatever its height.
+    virtual QObject *viewForHeaderInSection(TableView &, int /*section*/) { return nullptr; }
+    virtual QObject *viewForFooterInSection(TableView &, int /*section*/) { return nullptr; }
+    virtual void didSelectRowAtIndexPath(TableView &, IndexPath) {}
+    virtual void scrollViewDidScroll(TableView &) {}
+};
+
+// A list of rows in sections with headers and footers that scroll along. All heights are asked for at a reload (and when
+// the width changes); a cell is asked for when its row comes into view, and again when it comes back. Main thread.
+class TableView : public orvel::View
+{
+    Q_OBJECT
+    QML_NAMED_ELEMENT(TableViewOutlet)
+    QML_UNCREATABLE("Outlets belong to their screen")
+    // The elements in view, in order from the top, with the roles "kind" ("header", "row" or "footer"), "cell" (the
+    // header's or footer's view, or the row's cell), "rowTop", "rowHeight", "section" and "row".
+    Q_PROPERTY(QAbstractItemModel *elements READ elements CONSTANT)
+    Q_PROPERTY(double contentHeight READ contentHeight NOTIFY contentHeightChanged)
+    // Points scrolled from the top. Written by the layout while the user scrolls, read by it after scrollToTop().
+    Q_PROPERTY(double contentOffset READ contentOffset WRITE setContentOffset NOTIFY contentOffsetChanged)
+public:
+    enum class RowAnimation { Fade = 0, None = 5 };
+    using CellMaker = std::function<std::shared_ptr<TableViewCell>()>;
+
+    TableView();
+    ~TableView() override;
+
+    // Neither is kept alive.
+    void setDataSource(std::weak_ptr<TableViewDataSource> dataSource);
+    void setDelegate(std::weak_ptr<TableViewDelegate> delegate);
+
+    void registerCell(const QString &identifier, CellMaker maker);
+    // A new cell of the kind registered; null for an unknown identifier.
+    std::shared_ptr<TableViewCell> dequeueReusableCellWithIdentifier(const QString &identifier) const;
+
+    void reloadData();
+    // Asks for the rows' cells again when they are in view, and only for these; their height stays.
+    void reloadRowsAtIndexPaths(const std::vector<IndexPath> &indexPaths, RowAnimation animation);
+    // The cell in view; null when the row is not.
+    std::shared_ptr<TableViewCell> cellForRowAtIndexPath(IndexPath indexPath) const;
+
+    double contentOffset() const { return m_contentOffset; }
+    // Clamped to nothing: a layout's overshoot is reported as it is.
+    void setContentOffset(double offset);
+    double contentHeight() const;
+    QAbstractItemModel *elements() const;
+
+    // Layouts call it when a row is tapped, clicked or chosen by keyboard.
+    Q_INVOKABLE void selectRow(int section, int row);
+
+Q_SIGNALS:
+    void contentHeightChanged();
+    void contentOffsetChanged();
+
+private:
+    class Elements;
+    double m_contentOffset = 0;
+    std::unique_ptr<Elements> m_elements;
+    std::weak_ptr<TableViewDataSource> m_dataSource;
+    std::weak_ptr<TableViewDelegate> m_delegate;
+    std::map<QString, CellMaker> m_makers;
+};
+
+} // namespace orvel

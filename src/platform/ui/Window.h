@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/ui/AlertView.h"
+#include "platform/ui/ProgressHud.h"
+#include "platform/ui/ViewController.h"
+
+#include <vector>
+
+namespace orvel {
+
+// What the application's only window shows, from back to front: the root screen, the screens presented over it, the alerts
+// and the progress overlay. There is one at a time; the shell draws it. Main thread.
+class Window : public QObject
+{
+    Q_OBJECT
+    QML_NAMED_ELEMENT(WindowOutlet)
+    QML_UNCREATABLE("The window is made by the application")
+    Q_PROPERTY(orvel::ViewController *rootViewController READ rootViewController NOTIFY rootViewControllerChanged)
+    Q_PROPERTY(orvel::ViewController *presentedViewController READ presentedViewController NOTIFY presentedViewControllerChanged)
+    Q_PROPERTY(orvel::AlertView *alert READ alert NOTIFY alertChanged)
+    Q_PROPERTY(orvel::ProgressHud *hud READ hud CONSTANT)
+public:
+    Window();
+    ~Window() override;
+    // The window that alerts and presented screens go to; null before there is one.
+    static Window *keyWindow();
+
+    void setRootViewController(std::shared_ptr<ViewController> controller);
+    // Becomes the key window and lets its root appear.
+    void makeKeyAndVisible();
+
+    ViewController *rootViewController() const { return m_root.get(); }
+    // The front one; null when there is none.
+    ViewController *presentedViewController() const { return m_presented.empty() ? nullptr : m_presented.back().get(); }
+    // The front one; null when there is none.
+    AlertView *alert() const { return m_alerts.empty() ? nullptr : m_alerts.back().get(); }
+    ProgressHud *hud() const { return &ProgressHud::shared(); }
+
+    void present(std::shared_ptr<ViewController> controller);
+    void dismissFrontViewController();
+    void addAlert(std::shared_ptr<AlertView> alert);
+    void removeAlert(const AlertView &alert);
+
+Q_SIGNALS:
+    void rootViewControllerChanged();
+    void presentedViewControllerChanged();
+    void alertChanged();
+    // A screen is no longer shown: the shell keeps it until its layout is gone.
+    void viewControllerReleased(std::shared_ptr<orvel::ViewController> controller);
+
+private:
+    ViewController *frontScreen() const;
+    std::shared_ptr<ViewController> m_root;
+    std::vector<std::shared_ptr<ViewController>> m_presented;
+    std::vector<std::shared_ptr<AlertView>> m_alerts;
+};
+
+} // namespace orvel

@@ -1,0 +1,32 @@
+#include "support/TestLoop.h"
+
+#include "platform/foundation/RunLoop.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+namespace orvel::test {
+
+bool waitUntil(const std::function<bool()> &condition, double seconds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (double(timer.elapsed()) > seconds * 1000)
+            return false;
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 5);
+    }
+    return true;
+}
+
+void letEventsRun()
+{
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+}
+
+TakenClock::TakenClock() { RunLoop::main().takeClock(); }
+TakenClock::~TakenClock() { RunLoop::main().returnClock(); }
+void TakenClock::turn(double seconds) { RunLoop::main().turn(seconds); }
+
+} // namespace orvel::test
