@@ -16,8 +16,8 @@ public:
     virtual void clickedButtonAtIndex(AlertView &alertView, int buttonIndex) = 0;
 };
 
-// A message over everything else that waits for one of its buttons. Alerts shown one after another stack: the newest is in
-// front. Main thread.
+// A message over everything else that waits for one of its buttons. Alerts shown one after another stack: the
+// newest is in front. Main thread.
 class AlertView : public QObject, public std::enable_shared_from_this<AlertView>
 {
     Q_OBJECT
@@ -28,7 +28,8 @@ class AlertView : public QObject, public std::enable_shared_from_this<AlertView>
     Q_PROPERTY(QStringList buttons MEMBER m_buttons CONSTANT)
 public:
     // Button 0 is the first of `buttons`, and what Escape and Back choose.
-    static std::shared_ptr<AlertView> show(const QString &title, const QString &message, const QStringList &buttons,
+    static std::shared_ptr<AlertView> show(const QString &title, const QString &message,
+                                           const QStringList &buttons,
                                            std::weak_ptr<AlertViewDelegate> delegate = {}, int tag = 0);
 
     const QString &title() const { return m_title; }
@@ -46,6 +47,7 @@ private:
     QStringList m_buttons;
     std::weak_ptr<AlertViewDelegate> m_delegate;
     int m_tag = 0;
+    bool m_clicked = false;
 };
 
 } // namespace orvel

@@ -22,7 +22,8 @@ public:
     void setImage(const QString &name, ControlState state);
     // What touch-up-inside calls; one action, the last one set.
     void setTarget(Action action) { m_action = std::move(action); }
-    // Layouts call it when the button is touched, clicked or chosen by keyboard. A disabled or hidden button does nothing.
+    // Layouts call it when the button is touched, clicked or chosen by keyboard. A disabled or hidden button
+    // does nothing.
     Q_INVOKABLE void touchUpInside();
 
     OUTLET_VALUE(bool, enabled, setEnabled) = true;

@@ -20,9 +20,10 @@ public:
     ImageView();
     ~ImageView() override;
 
-    // Loads the picture at `url` into the view and shows a circular progress indicator, centred at `indicatorCenter`,
-    // until it has arrived. A newer call replaces a load still under way; a failed load, also of a text that makes no
-    // URL, leaves the view as it was. Pictures are kept in a cache on disk as HTTP allows.
+    // Loads the picture at `url` into the view and shows a circular progress indicator, centred at
+    // `indicatorCenter`, until it has arrived. A newer call replaces a load still under way; a failed load,
+    // also of a text that makes no URL, leaves the view as it was. Pictures are kept in a cache on disk as
+    // HTTP allows.
     void setImageWithProgressIndicatorAndURL(const QString &url, QPointF indicatorCenter);
 
     OUTLET_VALUE(QImage, image, setImage);

@@ -12,7 +12,8 @@ class NavigationController : public orvel::ViewController
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Screens are made by name in C++")
-    Q_PROPERTY(orvel::ViewController *topViewController READ topViewController NOTIFY topViewControllerChanged)
+    Q_PROPERTY(
+        orvel::ViewController *topViewController READ topViewController NOTIFY topViewControllerChanged)
     Q_PROPERTY(bool navigationBarHidden READ isNavigationBarHidden NOTIFY navigationBarHiddenChanged)
 public:
     explicit NavigationController(std::shared_ptr<ViewController> root);

@@ -4,8 +4,8 @@
 
 namespace orvel {
 
-// A centre screen with a panel at its left that can be pushed open over it. The panel's screen is kept while it is closed;
-// opening or closing the panel does not make the centre disappear.
+// A centre screen with a panel at its left that can be pushed open over it. The panel's screen is kept while
+// it is closed; opening or closing the panel does not make the centre disappear.
 class RevealSideViewController : public orvel::ViewController
 {
     Q_OBJECT
@@ -30,7 +30,9 @@ public:
     bool isAnimated() const { return m_animated; }
     bool panOpens() const { return (m_panInteractionsWhenClosed & PanContent) != 0; }
 
-    // Makes `controller` the side's screen and loads it, without showing it.
+    // Makes `controller` the side's screen and loads it, without showing it. A screen of the same class that
+    // is there already stays, and `controller` is dropped: every screen preloads the menu, and the first menu
+    // is kept, also while one of its own rows makes a new screen.
     void preloadViewController(std::shared_ptr<ViewController> controller, Side side);
     // Brings the side's screen back into view; nothing happens when there is none.
     void pushOldViewControllerOnDirection(Side side, bool animated);

@@ -20,8 +20,9 @@ public:
     // Layouts call it when the search key or button is chosen.
     Q_INVOKABLE void searchButtonClicked()
     {
-        if (m_action)
-            m_action(*this);
+        // A copy: the action may end the screen that owns this bar.
+        if (const Action action = m_action)
+            action(*this);
     }
 
     OUTLET_VALUE(QString, text, setText);

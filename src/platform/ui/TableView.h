@@ -10,6 +10,9 @@
 
 namespace orvel {
 
+class TableElements;
+class TableGeometry;
+struct TablePlace;
 class TableView;
 
 struct IndexPath
@@ -19,8 +22,8 @@ struct IndexPath
     auto operator<=>(const IndexPath &) const = default;
 };
 
-// A row's cell: outlets of one row. It lives from the row's coming into view until a later turn of the event loop after
-// its leaving.
+// A row's cell: outlets of one row. It lives from the row's coming into view until a later turn of the event
+// loop after its leaving.
 class TableViewCell : public QObject
 {
     Q_OBJECT
@@ -28,7 +31,7 @@ class TableViewCell : public QObject
     QML_UNCREATABLE("Cells are made by their table")
 public:
     TableViewCell() = default;
-    // The cell's own baseline view and text, for plain cells.
+    // Told when the row is selected.
     virtual void setSelected(bool, bool /*animated*/) {}
 };
 
@@ -38,7 +41,8 @@ public:
     virtual ~TableViewDataSource() = default;
     virtual int numberOfSectionsInTableView(TableView &) { return 1; }
     virtual int numberOfRowsInSection(TableView &tableView, int section) = 0;
-    virtual std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath) = 0;
+    virtual std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView,
+                                                                 IndexPath indexPath) = 0;
 };
 
 class TableViewDelegate
@@ -48,25 +52,28 @@ public:
     virtual double heightForRowAtIndexPath(TableView &, IndexPath) { return 44; }
     virtual double heightForHeaderInSection(TableView &, int /*section*/) { return 0; }
     virtual double heightForFooterInSection(TableView &, int /*section*/) { return 0; }
-    // Null: no header view, whatever its height.
+    // Asked for when the header's or footer's place comes into view. Null: nothing is shown there, whatever
+    // its height.
     virtual QObject *viewForHeaderInSection(TableView &, int /*section*/) { return nullptr; }
     virtual QObject *viewForFooterInSection(TableView &, int /*section*/) { return nullptr; }
     virtual void didSelectRowAtIndexPath(TableView &, IndexPath) {}
     virtual void scrollViewDidScroll(TableView &) {}
 };
 
-// A list of rows in sections with headers and footers that scroll along. All heights are asked for at a reload (and when
-// the width changes); a cell is asked for when its row comes into view, and again when it comes back. Main thread.
+// A list of rows in sections with headers and footers that scroll along. All heights are asked for at a
+// reload (and when the width changes); a cell is asked for when its row comes into view, and again when it
+// comes back. Main thread.
 class TableView : public orvel::View
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(TableViewOutlet)
     QML_UNCREATABLE("Outlets belong to their screen")
-    // The elements in view, in order from the top, with the roles "kind" ("header", "row" or "footer"), "cell" (the
-    // header's or footer's view, or the row's cell), "rowTop", "rowHeight", "section" and "row".
+    // The elements in view, in order from the top, with the roles "kind" ("header", "row" or "footer"),
+    // "cell" (the header's or footer's view, or the row's cell), "rowTop", "rowHeight", "section" and "row".
     Q_PROPERTY(QAbstractItemModel *elements READ elements CONSTANT)
     Q_PROPERTY(double contentHeight READ contentHeight NOTIFY contentHeightChanged)
-    // Points scrolled from the top. Written by the layout while the user scrolls, read by it after scrollToTop().
+    // Points scrolled from the top. Written by the layout while the user scrolls, read by it when a screen
+    // has set it.
     Q_PROPERTY(double contentOffset READ contentOffset WRITE setContentOffset NOTIFY contentOffsetChanged)
 public:
     enum class RowAnimation { Fade = 0, None = 5 };
@@ -75,7 +82,7 @@ public:
     TableView();
     ~TableView() override;
 
-    // Neither is kept alive.
+    // Neither is kept alive. Counts and heights are asked for anew when the table next has a frame.
     void setDataSource(std::weak_ptr<TableViewDataSource> dataSource);
     void setDelegate(std::weak_ptr<TableViewDelegate> delegate);
 
@@ -103,9 +110,22 @@ Q_SIGNALS:
     void contentOffsetChanged();
 
 private:
-    class Elements;
+    // Runs `change`; on a later turn of the event loop when the table is just asking or changing its
+    // elements.
+    void change(const std::function<void()> &change);
+    void askCounts();
+    void askHeights();
+    // Makes the elements those that are in view. Those already shown stay, but for the places that `again`
+    // names.
+    void showElementsInView(const std::function<bool(const TablePlace &)> &again);
+    void frameHasChanged();
+
     double m_contentOffset = 0;
-    std::unique_ptr<Elements> m_elements;
+    double m_width = 0;
+    bool m_loaded = false;
+    bool m_changing = false;
+    std::unique_ptr<TableGeometry> m_geometry;
+    std::unique_ptr<TableElements> m_elements;
     std::weak_ptr<TableViewDataSource> m_dataSource;
     std::weak_ptr<TableViewDelegate> m_delegate;
     std::map<QString, CellMaker> m_makers;

@@ -6,22 +6,22 @@
 
 namespace orvel {
 
-// A value of an outlet: property, getter, setter that notifies on a change, signal and member. The setter does nothing
-// else. Use at the end of a class; it leaves the access at private.
-#define OUTLET_VALUE(Type, name, setName)                                                                              \
-    Q_PROPERTY(Type name READ name WRITE setName NOTIFY name##Changed)                                                 \
-public:                                                                                                                \
-    const Type &name() const { return m_##name; }                                                                      \
-    void setName(const Type &value)                                                                                    \
-    {                                                                                                                  \
-        if (m_##name == value)                                                                                         \
-            return;                                                                                                    \
-        m_##name = value;                                                                                              \
-        Q_EMIT name##Changed();                                                                                        \
-    }                                                                                                                  \
-    Q_SIGNAL void name##Changed();                                                                                     \
-                                                                                                                       \
-private:                                                                                                               \
+// A value of an outlet: property, getter, setter that notifies on a change, signal and member. The setter
+// does nothing else. Use at the end of a class; it leaves the access at private.
+#define OUTLET_VALUE(Type, name, setName)                                                                    \
+    Q_PROPERTY(Type name READ name WRITE setName NOTIFY name##Changed)                                       \
+public:                                                                                                      \
+    const Type &name() const { return m_##name; }                                                            \
+    void setName(const Type &value)                                                                          \
+    {                                                                                                        \
+        if (m_##name == value)                                                                               \
+            return;                                                                                          \
+        m_##name = value;                                                                                    \
+        Q_EMIT name##Changed();                                                                              \
+    }                                                                                                        \
+    Q_SIGNAL void name##Changed();                                                                           \
+                                                                                                             \
+private:                                                                                                     \
     Type m_##name
 
 // A passive place on a screen that a layout draws: setting a value notifies the layout and does nothing else.

@@ -3,12 +3,13 @@
 #include <QObject>
 #include <QQmlEngine>
 #include <QString>
+#include <functional>
 #include <memory>
 
 namespace orvel {
 
-// A screen: it decides, its layout draws. Screens are shared pointers without a parent; whoever shows one keeps it until
-// its layout is gone. Main thread.
+// A screen: it decides, its layout draws. Screens are shared pointers without a parent; whoever shows one
+// keeps it until its layout is gone. Main thread.
 class ViewController : public QObject, public std::enable_shared_from_this<ViewController>
 {
     Q_OBJECT
@@ -43,7 +44,10 @@ protected:
     void performAfterDelay(double seconds, std::function<void()> function);
     // The calling screen as a shared pointer of its own type.
     template<class Controller>
-    std::shared_ptr<Controller> shared(Controller *) { return std::static_pointer_cast<Controller>(shared_from_this()); }
+    std::shared_ptr<Controller> shared(Controller *)
+    {
+        return std::static_pointer_cast<Controller>(shared_from_this());
+    }
 
 private:
     bool m_loaded = false;

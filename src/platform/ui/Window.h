@@ -8,15 +8,17 @@
 
 namespace orvel {
 
-// What the application's only window shows, from back to front: the root screen, the screens presented over it, the alerts
-// and the progress overlay. There is one at a time; the shell draws it. Main thread.
+// What the application's only window shows, from back to front: the root screen, the screens presented over
+// it, the alerts and the progress overlay. There is one at a time; the shell draws it. Main thread.
 class Window : public QObject
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(WindowOutlet)
     QML_UNCREATABLE("The window is made by the application")
-    Q_PROPERTY(orvel::ViewController *rootViewController READ rootViewController NOTIFY rootViewControllerChanged)
-    Q_PROPERTY(orvel::ViewController *presentedViewController READ presentedViewController NOTIFY presentedViewControllerChanged)
+    Q_PROPERTY(
+        orvel::ViewController *rootViewController READ rootViewController NOTIFY rootViewControllerChanged)
+    Q_PROPERTY(orvel::ViewController *presentedViewController READ presentedViewController NOTIFY
+                   presentedViewControllerChanged)
     Q_PROPERTY(orvel::AlertView *alert READ alert NOTIFY alertChanged)
     Q_PROPERTY(orvel::ProgressHud *hud READ hud CONSTANT)
 public:
@@ -28,10 +30,15 @@ public:
     void setRootViewController(std::shared_ptr<ViewController> controller);
     // Becomes the key window and lets its root appear.
     void makeKeyAndVisible();
+    // Emits the key window's viewControllerReleased(): containers call it for every screen they let go.
+    static void release(const std::shared_ptr<ViewController> &controller);
 
     ViewController *rootViewController() const { return m_root.get(); }
     // The front one; null when there is none.
-    ViewController *presentedViewController() const { return m_presented.empty() ? nullptr : m_presented.back().get(); }
+    ViewController *presentedViewController() const
+    {
+        return m_presented.empty() ? nullptr : m_presented.back().get();
+    }
     // The front one; null when there is none.
     AlertView *alert() const { return m_alerts.empty() ? nullptr : m_alerts.back().get(); }
     ProgressHud *hud() const { return &ProgressHud::shared(); }
@@ -49,7 +56,9 @@ Q_SIGNALS:
     void viewControllerReleased(std::shared_ptr<orvel::ViewController> controller);
 
 private:
-    ViewController *frontScreen() const;
+    std::shared_ptr<ViewController> frontScreen() const;
+    void showFrontScreen();
+
     std::shared_ptr<ViewController> m_root;
     std::vector<std::shared_ptr<ViewController>> m_presented;
     std::vector<std::shared_ptr<AlertView>> m_alerts;

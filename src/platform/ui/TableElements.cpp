@@ -1,0 +1,111 @@
+#include "platform/ui/TableElements.h"
+
+#include "platform/foundation/MainQueue.h"
+
+#include <algorithm>
+
+namespace orvel {
+
+void TableElements::become(const std::vector<TableElement> &elements)
+{
+    int at = 0;
+    for (const TableElement &element : elements) {
+        while (at < rowCount() && m_elements[std::size_t(at)].place < element.place)
+            remove(at);
+        if (at == rowCount() || m_elements[std::size_t(at)].place != element.place) {
+            insert(at, element);
+        } else if (m_elements[std::size_t(at)].view->metaObject() != element.view->metaObject()) {
+            remove(at);
+            insert(at, element);
+        } else {
+            update(at, element);
+        }
+        ++at;
+    }
+    while (at < rowCount())
+        remove(at);
+    if (!m_leaving.empty())
+        MainQueue::async([leaving = std::exchange(m_leaving, {})] {});
+}
+
+const TableElement *TableElements::find(const TablePlace &place) const
+{
+    const auto found = std::ranges::lower_bound(m_elements, place, {}, &TableElement::place);
+    return found != m_elements.end() && found->place == place ? &*found : nullptr;
+}
+
+int TableElements::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_elements.size());
+}
+
+QVariant TableElements::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const TableElement &element = m_elements[std::size_t(index.row())];
+    switch (role) {
+    case KindRole:
+        switch (element.place.kind) {
+        case TableElementKind::Header:
+            return QStringLiteral("header");
+        case TableElementKind::Row:
+            return QStringLiteral("row");
+        case TableElementKind::Footer:
+            return QStringLiteral("footer");
+        }
+        return {};
+    case CellRole:
+        return QVariant::fromValue(element.view);
+    case RowTopRole:
+        return element.top;
+    case RowHeightRole:
+        return element.height;
+    case SectionRole:
+        return element.place.section;
+    case RowRole:
+        return element.place.row;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> TableElements::roleNames() const
+{
+    return {{KindRole, "kind"},           {CellRole, "cell"},       {RowTopRole, "rowTop"},
+            {RowHeightRole, "rowHeight"}, {SectionRole, "section"}, {RowRole, "row"}};
+}
+
+void TableElements::insert(int at, const TableElement &element)
+{
+    beginInsertRows({}, at, at);
+    m_elements.insert(m_elements.begin() + at, element);
+    endInsertRows();
+}
+
+void TableElements::remove(int at)
+{
+    m_leaving.push_back(m_elements[std::size_t(at)].cell);
+    beginRemoveRows({}, at, at);
+    m_elements.erase(m_elements.begin() + at);
+    endRemoveRows();
+}
+
+void TableElements::update(int at, const TableElement &element)
+{
+    TableElement &shown = m_elements[std::size_t(at)];
+    QList<int> roles;
+    if (shown.view != element.view) {
+        m_leaving.push_back(shown.cell);
+        roles << CellRole;
+    }
+    if (shown.top != element.top)
+        roles << RowTopRole;
+    if (shown.height != element.height)
+        roles << RowHeightRole;
+    shown = element;
+    if (!roles.isEmpty())
+        Q_EMIT dataChanged(index(at), index(at), roles);
+}
+
+} // namespace orvel
