@@ -15,12 +15,14 @@ class AudioFileStream;
 
 enum class AudioFileStreamProperty { FormatList, ReadyToProducePackets };
 
-// Called from inside parseBytes, on the thread that pushes the bytes. The stream must not be destroyed meanwhile.
+// Called from inside parseBytes, on the thread that pushes the bytes. The stream must not be destroyed
+// meanwhile.
 class AudioFileStreamClient
 {
 public:
     virtual ~AudioFileStreamClient() = default;
-    // FormatList, when there is one (HE-AAC), comes before ReadyToProducePackets, which comes once, before any packet.
+    // FormatList, when there is one (HE-AAC), comes before ReadyToProducePackets, which comes once, before
+    // any packet.
     virtual void handlePropertyChange(AudioFileStream &stream, AudioFileStreamProperty property) = 0;
     // `descriptions` is empty when every packet has the same size (constant bit rate).
     virtual void handlePacket(AudioFileStream &stream, quint32 numberOfPackets, QByteArrayView inputData,
@@ -47,9 +49,11 @@ public:
 using AudioFileStreamOpener =
     std::function<std::unique_ptr<AudioFileStream>(AudioFileStreamClient &client, AudioFileType hint)>;
 
-// MP3 (ISO/IEC 11172-3, 13818-3) and AAC in ADTS (ISO/IEC 13818-7, 14496-3). Without a hint the frames are found by their
-// sync word. ID3 tags, garbage and lone false sync words are skipped: only whole frames that the next one confirms are
-// handed on.
+// MPEG 1, 2 and 2.5 layer III (ISO/IEC 11172-3, 13818-3) and AAC in ADTS (ISO/IEC 13818-7, 14496-3). The
+// frames are found by their sync words, which can't be mistaken for each other, so a server's wrong content
+// type does no harm. ID3 tags and garbage are skipped: the first frame, and the first one after garbage, is
+// handed on when the next header confirms it, the others as soon as they are whole. An AAC packet is a whole
+// ADTS frame with its header, so there is no magic cookie.
 std::unique_ptr<AudioFileStream> openAudioFileStream(AudioFileStreamClient &client, AudioFileType hint);
 
 } // namespace orvel

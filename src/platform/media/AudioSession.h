@@ -2,7 +2,8 @@
 
 namespace orvel {
 
-// What the application tells the system about its sound. Desktops have no such thing; phones' ports do their part here.
+// What the application tells the system about its sound. Desktops have no such thing; phones' ports do their
+// part here.
 class AudioSession
 {
 public:

@@ -44,7 +44,7 @@ struct AudioStreamBasicDescription
 struct AudioStreamPacketDescription
 {
     qint64 startOffset = 0;
-    quint32 variableFramesInPacket = 0;
+    quint32 variableFramesInPacket = 0; // 0: as many as the stream's format says
     quint32 dataByteSize = 0;
 };
 

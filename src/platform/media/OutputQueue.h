@@ -19,8 +19,8 @@ struct OutputBuffer
     quint32 byteSize = 0;
 };
 
-// Plays buffers of packets in the order in which they are enqueued. Every operation may be called from any thread,
-// also from inside the queue's own callback; none waits for the device.
+// Plays buffers of packets in the order in which they are enqueued. Every operation may be called from any
+// thread, also from inside the queue's own callback; none waits for the device.
 class OutputQueue
 {
 public:
@@ -33,13 +33,17 @@ public:
 
     // A buffer lives as long as the queue's core; nothing when there is no memory for it.
     virtual OutputBuffer *allocateBuffer(quint32 bytes) = 0;
-    // `descriptions` is empty for a constant bit rate. False when the queue was disposed of or the data is no whole number of packets.
-    virtual bool enqueueBuffer(OutputBuffer &buffer, std::span<const AudioStreamPacketDescription> descriptions) = 0;
-    // Starts, or goes on after pause(). False when no device could be made ready; opening it happens on the queue's thread.
+    // `descriptions` is empty for a constant bit rate. False when the queue was disposed of or the data is no
+    // whole number of packets.
+    virtual bool enqueueBuffer(OutputBuffer &buffer,
+                               std::span<const AudioStreamPacketDescription> descriptions) = 0;
+    // Starts, or goes on after pause(). False when no device could be made ready; opening it happens on the
+    // queue's thread.
     virtual bool start() = 0;
     // Keeps what is queued.
     virtual void pause() = 0;
-    // At once (what is queued is dropped, its buffers are handed back), or after what is queued has been played.
+    // At once (what is queued is dropped, its buffers are handed back), or after what is queued has been
+    // played.
     virtual void stop(bool immediate) = 0;
     // Decodes what the decoder still holds back, without stopping.
     virtual void flush() = 0;
@@ -55,10 +59,10 @@ public:
 
 // Gives nothing when no queue can be made for the format (no decoder, no sense).
 using OutputQueueMaker = std::function<std::shared_ptr<OutputQueue>(const AudioStreamBasicDescription &format,
-                                                                     OutputQueue::BufferCallback callback)>;
+                                                                    OutputQueue::BufferCallback callback)>;
 
-// Decodes MP3, AAC and 16-bit PCM and plays on the system's sound device, or on a silent one on the steady clock when
-// there is none; posts `noSoundDeviceNotification` on the main queue the first time that happens.
+// Decodes MP3, AAC and 16-bit PCM and plays on the system's sound device, or on a silent one on the steady
+// clock when there is none; posts `noSoundDeviceNotification` on the main queue the first time that happens.
 std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &format,
                                             OutputQueue::BufferCallback callback);
 inline const QString noSoundDeviceNotification = QStringLiteral("NoSoundDevice");
