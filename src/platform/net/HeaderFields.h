@@ -7,8 +7,8 @@
 
 namespace orvel {
 
-// The header fields of a request or an answer, in order of arrival. Names are compared ignoring case (RFC 9110); a later
-// field of the same name replaces an earlier one in its place.
+// The header fields of a request or an answer, in order of arrival. Names are compared ignoring case (RFC
+// 9110); a later field of the same name replaces an earlier one in its place.
 class HeaderFields
 {
 public:

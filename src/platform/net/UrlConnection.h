@@ -9,23 +9,25 @@ namespace orvel {
 
 class UrlConnection;
 
-// Receives one transfer: the response, then chunks, then the end or a failure. All on the thread that started the
-// connection, from its event loop, never from inside start() or cancel(). A callback may cancel or drop the connection.
+// Receives one transfer: the response, then chunks, then the end or a failure. All on the thread that started
+// the connection, from its event loop, never from inside start() or cancel(). A callback may cancel or drop
+// the connection.
 class UrlConnectionDelegate
 {
 public:
     virtual ~UrlConnectionDelegate() = default;
     // Once, before the first chunk and also before the end of an answer without a body.
     virtual void didReceiveResponse(UrlConnection &connection, const UrlResponse &response) = 0;
-    // The bytes are valid during the call only. The first chunk holds at least 16 bytes, unless the body is shorter.
+    // The bytes are valid during the call only. The first chunk holds at least 16 bytes, unless the body is
+    // shorter.
     virtual void didReceiveData(UrlConnection &connection, QByteArrayView data) = 0;
     virtual void didFailWithError(UrlConnection &connection, const NetError &error) = 0;
     virtual void connectionDidFinishLoading(UrlConnection &connection) = 0;
 };
 
-// An asynchronous GET over http or https, also after redirects (at most 20), with gzip undone and nothing cached. The
-// answer "ICY 200 OK" of old streaming servers arrives as a body from its first byte. The connection keeps itself and its
-// delegate alive until it has ended or was cancelled.
+// An asynchronous GET over http or https, also after redirects (at most 20), with gzip undone and nothing
+// cached. The answer "ICY 200 OK" of old streaming servers arrives as a body from its first byte. The
+// connection keeps itself and its delegate alive until it has ended or was cancelled.
 class UrlConnection : public std::enable_shared_from_this<UrlConnection>
 {
 public:
@@ -34,15 +36,20 @@ public:
                                                 std::shared_ptr<UrlConnectionDelegate> delegate);
     virtual ~UrlConnection() = default;
 
-    // Nothing is delivered after it. Safe anywhere on the connection's thread, also twice and inside a callback.
+    // Nothing is delivered after it. Safe anywhere on the connection's thread, also twice and inside a
+    // callback.
     virtual void cancel() = 0;
-    // Stops reading from the server, the idle time-out suspended, until resume(). At most one chunk already read may
-    // still come (it is kept and delivered after resume()).
+    // Stops reading from the server, the idle time-out suspended, until resume(). At most one chunk already
+    // read may still come (it is kept and delivered after resume()).
     virtual void suspend() = 0;
     virtual void resume() = 0;
 
 protected:
     UrlConnection() = default;
 };
+
+// Cancels every connection of the calling thread and closes what is kept open for later ones; for the
+// thread's end.
+void closeConnections();
 
 } // namespace orvel

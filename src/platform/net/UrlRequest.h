@@ -23,7 +23,16 @@ struct UrlResponse
 // Why a transfer failed: a stable code for programs, a sentence for people.
 struct NetError
 {
-    enum class Code { Cancelled, TimedOut, CannotFindHost, CannotConnect, ConnectionLost, UnsupportedUrl, TooManyRedirects, Other };
+    enum class Code {
+        Cancelled,
+        TimedOut,
+        CannotFindHost,
+        CannotConnect,
+        ConnectionLost,
+        UnsupportedUrl,
+        TooManyRedirects,
+        Other
+    };
     Code code = Code::Other;
     QString localizedDescription;
 };

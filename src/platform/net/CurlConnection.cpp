@@ -1,0 +1,209 @@
+#include "platform/net/CurlConnection.h"
+
+#include "platform/net/CurlSetup.h"
+#include "platform/net/NetErrors.h"
+
+namespace orvel {
+
+namespace {
+
+// Enough to tell a bare ICY answer's status line, wherever the network split it.
+constexpr std::size_t firstChunkSize = 16;
+// Reading pauses when this much waits to be delivered (compressed bodies grow a thousandfold).
+constexpr std::size_t mostArrived = 1024 * 1024;
+
+} // namespace
+
+std::shared_ptr<UrlConnection> UrlConnection::start(const UrlRequest &request,
+                                                    std::shared_ptr<UrlConnectionDelegate> delegate)
+{
+    return CurlConnection::start({.request = request}, std::move(delegate));
+}
+
+void closeConnections() { CurlLoop::close(); }
+
+std::shared_ptr<CurlConnection> CurlConnection::start(CurlDemand demand,
+                                                      std::shared_ptr<UrlConnectionDelegate> delegate)
+{
+    const auto connection = std::make_shared<CurlConnection>(std::move(demand), std::move(delegate));
+    connection->configure();
+    if (connection->m_loop->add(connection) != CURLM_OK) {
+        connection->ended(CURLE_FAILED_INIT);
+        connection->m_loop->deliverLater(connection);
+    }
+    return connection;
+}
+
+CurlConnection::CurlConnection(CurlDemand demand, std::shared_ptr<UrlConnectionDelegate> delegate)
+    : m_demand(std::move(demand))
+    , m_url(m_demand.request.url.encoded())
+    , m_delegate(std::move(delegate))
+    , m_loop(CurlLoop::current())
+    , m_easy(curl_easy_init())
+{
+}
+
+std::shared_ptr<CurlConnection> CurlConnection::self()
+{
+    return std::static_pointer_cast<CurlConnection>(shared_from_this());
+}
+
+void CurlConnection::configure()
+{
+    CURL *const easy = m_easy.get();
+    m_headers = setUp(easy, m_demand, m_url);
+    curl_easy_setopt(easy, CURLOPT_PRIVATE, static_cast<CurlTransfer *>(this));
+    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &CurlConnection::onHeader);
+    curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
+    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &CurlConnection::onBody);
+    curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
+    m_lastActivity = RunLoop::current().now();
+    armIdleTimer(m_demand.request.idleTimeout);
+}
+
+std::size_t CurlConnection::onHeader(char *bytes, std::size_t, std::size_t count, void *connection)
+{
+    auto &it = *static_cast<CurlConnection *>(connection);
+    if (!it.m_head.addLine({bytes, static_cast<qsizetype>(count)}))
+        return 0;
+    it.m_lastActivity = RunLoop::current().now();
+    if (it.m_head.isFinal() && !it.m_headDelivered)
+        it.m_loop->markReady(it.self());
+    return count;
+}
+
+std::size_t CurlConnection::onBody(char *bytes, std::size_t, std::size_t count, void *connection)
+{
+    auto &it = *static_cast<CurlConnection *>(connection);
+    if (it.m_suspended || it.m_arrived.size() >= mostArrived) {
+        it.m_readingPaused = true;
+        return CURL_WRITEFUNC_PAUSE;
+    }
+    it.m_head.bodyBegins();
+    it.m_arrived.insert(it.m_arrived.end(), bytes, bytes + count);
+    it.m_lastActivity = RunLoop::current().now();
+    it.m_loop->markReady(it.self());
+    return count;
+}
+
+void CurlConnection::ended(CURLcode result)
+{
+    RunLoop::current().cancel(m_idleTimer);
+    if (result == CURLE_OK)
+        m_head.bodyBegins();
+    m_end = End{result == CURLE_OK ? std::nullopt : std::optional(netError(result))};
+}
+
+void CurlConnection::deliver()
+{
+    if (m_delivering)
+        return;
+    const auto alive = self();
+    m_delivering = true;
+    while (m_delegate && !m_suspended && deliverNext()) {
+    }
+    m_delivering = false;
+}
+
+bool CurlConnection::deliverNext()
+{
+    const std::shared_ptr<UrlConnectionDelegate> delegate = m_delegate;
+    if (m_head.isFinal() && !m_headDelivered) {
+        m_headDelivered = true;
+        delegate->didReceiveResponse(*this, m_head.response());
+        return true;
+    }
+    if (!m_arrived.empty() && (m_dataDelivered || m_arrived.size() >= firstChunkSize || m_end)) {
+        m_dataDelivered = true;
+        m_arrived.swap(m_delivered);
+        delegate->didReceiveData(*this, {m_delivered.data(), static_cast<qsizetype>(m_delivered.size())});
+        m_delivered.clear();
+        if (!m_suspended)
+            continueReading();
+        return true;
+    }
+    if (m_end) {
+        const End end = *m_end;
+        letGo();
+        if (end.error)
+            delegate->didFailWithError(*this, *end.error);
+        else
+            delegate->connectionDidFinishLoading(*this);
+    }
+    return false;
+}
+
+void CurlConnection::cancel()
+{
+    if (m_loop)
+        letGo();
+}
+
+void CurlConnection::suspend()
+{
+    // curl is told by the next write.
+    m_suspended = true;
+    RunLoop::current().cancel(m_idleTimer);
+}
+
+void CurlConnection::resume()
+{
+    if (!m_loop || !m_suspended)
+        return;
+    m_suspended = false;
+    m_lastActivity = RunLoop::current().now();
+    if (!m_end)
+        armIdleTimer(m_demand.request.idleTimeout);
+    continueReading();
+    m_loop->deliverLater(self());
+}
+
+void CurlConnection::continueReading()
+{
+    if (!m_readingPaused || !m_loop || m_end)
+        return;
+    m_readingPaused = false;
+    const CURLcode result = curl_easy_pause(m_easy.get(), CURLPAUSE_CONT); // may write
+    if (result != CURLE_OK) {
+        m_loop->stop(*this);
+        ended(result);
+    }
+}
+
+void CurlConnection::armIdleTimer(double seconds)
+{
+    if (m_demand.request.idleTimeout > 0)
+        m_idleTimer = RunLoop::current().after(
+            seconds, [this] { checkIdle(); }, RunLoop::Lane::Service);
+}
+
+void CurlConnection::checkIdle()
+{
+    const double now = RunLoop::current().now();
+    if (m_delivering)
+        m_lastActivity = now; // it is the delegate that takes its time
+    const double left = m_lastActivity + m_demand.request.idleTimeout - now;
+    constexpr double rounding = 1e-6;
+    if (left > rounding) {
+        armIdleTimer(left);
+        return;
+    }
+    m_loop->stop(*this);
+    m_end = End{netError(NetError::Code::TimedOut)};
+    deliver();
+}
+
+void CurlConnection::letGo()
+{
+    const auto alive = self();
+    const std::shared_ptr<UrlConnectionDelegate> delegate =
+        std::move(m_delegate); // its end may come back here
+    RunLoop::current().cancel(m_idleTimer);
+    const std::shared_ptr<CurlLoop> loop = std::move(m_loop);
+    loop->remove(*this);
+    m_easy.reset();
+    m_headers.reset();
+    m_end.reset();
+}
+
+} // namespace orvel

@@ -1,0 +1,168 @@
+#include "platform/net/CurlLoop.h"
+
+#include "platform/foundation/RunLoop.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace orvel {
+
+namespace {
+
+std::shared_ptr<CurlLoop> &threadsLoop()
+{
+    thread_local std::shared_ptr<CurlLoop> loop;
+    return loop;
+}
+
+} // namespace
+
+std::shared_ptr<CurlLoop> CurlLoop::current()
+{
+    RunLoop::current(); // made first, so that it outlives the transfers' timers
+    std::shared_ptr<CurlLoop> &loop = threadsLoop();
+    if (!loop)
+        loop = std::make_shared<CurlLoop>();
+    return loop;
+}
+
+void CurlLoop::close()
+{
+    const std::shared_ptr<CurlLoop> loop = std::move(threadsLoop());
+    if (!loop)
+        return;
+    while (!loop->m_transfers.empty()) {
+        const std::shared_ptr<CurlTransfer> transfer = loop->m_transfers.begin()->second;
+        transfer->cancel();
+    }
+}
+
+CurlLoop::CurlLoop()
+{
+    static const CURLcode global = curl_global_init(CURL_GLOBAL_DEFAULT);
+    m_multi.reset(curl_multi_init());
+    if (global != CURLE_OK || !m_multi)
+        qFatal("libcurl can't be initialised");
+    curl_multi_setopt(m_multi.get(), CURLMOPT_SOCKETFUNCTION, &CurlLoop::onSocket);
+    curl_multi_setopt(m_multi.get(), CURLMOPT_SOCKETDATA, this);
+    curl_multi_setopt(m_multi.get(), CURLMOPT_TIMERFUNCTION, &CurlLoop::onTimer);
+    curl_multi_setopt(m_multi.get(), CURLMOPT_TIMERDATA, this);
+    m_timer.setSingleShot(true);
+    QObject::connect(&m_timer, &QTimer::timeout, &m_notifiers, [this] { act(CURL_SOCKET_TIMEOUT, 0); });
+    m_deliveryTimer.setSingleShot(true);
+    QObject::connect(&m_deliveryTimer, &QTimer::timeout, &m_notifiers, [this] { deliverReady(); });
+}
+
+CURLMcode CurlLoop::add(const std::shared_ptr<CurlTransfer> &transfer)
+{
+    m_transfers.emplace(transfer.get(), transfer);
+    return curl_multi_add_handle(m_multi.get(), transfer->handle());
+}
+
+void CurlLoop::remove(CurlTransfer &transfer)
+{
+    stop(transfer);
+    const auto last = m_transfers.extract(&transfer);
+}
+
+void CurlLoop::stop(const CurlTransfer &transfer)
+{
+    curl_multi_remove_handle(m_multi.get(), transfer.handle());
+}
+
+void CurlLoop::markReady(const std::shared_ptr<CurlTransfer> &transfer)
+{
+    if (std::find(m_ready.begin(), m_ready.end(), transfer) == m_ready.end())
+        m_ready.push_back(transfer);
+}
+
+void CurlLoop::deliverLater(const std::shared_ptr<CurlTransfer> &transfer)
+{
+    markReady(transfer);
+    m_deliveryTimer.start(0);
+}
+
+int CurlLoop::onSocket(CURL *, curl_socket_t socket, int what, void *loop, void *)
+{
+    static_cast<CurlLoop *>(loop)->watch(socket, what);
+    return 0;
+}
+
+int CurlLoop::onTimer(CURLM *, long milliseconds, void *loop)
+{
+    QTimer &timer = static_cast<CurlLoop *>(loop)->m_timer;
+    if (milliseconds < 0)
+        timer.stop();
+    else
+        timer.start(static_cast<int>(std::min<long>(milliseconds, std::numeric_limits<int>::max())));
+    return 0;
+}
+
+void CurlLoop::watch(curl_socket_t socket, int what)
+{
+    if (what == CURL_POLL_REMOVE) {
+        const auto gone = m_watches.extract(socket);
+        if (gone.empty())
+            return;
+        // One of them may be what called us.
+        for (QSocketNotifier *notifier : {gone.mapped().read, gone.mapped().write}) {
+            notifier->setEnabled(false);
+            notifier->deleteLater();
+        }
+        return;
+    }
+    auto known = m_watches.find(socket);
+    if (known == m_watches.end()) {
+        const Watch made{makeNotifier(socket, QSocketNotifier::Read, CURL_CSELECT_IN),
+                         makeNotifier(socket, QSocketNotifier::Write, CURL_CSELECT_OUT)};
+        known = m_watches.emplace(socket, made).first;
+    }
+    known->second.read->setEnabled((what & CURL_POLL_IN) != 0);
+    known->second.write->setEnabled((what & CURL_POLL_OUT) != 0);
+}
+
+QSocketNotifier *CurlLoop::makeNotifier(curl_socket_t socket, QSocketNotifier::Type type, int event)
+{
+    auto *notifier = new QSocketNotifier(type, &m_notifiers);
+    notifier->setSocket(socket);
+    QObject::connect(notifier, &QSocketNotifier::activated, &m_notifiers,
+                     [this, socket, event] { act(socket, event); });
+    return notifier;
+}
+
+void CurlLoop::act(curl_socket_t socket, int events)
+{
+    const auto self = shared_from_this();
+    int running = 0;
+    curl_multi_socket_action(m_multi.get(), socket, events, &running);
+    collectEnds();
+    deliverReady();
+}
+
+void CurlLoop::collectEnds()
+{
+    int left = 0;
+    while (const CURLMsg *message = curl_multi_info_read(m_multi.get(), &left)) {
+        if (message->msg != CURLMSG_DONE)
+            continue;
+        char *owner = nullptr;
+        curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &owner);
+        const CURLcode result = message->data.result; // the message goes with the handle
+        const auto transfer = m_transfers.find(reinterpret_cast<CurlTransfer *>(owner));
+        if (transfer == m_transfers.end())
+            continue;
+        stop(*transfer->second);
+        transfer->second->ended(result);
+        markReady(transfer->second);
+    }
+}
+
+void CurlLoop::deliverReady()
+{
+    const auto self = shared_from_this();
+    const auto ready = std::exchange(m_ready, {});
+    for (const std::shared_ptr<CurlTransfer> &transfer : ready)
+        transfer->deliver();
+}
+
+} // namespace orvel
