@@ -19,9 +19,9 @@ public:
     virtual void requestFailed(HttpRequest &request) = 0;
 };
 
-// One request that its caller waits for, while the event loop goes on beneath it: pictures, the progress overlay and live
-// sound keep flowing, the user's input is swallowed, and screens' delayed performs wait (see RunLoop and InputGate). Main
-// thread, and only from inside a screen's delayed perform.
+// One request that its caller waits for, while the event loop goes on beneath it: pictures, the progress
+// overlay and live sound keep flowing, the user's input is swallowed, and screens' delayed performs wait (see
+// RunLoop and InputGate). Main thread, and only from inside a screen's delayed perform.
 class HttpRequest : public std::enable_shared_from_this<HttpRequest>
 {
 public:
@@ -39,11 +39,12 @@ public:
     // Kept alive until it has been called.
     void setDelegate(std::shared_ptr<HttpRequestDelegate> delegate);
 
-    // Returns after the delegate was called, or without calling it when the application quits meanwhile. An answer of any
-    // HTTP status finishes; one of over 16 MiB fails.
+    // Returns after the delegate was called, or without calling it when the application quits meanwhile. An
+    // answer of any HTTP status finishes; one of over 16 MiB fails.
     void startSynchronous();
 
-    // The body as text: the charset the answer names (UTF-8 when it names none). A null text when it does not decode.
+    // The body as text: the charset the answer names (UTF-8 when it names none). A null text when it does not
+    // decode.
     QString responseString() const;
     const UrlResponse &response() const;
     const QByteArray &responseData() const;

@@ -6,13 +6,15 @@
 
 namespace orvel {
 
-// Tells how the internet is reached now, and posts a notification on the default centre when that changes. Main thread.
+// Tells how the internet is reached now, and posts a notification on the default centre when that changes.
+// Main thread.
 class Reachability
 {
 public:
     enum class Status { NotReachable = 0, WiFi = 1, Cellular = 2 };
     // Posted with no object after a change, only between startNotifier() and stopNotifier().
-    static inline const QString changedNotification = QStringLiteral("NetworkReachabilityChangedNotification");
+    static inline const QString changedNotification =
+        QStringLiteral("NetworkReachabilityChangedNotification");
 
     virtual ~Reachability() = default;
     virtual void startNotifier() = 0;
@@ -23,9 +25,9 @@ public:
 
 using ReachabilityFactory = std::function<std::unique_ptr<Reachability>()>;
 
-// Asks the system (QNetworkInformation). Disconnected is not reachable; a connection that the system calls cellular is
-// cellular, any other is Wi-Fi; a machine that can't tell counts as reachable over Wi-Fi. The monitor may be dropped inside
-// its own notification.
+// Asks the system (QNetworkInformation). Disconnected is not reachable; a connection that the system calls
+// cellular is cellular, any other is Wi-Fi; a machine that can't tell counts as reachable over Wi-Fi. The
+// monitor may be dropped inside its own notification.
 std::unique_ptr<Reachability> reachabilityForInternetConnection();
 
 // Always on Wi-Fi: for a station on this machine.
