@@ -1,0 +1,156 @@
+#include "platform/ui/NavigationController.h"
+#include "platform/ui/RevealSideViewController.h"
+#include "platform/ui/Window.h"
+#include "support/TestLoop.h"
+
+#include <gtest/gtest.h>
+
+using namespace orvel;
+
+namespace {
+
+class Screen : public ViewController
+{
+    Q_OBJECT
+public:
+    Screen(const QString &name, QStringList &log) : m_name(name), m_log(log) {}
+    using ViewController::performAfterDelay;
+
+protected:
+    void viewDidLoad() override { m_log << m_name + " load"; }
+    void viewWillAppear() override { m_log << m_name + " appear"; }
+    void viewDidDisappear() override { m_log << m_name + " disappear"; }
+
+private:
+    QString m_name;
+    QStringList &m_log;
+};
+
+class MenuScreen : public Screen
+{
+    Q_OBJECT
+public:
+    using Screen::Screen;
+};
+
+class ContainersTest : public ::testing::Test
+{
+protected:
+    ContainersTest()
+    {
+        QObject::connect(
+            &window, &Window::viewControllerReleased, &window,
+            [this](const std::shared_ptr<ViewController> &screen) { released.push_back(screen.get()); });
+    }
+    std::shared_ptr<Screen> screen(const QString &name) { return std::make_shared<Screen>(name, log); }
+    // What has happened since the last call.
+    QStringList happened() { return std::exchange(log, {}); }
+
+    QStringList log;
+    Window window;
+    std::vector<ViewController *> released;
+};
+
+} // namespace
+
+TEST_F(ContainersTest, AScreenLoadsOnceAndItsLayoutBearsItsName)
+{
+    const auto a = screen("a");
+    EXPECT_EQ(a->layoutName(), "Screen");
+    EXPECT_EQ(NavigationController(a).layoutName(), "NavigationController");
+    window.setRootViewController(a);
+    EXPECT_FALSE(a->isVisible()) << "a window that is not key shows nothing";
+    window.makeKeyAndVisible();
+    window.makeKeyAndVisible();
+    EXPECT_EQ(happened(), QStringList({"a load", "a appear"}));
+}
+
+TEST_F(ContainersTest, APresentedScreenCoversWhatIsBeneath)
+{
+    const auto a = screen("a"), b = screen("b"), c = screen("c");
+    window.setRootViewController(a);
+    window.makeKeyAndVisible();
+    happened();
+
+    a->presentViewController(b, false);
+    a->presentViewController(b, false); // already there
+    b->presentViewController(c, false);
+    EXPECT_EQ(window.presentedViewController(), c.get());
+    EXPECT_EQ(happened(),
+              QStringList({"b load", "b appear", "a disappear", "c load", "c appear", "b disappear"}));
+
+    a->dismissViewController(false);
+    EXPECT_EQ(window.presentedViewController(), b.get());
+    EXPECT_EQ(happened(), QStringList({"b appear", "c disappear"}));
+    a->dismissViewController(false);
+    a->dismissViewController(false);
+    EXPECT_EQ(happened(), QStringList({"a appear", "b disappear"}));
+    EXPECT_EQ(released, std::vector<ViewController *>({c.get(), b.get()}));
+}
+
+TEST_F(ContainersTest, TheNavigationStackShowsItsTop)
+{
+    const auto a = screen("a"), b = screen("b");
+    const auto navigation = std::make_shared<NavigationController>(a);
+    window.setRootViewController(navigation);
+    window.makeKeyAndVisible();
+    happened();
+
+    navigation->pushViewController(b, true);
+    window.present(screen("modal"));
+    window.dismissFrontViewController();
+    EXPECT_EQ(happened(), QStringList({"b load", "b appear", "a disappear", "modal load", "modal appear",
+                                       "b disappear", "b appear", "modal disappear"}));
+    navigation->popViewController(true);
+    navigation->popViewController(true); // the root stays
+    EXPECT_EQ(navigation->topViewController(), a.get());
+    EXPECT_EQ(happened(), QStringList({"a appear", "b disappear"}));
+    EXPECT_EQ(released.back(), b.get());
+}
+
+TEST_F(ContainersTest, ThePanelOpensOverTheCentreAndKeepsItsFirstMenu)
+{
+    const auto a = screen("a"), b = screen("b");
+    const auto panel = std::make_shared<RevealSideViewController>(a);
+    window.setRootViewController(panel);
+    window.makeKeyAndVisible();
+    panel->pushOldViewControllerOnDirection(RevealSideViewController::Side::Left, true);
+    EXPECT_FALSE(panel->isOpen()) << "there is nothing to show yet";
+
+    const auto menu = std::make_shared<MenuScreen>("menu", log);
+    panel->preloadViewController(menu, RevealSideViewController::Side::Left);
+    EXPECT_EQ(happened(), QStringList({"a load", "a appear", "menu load"}));
+    panel->pushOldViewControllerOnDirection(RevealSideViewController::Side::Left, true);
+    EXPECT_TRUE(panel->isOpen() && panel->isAnimated());
+    EXPECT_EQ(happened(), QStringList({"menu appear"}));
+
+    // A row of the menu makes a new centre, which preloads a menu of its own.
+    panel->preloadViewController(std::make_shared<MenuScreen>("second menu", log),
+                                 RevealSideViewController::Side::Left);
+    EXPECT_EQ(panel->leftController(), menu.get());
+    panel->popViewControllerWithNewCenterController(b, true);
+    EXPECT_FALSE(panel->isOpen());
+    EXPECT_EQ(panel->centerController(), b.get());
+    EXPECT_EQ(happened(), QStringList({"b load", "b appear", "a disappear", "menu disappear"}));
+    EXPECT_EQ(released, std::vector<ViewController *>({a.get()}));
+
+    panel->preloadViewController(screen("other"), RevealSideViewController::Side::Left);
+    EXPECT_NE(panel->leftController(), menu.get()) << "a screen of another class takes the side";
+    EXPECT_EQ(released.back(), menu.get());
+}
+
+TEST_F(ContainersTest, ADelayedPerformKeepsItsScreen)
+{
+    test::TakenClock clock;
+    auto a = screen("a");
+    a->performAfterDelay(0.5, [this] { log << "performed"; });
+    const std::weak_ptr<Screen> kept = a;
+    a.reset();
+    clock.turn(0.4);
+    EXPECT_FALSE(kept.expired());
+    clock.turn(0.2);
+    EXPECT_TRUE(kept.expired());
+    EXPECT_EQ(happened(), QStringList({"performed"}));
+}
+
+#include "ContainersTest.moc"

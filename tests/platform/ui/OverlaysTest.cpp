@@ -1,0 +1,77 @@
+#include "platform/foundation/InputGate.h"
+#include "platform/ui/Button.h"
+#include "platform/ui/Window.h"
+
+#include <gtest/gtest.h>
+
+using namespace orvel;
+
+namespace {
+
+struct Answers : AlertViewDelegate
+{
+    void clickedButtonAtIndex(AlertView &alert, int button) override
+    {
+        seen << QStringLiteral("%1 %2 %3").arg(alert.title()).arg(alert.tag()).arg(button);
+    }
+    QStringList seen;
+};
+
+} // namespace
+
+TEST(AlertViewTest, StacksAndTellsItsDelegateOnce)
+{
+    Window window;
+    window.makeKeyAndVisible();
+    auto answers = std::make_shared<Answers>();
+    const auto first = AlertView::show("first", "message", {"Cancel", "Yes"}, answers, 7);
+    const auto second = AlertView::show("second", "message", {"OK"}, answers);
+    EXPECT_EQ(window.alert(), second.get());
+    second->click(0);
+    second->click(0);
+    EXPECT_EQ(window.alert(), first.get());
+    first->click(1);
+    EXPECT_EQ(window.alert(), nullptr);
+    EXPECT_EQ(answers->seen, QStringList({"second 0 0", "first 7 1"}));
+
+    AlertView::show("third", "message", {"OK"}, answers);
+    answers.reset();
+    window.alert()->click(0);
+    EXPECT_EQ(window.alert(), nullptr) << "a delegate that is gone is not missed";
+}
+
+TEST(ProgressHudTest, HoldsTheInputGateWhileItIsShown)
+{
+    ProgressHud &hud = ProgressHud::shared();
+    hud.showWithStatus("Please Wait...");
+    hud.showWithStatus("Still waiting", ProgressHud::MaskType::Black);
+    EXPECT_TRUE(hud.isVisible() && hud.isDimmed() && InputGate::shared().isHeld());
+    EXPECT_EQ(hud.status(), "Still waiting");
+    hud.dismiss();
+    EXPECT_FALSE(hud.isVisible() || InputGate::shared().isHeld());
+    hud.dismiss();
+    EXPECT_FALSE(InputGate::shared().isHeld());
+}
+
+TEST(ButtonTest, ActsOnlyWhileEnabledAndShownAndMayEndItsOwner)
+{
+    auto button = std::make_unique<Button>();
+    int touches = 0;
+    button->touchUpInside();
+    button->setTarget([&](Button &sender) {
+        EXPECT_EQ(&sender, button.get());
+        if (++touches == 2)
+            button.reset();
+    });
+    button->setHidden(true);
+    button->touchUpInside();
+    button->setHidden(false);
+    button->setEnabled(false);
+    button->touchUpInside();
+    EXPECT_EQ(touches, 0);
+    button->setEnabled(true);
+    button->touchUpInside();
+    button->touchUpInside();
+    EXPECT_EQ(touches, 2);
+    EXPECT_FALSE(button);
+}
