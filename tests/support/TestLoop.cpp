@@ -1,5 +1,6 @@
 #include "support/TestLoop.h"
 
+#include "platform/foundation/MainQueue.h"
 #include "platform/foundation/RunLoop.h"
 
 #include <QCoreApplication>
@@ -21,7 +22,7 @@ bool waitUntil(const std::function<bool()> &condition, double seconds)
 
 void letEventsRun()
 {
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < 5 || !MainQueue::isEmpty(); ++i)
         QCoreApplication::processEvents();
 }
 

@@ -4,8 +4,8 @@
 
 namespace orvel::test {
 
-// Runs the event loop until `condition` holds. False after `seconds` of real time without it: a test's safety net, never
-// a measure of speed.
+// Runs the event loop until `condition` holds. False after `seconds` of real time without it: a test's safety
+// net, never a measure of speed.
 bool waitUntil(const std::function<bool()> &condition, double seconds = 20);
 
 // Runs what is posted and due now.

@@ -8,7 +8,8 @@ namespace orvel {
 
 std::optional<QString> decodeUtf8(QByteArrayView bytes)
 {
-    // Stateless, so that a sequence cut at the end counts as an error too; the mark at the start is a character.
+    // Stateless, so that a sequence cut at the end counts as an error too; the mark at the start is a
+    // character.
     QStringDecoder decoder(QStringDecoder::Utf8,
                            QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
     QString text = decoder(bytes);

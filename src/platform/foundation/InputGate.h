@@ -4,9 +4,9 @@
 
 namespace orvel {
 
-// Swallows the user's input (press, key, wheel, touch) for the whole application while somebody holds it: the progress
-// overlay while it masks the screen, and a request that is waited for. Swallowed input is gone; it is not delivered
-// afterwards to whatever lies under the finger then. Main thread only.
+// Swallows the user's input (press, key, wheel, touch) for the whole application while somebody holds it: the
+// progress overlay while it masks the screen, and a request that is waited for. Swallowed input is gone; it
+// is not delivered afterwards to whatever lies under the finger then. Main thread only.
 class InputGate : public QObject
 {
     Q_OBJECT

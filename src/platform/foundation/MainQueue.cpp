@@ -95,7 +95,8 @@ void MainQueue::open()
     queue.pipe = std::make_unique<Pipe>();
     queue.thread = std::this_thread::get_id();
     queue.notifier = std::make_unique<QSocketNotifier>(queue.pipe->readEnd(), QSocketNotifier::Read);
-    QObject::connect(queue.notifier.get(), &QSocketNotifier::activated, queue.notifier.get(), [] { runOne(); });
+    QObject::connect(queue.notifier.get(), &QSocketNotifier::activated, queue.notifier.get(),
+                     [] { runOne(); });
 }
 
 void MainQueue::close()
@@ -117,6 +118,13 @@ void MainQueue::async(Block block)
     queue.blocks.push_back(std::move(block));
     if (queue.blocks.size() == 1)
         queue.pipe->signal();
+}
+
+bool MainQueue::isEmpty()
+{
+    State &queue = state();
+    const std::lock_guard lock(queue.mutex);
+    return queue.blocks.empty();
 }
 
 bool MainQueue::isMainThread() { return state().thread == std::this_thread::get_id(); }

@@ -32,9 +32,10 @@ void NotificationCentre::postNotification(const QString &name, const QVariant &o
     const quint64 last = m_lastNumber;
     quint64 done = 0;
     while (true) {
-        const auto next = std::find_if(m_registrations.begin(), m_registrations.end(), [&](const Registration &r) {
-            return r.number > done && r.number <= last && r.name == name;
-        });
+        const auto next =
+            std::find_if(m_registrations.begin(), m_registrations.end(), [&](const Registration &r) {
+                return r.number > done && r.number <= last && r.name == name;
+            });
         if (next == m_registrations.end())
             return;
         done = next->number;

@@ -14,7 +14,8 @@ struct Notification
     QVariant object;
 };
 
-// Delivers posted notifications to their observers at once, in the order in which they were added. Main thread only.
+// Delivers posted notifications to their observers at once, in the order in which they were added. Main
+// thread only.
 class NotificationCentre
 {
 public:

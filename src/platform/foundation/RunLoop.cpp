@@ -1,5 +1,7 @@
 #include "platform/foundation/RunLoop.h"
 
+#include "platform/foundation/MainQueue.h"
+
 #include <QCoreApplication>
 #include <QThread>
 #include <algorithm>
@@ -157,7 +159,11 @@ void RunLoop::turn(double seconds)
         m_taken1970 += time - m_takenNow;
         m_takenNow = time;
     };
-    const auto letEventsRun = [] { QCoreApplication::processEvents(QEventLoop::AllEvents); };
+    const auto letEventsRun = [] {
+        do
+            QCoreApplication::processEvents();
+        while (!MainQueue::isEmpty());
+    };
     letEventsRun();
     for (auto first = firstRunnable(); first != m_entries.end() && first->first.first <= target;
          first = firstRunnable()) {

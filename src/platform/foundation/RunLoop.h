@@ -7,13 +7,14 @@
 
 namespace orvel {
 
-// Delayed performs, repeating timers and the time of day of one thread, on its event loop. Each thread has its own
-// through current(); main() is the main thread's. Everything that waits goes through here, so that a test can turn the
-// clock. What a scheduled function holds stays alive until it has run or was cancelled.
+// Delayed performs, repeating timers and the time of day of one thread, on its event loop. Each thread has
+// its own through current(); main() is the main thread's. Everything that waits goes through here, so that a
+// test can turn the clock. What a scheduled function holds stays alive until it has run or was cancelled.
 class RunLoop
 {
 public:
-    // A wait for a request holds Screen entries until it is over; Service entries (a stall, an idle time-out) go on.
+    // A wait for a request holds Screen entries until it is over; Service entries (a stall, an idle time-out)
+    // go on.
     enum class Lane { Screen, Service };
     using Token = quint64; // 0 is never given out
     using Function = std::function<void()>;
@@ -45,7 +46,8 @@ public:
 
     // For tests. From then on time stands still until turn() moves it.
     void takeClock(double secondsSince1970 = 1400000000.0);
-    // Moves the clock `seconds` on, stopping at each due time in order and letting posted events run in between.
+    // Moves the clock `seconds` on, stopping at each due time in order and letting posted events run in
+    // between.
     void turn(double seconds);
     // Gives the clock back and drops whatever is still scheduled.
     void returnClock();

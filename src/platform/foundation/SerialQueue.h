@@ -6,8 +6,8 @@
 
 namespace orvel {
 
-// A named queue whose blocks run one at a time, in order, on a small pool of threads that all queues share. A queue may
-// be dropped at any time, also by a block of its own: what was queued still runs.
+// A named queue whose blocks run one at a time, in order, on a small pool of threads that all queues share. A
+// queue may be dropped at any time, also by a block of its own: what was queued still runs.
 class SerialQueue
 {
 public:
@@ -18,12 +18,12 @@ public:
 
     // Any thread.
     void async(Block block);
-    // Runs `block` on the calling thread, after everything that was queued before it; returns when it has run. From
-    // inside a block of the same queue it runs at once.
+    // Runs `block` on the calling thread, after everything that was queued before it; returns when it has
+    // run. From inside a block of the same queue it runs at once.
     void sync(const Block &block);
 
-    // Waits until the pool has run all that was queued and ends its threads. Call at exit; a later async starts the pool
-    // anew.
+    // Waits until the pool has run all that was queued and ends its threads. Call at exit; a later async
+    // starts the pool anew.
     static void joinThreads();
 
 private:

@@ -9,14 +9,17 @@ namespace orvel {
 class Url
 {
 public:
-    // Strict: a text with a space, a control character or a broken escape makes none, nor does one without a scheme
-    // ("(null)", a relative path, the empty text). A non-ASCII character in path or query is escaped when sent.
+    // Strict: a text with a space, a control character or a broken escape makes none, nor does one without a
+    // scheme
+    // ("(null)", a relative path, the empty text). A non-ASCII character in path or query is escaped when
+    // sent.
     static std::optional<Url> fromText(const QString &text);
 
     const QString &text() const { return m_text; }
     // As typed, case kept.
     QString scheme() const;
-    // What follows the last "." in the path's last segment, without query or fragment; empty when there is none.
+    // What follows the last "." in the path's last segment, without query or fragment; empty when there is
+    // none.
     QString pathExtension() const;
     // What goes on the wire.
     QByteArray encoded() const;

@@ -8,8 +8,8 @@ namespace orvel {
 
 UserDefaults &UserDefaults::standardUserDefaults()
 {
-    static UserDefaults defaults(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u'/' +
-                                 QCoreApplication::organizationName() + u'/' +
+    static UserDefaults defaults(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                                 u'/' + QCoreApplication::organizationName() + u'/' +
                                  QCoreApplication::applicationName() + QStringLiteral(".ini"));
     return defaults;
 }

@@ -6,8 +6,8 @@
 
 namespace orvel {
 
-// The user's small persisted values, in an INI file of the user's configuration folder. A write replaces the file as a
-// whole, so a process killed in the middle loses nothing that was stored before. Main thread only.
+// The user's small persisted values, in an INI file of the user's configuration folder. A write replaces the
+// file as a whole, so a process killed in the middle loses nothing that was stored before. Main thread only.
 class UserDefaults
 {
 public:

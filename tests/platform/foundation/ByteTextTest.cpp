@@ -12,7 +12,8 @@ TEST(ByteTextTest, Utf8FailsOnEveryMalformedSequence)
     EXPECT_EQ(decodeUtf8("Été \xF0\x9F\x8E\xB5"), QString::fromUtf8("Été \xF0\x9F\x8E\xB5"));
     ASSERT_TRUE(decodeUtf8(""));
     EXPECT_FALSE(decodeUtf8("")->isNull());
-    const char *const malformed[] = {"\xC3", "abc\xE2\x82", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "caf\xE9!", "\x80"};
+    const char *const malformed[] = {
+        "\xC3", "abc\xE2\x82", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "caf\xE9!", "\x80"};
     for (const char *bytes : malformed)
         EXPECT_FALSE(decodeUtf8(bytes)) << bytes;
 }
@@ -20,7 +21,13 @@ TEST(ByteTextTest, Utf8FailsOnEveryMalformedSequence)
 TEST(ByteTextTest, IntegerValueReadsTheLeadingNumberAndSaturates)
 {
     const std::pair<const char *, qint64> cases[] = {
-        {"8192;x", 8192}, {"  42 ", 42}, {"-7a", -7}, {"+5", 5}, {"", 0}, {"x1", 0}, {"- 1", 0},
+        {"8192;x", 8192},
+        {"  42 ", 42},
+        {"-7a", -7},
+        {"+5", 5},
+        {"", 0},
+        {"x1", 0},
+        {"- 1", 0},
         {"9223372036854775807", std::numeric_limits<qint64>::max()},
         {"9223372036854775808", std::numeric_limits<qint64>::max()},
         {"-9223372036854775808", std::numeric_limits<qint64>::min()},
@@ -36,7 +43,8 @@ TEST(UrlTest, KeepsTheSchemeAsTypedAndRefusesWhatMakesNoUrl)
     EXPECT_EQ(Url::fromText("HTTP://a.example/Radio.M3U?x=y.pls")->scheme(), "HTTP");
     EXPECT_EQ(Url::fromText("HTTP://a.example/Radio.M3U?x=y.pls")->pathExtension(), "M3U");
     EXPECT_EQ(Url::fromText("http://a.example/live")->pathExtension(), "");
-    for (const char *text : {"", "(null)", "http://a b/", "search/deux mots", "/api/x", "http://a/%zz", "http://a/\n"})
+    for (const char *text :
+         {"", "(null)", "http://a b/", "search/deux mots", "/api/x", "http://a/%zz", "http://a/\n"})
         EXPECT_FALSE(Url::fromText(text)) << text;
 }
 

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/ScreenCatalogue.h"
+#include "audio/live/Streamer.h"
+#include "platform/ui/RevealSideViewController.h"
+#include "platform/ui/Window.h"
+
+namespace orvel {
+
+// Builds the window and its screens at launch, owns the one live player and the now-playing values that the
+// radio screens share, and turns what the player says into application-wide notifications. Main thread.
+class AppDelegate : public RadioDelegate, public std::enable_shared_from_this<AppDelegate>
+{
+public:
+    // Posted on the default notification centre.
+    static inline const QString isPlayingNotification = QStringLiteral("isPlaying");
+    static inline const QString isNotPlayingNotification = QStringLiteral("isNotPlaying");
+    // Its object: song title, "&&&", artist.
+    static inline const QString songTitleNotification = QStringLiteral("songtitle");
+
+    explicit AppDelegate(std::unique_ptr<ScreenCatalogue> catalogue, StreamerServices services = {});
+    ~AppDelegate() override;
+    // The application's delegate; there is one from its making to its end.
+    static AppDelegate &shared();
+
+    bool didFinishLaunchingWithOptions();
+    void applicationWillResignActive() {}
+    void applicationDidEnterBackground() {}
+    void applicationWillEnterForeground() {}
+    void applicationDidBecomeActive() {}
+    void applicationWillTerminate() {}
+
+    // Replaces the player by one for `url` and starts it. A text that makes no URL leaves no player.
+    void radio_play();
+
+    void radioStateChanged(Radio &radio) override;
+    void radioMetadataReady(Radio &radio) override;
+    void radioTitleChanged(Radio &radio) override;
+
+    Window *window() const { return m_window.get(); }
+    const std::shared_ptr<RevealSideViewController> &revealSideViewController() const { return m_revealSide; }
+    const ScreenCatalogue &catalogue() const { return *m_catalogue; }
+    const std::shared_ptr<Streamer> &radio() const { return m_radio; }
+
+    QString url;                      // the stream that radio_play opens
+    QString gl1 = QStringLiteral(""); // now playing: radio name
+    QString gl2 = QStringLiteral(""); // radio description
+    QString gl3 = QStringLiteral(""); // song title
+    QString gl4 = QStringLiteral(""); // artist
+    QString gurl1;                    // radio logo URL
+    QString gurl2;                    // large picture URL
+    qint32 intPlay = 0;               // 1 after a radio was started, -1 after a pause
+    bool isLogin = false;
+
+private:
+    std::unique_ptr<ScreenCatalogue> m_catalogue;
+    StreamerServices m_services;
+    std::unique_ptr<Window> m_window;
+    std::shared_ptr<RevealSideViewController> m_revealSide;
+    std::shared_ptr<Streamer> m_radio;
+};
+
+} // namespace orvel

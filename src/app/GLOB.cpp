@@ -1,0 +1,92 @@
+#include "app/GLOB.h"
+
+#include "api/Signature.h"
+#include "api/json/JsonText.h"
+#include "app/AppDelegate.h"
+#include "platform/foundation/Log.h"
+#include "platform/foundation/MainQueue.h"
+#include "platform/foundation/UserDefaults.h"
+#include "platform/ui/AlertView.h"
+#include "platform/ui/ProgressHud.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QRegularExpression>
+
+namespace orvel {
+
+namespace {
+
+const QStringList okButton{QStringLiteral("OK")};
+
+} // namespace
+
+void GLOB::glob_alert(const QString &message) { AlertView::show(QStringLiteral("Alert"), message, okButton); }
+
+bool GLOB::glob_validateEmailWithString(const QString &text)
+{
+    static const QRegularExpression address(QRegularExpression::anchoredPattern(
+        QStringLiteral("[A-Z0-9a-z._%+-]+@[A-Za-z0-9.-]+\\.[A-Za-z]{2,4}")));
+    return address.match(text).hasMatch();
+}
+
+QString GLOB::glob_hmacsha1(const QString &text, const QString &secret)
+{
+    return orvel::glob_hmacsha1(text, secret);
+}
+
+QString GLOB::glob_CurrentTime() { return orvel::glob_CurrentTime(); }
+
+void GLOB::glob_ShowHud()
+{
+    MainQueue::async([] { ProgressHud::shared().showWithStatus(QStringLiteral("Please Wait...")); });
+}
+
+void GLOB::glob_HideHud()
+{
+    MainQueue::async([] { ProgressHud::shared().dismiss(); });
+}
+
+QString GLOB::glob_GetCout(const JsonValue &array) { return QString::number(array.size()); }
+
+std::optional<std::vector<JsonValue>> GLOB::glob_favArray()
+{
+    const QVariant stored = UserDefaults::standardUserDefaults().objectForKey(QStringLiteral("arrayFav"));
+    if (!stored.isValid())
+        return std::nullopt;
+    const JsonValue archive = JSONFragmentValue(stored.toByteArray());
+    return archive.isArray() ? archive.values() : std::vector<JsonValue>();
+}
+
+JsonValue GLOB::glob_isNULL(const JsonValue &value)
+{
+    return value.isAbsent() || value.isNull() ? JsonValue(QStringLiteral("")) : value;
+}
+
+void GLOB::glob_login(ViewController &presenter)
+{
+    const auto login = AppDelegate::shared().catalogue().screenNamed(QStringLiteral("MonoCompteController"));
+    if (login)
+        presenter.presentViewController(login, false);
+    else
+        showNotThereYet();
+}
+
+QStringList GLOB::glob_getNext30Days()
+{
+    QStringList days{QStringLiteral("Aujourd'hui")};
+    const QDate today =
+        QDateTime::fromMSecsSinceEpoch(qint64(RunLoop::main().secondsSince1970() * 1000)).date();
+    for (int n = 1; n <= 30; ++n)
+        days << QLocale::system().toString(today.addDays(n), QStringLiteral("ddd'.' dd"));
+    qCInfo(logApp) << days;
+    return days;
+}
+
+void showNotThereYet()
+{
+    AlertView::show(QStringLiteral("Orvel Radio"),
+                    QStringLiteral("Cette rubrique n'est pas encore disponible."), okButton);
+}
+
+} // namespace orvel

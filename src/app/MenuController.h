@@ -1,0 +1,66 @@
+#pragma once
+
+#include "platform/ui/Label.h"
+#include "platform/ui/Outlet.h"
+#include "platform/ui/SearchBar.h"
+#include "platform/ui/TableView.h"
+#include "platform/ui/ViewController.h"
+
+#include <QStringList>
+#include <array>
+
+namespace orvel {
+
+// A plain row of the menu: one title.
+class MenuCell : public orvel::TableViewCell
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Cells are made by their table")
+    OUTLET(Label, textLabel);
+};
+
+// A section's header: its title over a thin line.
+class MenuHeader : public orvel::View
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Outlets belong to their screen")
+    OUTLET(Label, title);
+};
+
+// The side menu: four sections of rows under a search bar. It is made once and kept by the side panel.
+class MenuController : public orvel::ViewController, public TableViewDataSource, public TableViewDelegate
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Screens are made by name in C++")
+    OUTLET(SearchBar, searchBar);
+    OUTLET(TableView, tableCont);
+
+public:
+    MenuController();
+
+    // Gives the rows their titles; until then they show the marker of an absent text.
+    void setData();
+    void searchBarSearchButtonClicked(SearchBar &bar);
+
+    int numberOfSectionsInTableView(TableView &tableView) override;
+    int numberOfRowsInSection(TableView &tableView, int section) override;
+    std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
+    double heightForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
+    double heightForHeaderInSection(TableView &tableView, int section) override;
+    QObject *viewForHeaderInSection(TableView &tableView, int section) override;
+    void didSelectRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
+
+protected:
+    void viewDidLoad() override;
+
+private:
+    QString titleOfRow(IndexPath indexPath) const;
+
+    QStringList m_array; // the 19 row titles, in order
+    std::array<MenuHeader, 4> m_headers;
+};
+
+} // namespace orvel

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/ui/ViewController.h"
+
+namespace orvel {
+
+// Makes a screen by the name of its layout, so that whoever opens a screen need not know its class.
+class ScreenCatalogue
+{
+public:
+    virtual ~ScreenCatalogue() = default;
+    // A fresh screen; nothing when there is none of that name. What the opener sets on it are properties of
+    // its class
+    // ("strTitle").
+    virtual std::shared_ptr<ViewController> screenNamed(const QString &layoutName) const = 0;
+};
+
+} // namespace orvel

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+namespace orvel {
+
+// What a stream holds beside its sound, told as it is read.
+class IcyStreamClient
+{
+public:
+    virtual ~IcyStreamClient() = default;
+    // The header block of a bare ICY answer has ended: time to open a parser. False drops the rest of the
+    // chunk.
+    virtual bool icyHeadersEnded() = 0;
+    // The header block has changed the station's name, genre or site.
+    virtual void icyMetadataReady() = 0;
+    virtual void icyTitleChanged(const QString &title) = 0;
+    // At least one buffer size of sound is gathered. May change the buffer size. False drops the rest of the
+    // chunk.
+    virtual bool icyAudioGathered(QByteArrayView audio) = 0;
+};
+
+// Splits a live stream's bytes into sound and in-band metadata, in whole runs, whatever the chunks. Reads the
+// header block of a bare "ICY 200 OK" answer out of the body. Public sources: the SHOUTcast streaming
+// convention ("icy-metaint" bytes of sound, one length byte counting 16-byte blocks, "StreamTitle='...';"
+// padded with NUL).
+class IcyStream
+{
+public:
+    explicit IcyStream(IcyStreamClient &client) : m_client(client) {}
+
+    // A new connection: nothing known, nothing gathered. Name, genre and site stay until others replace them.
+    void reset();
+    // Drops the sound and metadata gathered, keeps what the headers have told.
+    void clearGathered();
+    void parse(QByteArrayView chunk);
+
+    // Sound is handed over in pieces of this many bytes; a piece already gathered may be longer when this has
+    // shrunk.
+    void setBufferSize(quint32 bytes) { m_bufferSize = bytes; }
+    enum class HeaderKind { Unknown, Technical, Metadata };
+    // Takes what one header field tells: the interval and bit rate, or the station's name, genre or site.
+    HeaderKind applyHeader(QStringView name, const QString &value);
+
+    // Bytes of sound between metadata blocks; 0 and below: none.
+    qint32 metadataInterval() const { return m_metadataInterval; }
+    // Bytes a second, 0 when not told.
+    qint32 bitrateInBytes() const { return m_bitrateInBytes; }
+    const QString &contentType() const { return m_contentType; }
+    void setContentType(const QString &type) { m_contentType = type; }
+    const QString &radioName() const { return m_radioName; }
+    const QString &radioGenre() const { return m_radioGenre; }
+    const QString &radioUrl() const { return m_radioUrl; }
+
+private:
+    qsizetype parseHeaders(QByteArrayView chunk);
+    void parseHeaderLine(QByteArrayView line);
+    bool gather(QByteArrayView audio);
+    void parseMetadata();
+
+    IcyStreamClient &m_client;
+    quint32 m_bufferSize = 4096;
+    QByteArray m_audioData;
+    QByteArray m_metaData;
+    qint32 m_metadataInterval = 0;
+    qint32 m_metadataLength = 0;
+    qint32 m_streamCount = 0; // sound since the last metadata block
+    qint32 m_bitrateInBytes = 0;
+    QString m_contentType;
+    QString m_radioName;
+    QString m_radioGenre;
+    QString m_radioUrl;
+    bool m_icyStartFound = false;
+    bool m_icyEndFound = false;
+    bool m_metadataChanged = false; // by a header line of this chunk
+    QByteArray m_headerRest;        // the header line that has not ended yet
+    bool m_headerLineTooLong = false;
+};
+
+// The title in a metadata block, "StreamTitle='...';" at its start. A null text when there is none, also when
+// the title holds a ";" or the bytes are not UTF-8.
+QString streamTitle(QByteArrayView metadata);
+
+} // namespace orvel

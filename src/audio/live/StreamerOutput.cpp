@@ -1,0 +1,331 @@
+#include "audio/live/BufferFill.h"
+#include "audio/live/Streamer.h"
+#include "platform/foundation/ByteText.h"
+#include "platform/foundation/MainQueue.h"
+#include "platform/media/AudioSession.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace orvel {
+
+namespace {
+
+constexpr double bufferSeconds = 0.5;
+constexpr double maxBoundedBufferSize = 65536;
+
+quint32 bufferSizeOf(double bytes)
+{
+    return quint32(std::min(bytes, double(std::numeric_limits<qint32>::max())));
+}
+
+} // namespace
+
+AudioFileType Streamer::fileTypeHint() const
+{
+    const QString &type = m_icyStream.contentType();
+    if (equalsIgnoringCase(type, u"audio/mpeg"))
+        return AudioFileType::kAudioFileMP3Type;
+    if (equalsIgnoringCase(type, u"audio/aac") || equalsIgnoringCase(type, u"audio/aacp"))
+        return AudioFileType::kAudioFileAAC_ADTSType;
+    return AudioFileType::none;
+}
+
+bool Streamer::openParser()
+{
+    m_hqASBD.reset();
+    m_playerState.audioFileStream = m_services.openAudioFileStream(*this, fileTypeHint());
+    return m_playerState.audioFileStream != nullptr;
+}
+
+void Streamer::parseAudioData(QByteArrayView data)
+{
+    if (!m_playerState.isPaused)
+        m_icyStream.parse(data);
+}
+
+bool Streamer::icyHeadersEnded() { return openParser(); }
+
+void Streamer::icyMetadataReady()
+{
+    m_radioName = m_icyStream.radioName();
+    m_radioGenre = m_icyStream.radioGenre();
+    m_radioUrl = m_icyStream.radioUrl();
+    tell(&RadioDelegate::radioMetadataReady);
+}
+
+void Streamer::icyTitleChanged(const QString &title)
+{
+    m_radioTitle = title;
+    tell(&RadioDelegate::radioTitleChanged);
+}
+
+bool Streamer::icyAudioGathered(QByteArrayView audio)
+{
+    if (!m_playerState.audioFileStream)
+        return false;
+    m_isParsing = true;
+    m_playerState.audioFileStream->parseBytes(audio);
+    m_isParsing = false;
+    if (std::exchange(m_closeParser, false))
+        m_playerState.audioFileStream.reset();
+    return m_playerState.audioFileStream != nullptr;
+}
+
+void Streamer::handlePropertyChange(AudioFileStream &stream, AudioFileStreamProperty property)
+{
+    if (m_closeParser)
+        return;
+    if (property == AudioFileStreamProperty::ReadyToProducePackets) {
+        readyToProducePackets(stream);
+    } else if (const std::vector<AudioStreamBasicDescription> formats = stream.formatList();
+               !formats.empty()) {
+        m_hqASBD = formats.front();
+    }
+}
+
+void Streamer::readyToProducePackets(AudioFileStream &stream)
+{
+    const std::optional<AudioStreamBasicDescription> dataFormat = stream.dataFormat();
+    const AudioStreamBasicDescription format =
+        m_hqASBD ? *m_hqASBD : dataFormat.value_or(AudioStreamBasicDescription());
+    if (!dataFormat || !std::isfinite(format.sampleRate) || format.sampleRate <= 0) {
+        fail(RadioErrorFileStreamGetProperty);
+        return;
+    }
+    AudioSession::sharedInstance().setActive(true);
+    m_playerState.streamFormat = format;
+    if (const RadioError error = makeOutputQueue(stream); error != RadioErrorNone)
+        fail(error);
+}
+
+RadioError Streamer::makeOutputQueue(AudioFileStream &stream)
+{
+    disposeOutputQueue();
+    const AudioStreamBasicDescription &format = m_playerState.streamFormat;
+    const quint64 number = m_playerState.outputQueueNumber;
+    m_playerState.outputQueue = m_services.newOutputQueue(
+        format, [weak = std::weak_ptr(self()), number](OutputQueue &, OutputBuffer &buffer) {
+            if (std::shared_ptr<Streamer> streamer = weak.lock()) {
+                streamer->handlePlayCallback(buffer, number);
+                // A last release must not happen on this thread.
+                MainQueue::async([last = std::move(streamer)] {});
+            }
+        });
+    if (!m_playerState.outputQueue)
+        return RadioErrorAudioQueueCreate;
+    setBufferSizeFor(format, stream.packetSizeUpperBound());
+    for (QueueBuffer &slot : m_playerState.queueBuffers) {
+        slot = {m_playerState.outputQueue->allocateBuffer(m_playerState.bufferSize), false};
+        if (!slot.buffer)
+            return RadioErrorAudioQueueBufferAllocation;
+    }
+    if (const QByteArray cookie = stream.magicCookie(); !cookie.isEmpty())
+        m_playerState.outputQueue->setMagicCookie(cookie);
+    return RadioErrorNone;
+}
+
+void Streamer::setBufferSizeFor(const AudioStreamBasicDescription &format,
+                                std::optional<quint32> packetSizeUpperBound)
+{
+    const bool isConstant = format.bytesPerPacket != 0 && format.framesPerPacket != 0;
+    if (isConstant) {
+        const double packets = std::trunc(format.sampleRate / format.framesPerPacket * bufferSeconds);
+        m_playerState.bufferSize = bufferSizeOf(packets * format.bytesPerPacket);
+    } else if (packetSizeUpperBound) {
+        const double bytes = format.sampleRate * *packetSizeUpperBound * bufferSeconds;
+        m_playerState.bufferSize = bufferSizeOf(std::min(bytes, maxBoundedBufferSize));
+    } else {
+        m_playerState.bufferSize = bufferSizeOf(std::trunc(format.sampleRate * bufferSeconds));
+    }
+    m_playerState.lockQueue.sync([&] { m_playerState.hasPacketDescriptions = !isConstant; });
+    m_icyStream.setBufferSize(m_playerState.bufferSize);
+}
+
+void Streamer::handlePacket(AudioFileStream &, quint32 numberOfPackets, QByteArrayView inputData,
+                            std::span<const AudioStreamPacketDescription> descriptions)
+{
+    if (m_closeParser || numberOfPackets == 0)
+        return;
+    bool isEnough = false;
+    std::size_t bytesWaiting = 0;
+    m_playerState.lockQueue.sync([&] {
+        const qint64 constantSize = inputData.size() / numberOfPackets;
+        for (quint32 i = 0; i < numberOfPackets; ++i) {
+            const AudioStreamPacketDescription description =
+                i < descriptions.size()
+                    ? descriptions[i]
+                    : AudioStreamPacketDescription{i * constantSize, 0, quint32(constantSize)};
+            const qint64 size = description.dataByteSize;
+            if (size == 0 || description.startOffset < 0 || description.startOffset > inputData.size() - size)
+                continue;
+            m_playerState.packetQueue.addPacket(
+                AudioPacket(inputData.sliced(description.startOffset, size).toByteArray(), description));
+            m_playerState.queuedBytes += quint64(size);
+        }
+        isEnough = m_playerState.queuedBytes > m_playerState.bufferSize * m_playerState.bufferCount;
+        bytesWaiting = m_playerState.packetQueue.byteCount();
+    });
+    if (isEnough && m_playerState.outputQueue && !m_playerState.isPaused &&
+        (!m_playerState.queueStarted || m_playerState.isBuffering)) {
+        m_playerState.isBuffering = false;
+        stopBufferTimer();
+        primeQueueBuffers();
+        startQueue();
+    }
+    // A server that sends faster than it sounds waits until what is here has been played.
+    if (bytesWaiting > transferBound() && m_urlConnection && !m_transferSuspended) {
+        m_transferSuspended = true;
+        m_urlConnection->suspend();
+    }
+}
+
+std::size_t Streamer::transferBound() const
+{
+    constexpr std::size_t margin = 1 << 20;
+    return margin + 2 * std::size_t(m_playerState.bufferSize * m_playerState.bufferCount);
+}
+
+// On the output queue's thread. What changes states, timers or the queue itself is left to the main thread.
+void Streamer::handlePlayCallback(OutputBuffer &buffer, quint64 outputQueueNumber)
+{
+    if (m_playerState.isPaused)
+        return;
+    FillOutcome outcome = FillOutcome::Filled;
+    bool resumes = false;
+    m_playerState.lockQueue.sync([&] {
+        if (m_playerState.isPaused || outputQueueNumber != m_playerState.outputQueueNumber)
+            return;
+        const auto slot =
+            std::find_if(m_playerState.queueBuffers.begin(), m_playerState.queueBuffers.end(),
+                         [&](const QueueBuffer &candidate) { return candidate.buffer == &buffer; });
+        if (slot == m_playerState.queueBuffers.end())
+            return;
+        outcome = fill(*slot);
+        constexpr std::size_t lowMark = 1 << 19;
+        resumes = m_playerState.packetQueue.byteCount() < lowMark && m_transferSuspended.exchange(false);
+    });
+    if (outcome == FillOutcome::Filled && !resumes)
+        return;
+    MainQueue::async([streamer = self(), outputQueueNumber, outcome, resumes] {
+        if (streamer->m_shutdown || outputQueueNumber != streamer->m_playerState.outputQueueNumber)
+            return;
+        if (resumes && streamer->m_urlConnection)
+            streamer->m_urlConnection->resume();
+        streamer->afterFilling(outcome);
+    });
+}
+
+// On the lock queue: fills a buffer that has come back and enqueues it again.
+Streamer::FillOutcome Streamer::fill(QueueBuffer &slot)
+{
+    m_packetDescriptions.clear();
+    if (m_playerState.hasPacketDescriptions)
+        fillVariableBitRate(m_playerState.packetQueue, *slot.buffer, m_packetDescriptions);
+    else
+        fillConstantBitRate(m_playerState.packetQueue, *slot.buffer);
+    slot.isEnqueued = false;
+    --m_buffersInUse;
+    if (slot.buffer->byteSize > 0) {
+        if (!m_playerState.outputQueue->enqueueBuffer(*slot.buffer, m_packetDescriptions))
+            return FillOutcome::EnqueueFailed;
+        slot.isEnqueued = true;
+        ++m_buffersInUse;
+        if (m_buffersInUse >= 2 && m_playerState.isBuffering.exchange(false))
+            return FillOutcome::Recovered;
+    }
+    if (m_buffersInUse > 0 || m_playerState.isBuffering)
+        return FillOutcome::Filled;
+    if (m_connectionFinished)
+        return FillOutcome::StreamEnded;
+    m_playerState.queuedBytes = 0;
+    m_playerState.isBuffering = true;
+    return FillOutcome::Underrun;
+}
+
+void Streamer::afterFilling(FillOutcome outcome)
+{
+    if (m_playerState.isPaused || !m_playerState.outputQueue)
+        return;
+    switch (outcome) {
+    case FillOutcome::Filled:
+        break;
+    case FillOutcome::EnqueueFailed:
+        fail(RadioErrorAudioQueueEnqueue);
+        break;
+    case FillOutcome::Recovered:
+        stopBufferTimer();
+        primeQueueBuffers();
+        startQueue();
+        break;
+    case FillOutcome::StreamEnded:
+        pause();
+        break;
+    case FillOutcome::Underrun:
+        // The player may have recovered since.
+        if (!m_playerState.isBuffering)
+            break;
+        m_playerState.outputQueue->pause();
+        setState(RadioStateBuffering);
+        startBufferTimerWithTimeout(stallSeconds);
+        break;
+    }
+}
+
+void Streamer::primeQueueBuffers()
+{
+    std::array<FillOutcome, 3> outcomes{};
+    m_playerState.lockQueue.sync([&] {
+        m_buffersInUse = qint32(m_playerState.queueBuffers.size());
+        for (std::size_t i = 0; i < outcomes.size(); ++i)
+            if (!m_playerState.queueBuffers[i].isEnqueued)
+                outcomes[i] = fill(m_playerState.queueBuffers[i]);
+    });
+    for (const FillOutcome outcome : outcomes)
+        afterFilling(outcome);
+}
+
+void Streamer::startQueue()
+{
+    if (!m_playerState.outputQueue)
+        return;
+    m_playerState.outputQueue->setVolume(m_playerState.volume);
+    if (!m_playerState.outputQueue->start()) {
+        fail(RadioErrorAudioQueueStart);
+        return;
+    }
+    m_playerState.queueStarted = true;
+    m_playerState.isPlaying = true;
+    setState(RadioStatePlaying);
+}
+
+// Gives the queue a successor's number, so that whatever its thread still has to say is not heard.
+void Streamer::disposeOutputQueue()
+{
+    std::shared_ptr<OutputQueue> queue;
+    m_playerState.lockQueue.sync([&] {
+        ++m_playerState.outputQueueNumber;
+        queue = std::exchange(m_playerState.outputQueue, nullptr);
+        m_playerState.queueBuffers.fill({});
+        m_buffersInUse = 0;
+    });
+    if (queue)
+        queue->dispose();
+}
+
+void Streamer::dismissQueue()
+{
+    disposeOutputQueue();
+    m_playerState.lockQueue.sync([this] {
+        m_playerState.queuedBytes = 0;
+        m_playerState.packetQueue.removeAllPackets();
+    });
+    if (m_isParsing)
+        m_closeParser = true;
+    else
+        m_playerState.audioFileStream.reset();
+    AudioSession::sharedInstance().setActive(false);
+}
+
+} // namespace orvel

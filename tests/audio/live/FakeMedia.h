@@ -1,0 +1,162 @@
+#pragma once
+
+#include "audio/live/Streamer.h"
+#include "platform/foundation/NotificationCentre.h"
+
+#include <deque>
+#include <limits>
+
+namespace orvel::test {
+
+// Plays nothing: a test hands its buffers back one by one.
+class FakeOutputQueue : public OutputQueue
+{
+public:
+    FakeOutputQueue(BufferCallback bufferCallback, bool canAllocate)
+        : callback(std::move(bufferCallback)), allocates(canAllocate)
+    {
+    }
+
+    OutputBuffer *allocateBuffer(quint32 bytes) override
+    {
+        return allocates ? &buffers.emplace_back(bytes) : nullptr;
+    }
+    bool enqueueBuffer(OutputBuffer &buffer, std::span<const AudioStreamPacketDescription>) override
+    {
+        enqueued.push_back(&buffer);
+        played += buffer.data.first(buffer.byteSize);
+        return enqueues;
+    }
+    bool start() override
+    {
+        isStarted = true;
+        return starts;
+    }
+    void pause() override { isStarted = false; }
+    void stop(bool) override {}
+    void flush() override {}
+    void dispose() override { isDisposed = true; }
+    void setVolume(float newVolume) override { volume = newVolume; }
+    void setMagicCookie(const QByteArray &) override {}
+    void addIsRunningListener(IsRunningListener) override {}
+    double currentTime() const override { return 0; }
+
+    // The oldest buffer has been played.
+    void playOne()
+    {
+        OutputBuffer *const buffer = enqueued.front();
+        enqueued.pop_front();
+        callback(*this, *buffer);
+    }
+
+    BufferCallback callback;
+    bool allocates;
+    bool enqueues = true;
+    bool starts = true;
+    bool isStarted = false;
+    bool isDisposed = false;
+    float volume = -1;
+    QByteArray played;
+    std::deque<OutputBuffer> buffers;
+    std::deque<OutputBuffer *> enqueued;
+};
+
+// What the fakes of one test share. A stream's packets are pieces of `packetSize` bytes.
+struct FakeMedia
+{
+    AudioStreamBasicDescription format{
+        .sampleRate = 1000, .format = AudioFormat::mpegLayer3, .framesPerPacket = 10};
+    std::vector<AudioStreamBasicDescription> formatList;
+    std::optional<quint32> upperBound;
+    qsizetype packetSize = 100;
+    bool opens = true;
+    bool hasFormat = true;
+    bool makesQueues = true;
+    bool allocates = true;
+    bool enqueues = true;
+    bool starts = true;
+
+    std::vector<AudioFileType> hints;
+    std::vector<AudioStreamBasicDescription> queueFormats;
+    std::shared_ptr<FakeOutputQueue> queue; // the last one made
+    Reachability::Status network = Reachability::Status::WiFi;
+
+    void setNetwork(Reachability::Status status)
+    {
+        network = status;
+        NotificationCentre::defaultCentre().postNotification(Reachability::changedNotification);
+    }
+    StreamerServices services();
+};
+
+class FakeAudioFileStream : public AudioFileStream
+{
+public:
+    FakeAudioFileStream(FakeMedia &fake, AudioFileStreamClient &streamClient)
+        : media(fake), client(streamClient)
+    {
+    }
+
+    bool parseBytes(QByteArrayView bytes) override
+    {
+        if (!isReady) {
+            isReady = true;
+            if (!media.formatList.empty())
+                client.handlePropertyChange(*this, AudioFileStreamProperty::FormatList);
+            client.handlePropertyChange(*this, AudioFileStreamProperty::ReadyToProducePackets);
+        }
+        rest += bytes.toByteArray();
+        std::vector<AudioStreamPacketDescription> descriptions;
+        qint64 offset = 0;
+        for (; offset + media.packetSize <= rest.size(); offset += media.packetSize)
+            descriptions.push_back({offset, 0, quint32(media.packetSize)});
+        const QByteArray whole = rest.first(offset);
+        rest.remove(0, offset);
+        client.handlePacket(*this, quint32(descriptions.size()), whole, descriptions);
+        return true;
+    }
+    std::optional<AudioStreamBasicDescription> dataFormat() const override
+    {
+        return media.hasFormat ? std::optional(media.format) : std::nullopt;
+    }
+    std::vector<AudioStreamBasicDescription> formatList() const override { return media.formatList; }
+    std::optional<quint32> packetSizeUpperBound() const override { return media.upperBound; }
+    QByteArray magicCookie() const override { return {}; }
+
+    FakeMedia &media;
+    AudioFileStreamClient &client;
+    bool isReady = false;
+    QByteArray rest;
+};
+
+class FakeReachability : public Reachability
+{
+public:
+    explicit FakeReachability(FakeMedia &fake) : media(fake) {}
+    void startNotifier() override {}
+    void stopNotifier() override {}
+    Status currentReachabilityStatus() const override { return media.network; }
+    FakeMedia &media;
+};
+
+inline StreamerServices FakeMedia::services()
+{
+    return {.openAudioFileStream = [this](AudioFileStreamClient &client,
+                                          AudioFileType hint) -> std::unique_ptr<AudioFileStream> {
+                hints.push_back(hint);
+                return opens ? std::make_unique<FakeAudioFileStream>(*this, client) : nullptr;
+            },
+            .newOutputQueue = [this](const AudioStreamBasicDescription &queueFormat,
+                                     OutputQueue::BufferCallback callback) -> std::shared_ptr<OutputQueue> {
+                queueFormats.push_back(queueFormat);
+                if (!makesQueues)
+                    return nullptr;
+                queue = std::make_shared<FakeOutputQueue>(std::move(callback), allocates);
+                queue->enqueues = enqueues;
+                queue->starts = starts;
+                return queue;
+            },
+            .reachability = [this] { return std::make_unique<FakeReachability>(*this); }};
+}
+
+} // namespace orvel::test

@@ -1,0 +1,481 @@
+#include "audio/live/FakeMedia.h"
+#include "platform/foundation/BackgroundTask.h"
+#include "platform/foundation/NotificationCentre.h"
+#include "support/ScriptedServer.h"
+#include "support/TestLoop.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+using namespace orvel;
+using namespace orvel::test;
+
+namespace {
+
+struct Listener : RadioDelegate
+{
+    std::vector<RadioState> states;
+    QStringList titles;
+    QStringList names;
+    // States that follow at once are told together.
+    void radioStateChanged(Radio &radio) override
+    {
+        if (states.empty() || states.back() != radio.radioState())
+            states.push_back(radio.radioState());
+    }
+    void radioTitleChanged(Radio &radio) override { titles << radio.radioTitle(); }
+    void radioMetadataReady(Radio &radio) override { names << radio.radioName(); }
+};
+
+const QByteArray mp3Head = httpHead("Content-Type: audio/mpeg\r\n");
+
+struct StreamerTest : testing::Test
+{
+    TakenClock clock;
+    FakeMedia media;
+    std::shared_ptr<Listener> listener = std::make_shared<Listener>();
+    std::unique_ptr<ScriptedServer> server;
+    std::shared_ptr<Streamer> streamer;
+
+    ~StreamerTest() override
+    {
+        if (streamer)
+            streamer->shutdown();
+        letEventsRun();
+    }
+    // 1000 frames a second make buffers of 500 bytes, and more than 3000 bytes start the sound.
+    void start(std::vector<Script> scripts, const QString &path = "/live")
+    {
+        server = std::make_unique<ScriptedServer>(std::move(scripts));
+        make(server->url(path));
+        streamer->play();
+    }
+    void make(const QString &url)
+    {
+        streamer = Streamer::initWithURL(*Url::fromText(url), media.services());
+        ASSERT_TRUE(streamer);
+        streamer->setDelegate(listener);
+    }
+    void startPlaying(std::vector<Script> later = {})
+    {
+        std::vector<Script> scripts{{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}}};
+        scripts.insert(scripts.end(), later.begin(), later.end());
+        start(std::move(scripts));
+        ASSERT_TRUE(reaches(RadioStatePlaying));
+    }
+    bool reaches(RadioState state)
+    {
+        return waitUntil([&] { return streamer->radioState() == state; });
+    }
+    // Hands back all buffers until the player has nothing more to fill them with.
+    void playOut()
+    {
+        while (!media.queue->enqueued.empty())
+            media.queue->playOne();
+        letEventsRun();
+    }
+};
+
+using States = std::vector<RadioState>;
+
+} // namespace
+
+TEST_F(StreamerTest, TakesOnlyLowerCaseWebSchemes)
+{
+    for (const char *url : {"HTTP://a.example/", "ftp://a.example/", "file:///x.mp3"})
+        EXPECT_FALSE(Streamer::initWithURL(*Url::fromText(url), media.services())) << url;
+    EXPECT_TRUE(Streamer::initWithURL(*Url::fromText("https://a.example/"), media.services()));
+}
+
+TEST_F(StreamerTest, StartsOnlyWhenMoreThanTheThresholdIsQueued)
+{
+    media.packetSize = 125; // 24 packets are 3000 bytes exactly
+    start({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}, Send{QByteArray(2000, 's')},
+            WaitForRelease{}}});
+    streamer->setBufferInSeconds(4); // 8 buffers of 500; the first 4096 bytes hold 32 packets, 4000 bytes
+    ASSERT_TRUE(waitUntil([&] { return media.queue != nullptr; }));
+    letEventsRun();
+    EXPECT_EQ(listener->states, States({RadioStateConnecting, RadioStateBuffering}));
+    EXPECT_TRUE(streamer->isPlaying());
+    server->release();
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    EXPECT_EQ(media.queue->enqueued.size(), 3u);
+    EXPECT_FLOAT_EQ(media.queue->volume, 0.5F);
+    const QByteArray request = server->requests().front().toLower();
+    EXPECT_TRUE(request.contains("icy-metadata: 1\r\n"));
+    EXPECT_TRUE(request.contains("cache-control: no-cache\r\n"));
+}
+
+TEST_F(StreamerTest, HintsAtTheTypeThatTheServerNames)
+{
+    const std::pair<const char *, AudioFileType> cases[] = {
+        {"audio/mpeg", AudioFileType::kAudioFileMP3Type},
+        {"AUDIO/AACP", AudioFileType::kAudioFileAAC_ADTSType},
+        {"audio/aac", AudioFileType::kAudioFileAAC_ADTSType},
+        {"audio/mpeg; x", AudioFileType::none},
+        {"text/html", AudioFileType::none}};
+    for (const auto &[type, hint] : cases) {
+        start({{Send{httpHead(QByteArray("Content-Type: ") + type + "\r\n")}, WaitForRelease{}}});
+        ASSERT_TRUE(waitUntil([&] { return !media.hints.empty(); }));
+        EXPECT_EQ(media.hints.back(), hint) << type;
+        streamer->shutdown();
+        media.hints.clear();
+    }
+}
+
+TEST_F(StreamerTest, TellsNamesAndTitles)
+{
+    const QByteArray sound(4096, 's');
+    const QByteArray title = "StreamTitle='Zo\xC3\xA9 - \xC3\x89t\xC3\xA9';";
+    start({{Send{httpHead("Content-Type: audio/mpeg\r\nicy-name: Orvel Rock\r\nicy-metaint: 4096\r\n")},
+            Send{sound + char(2) + title.leftJustified(32, '\0') + sound + '\0'}, WaitForRelease{}}});
+    ASSERT_TRUE(waitUntil([&] { return !listener->titles.isEmpty(); }));
+    EXPECT_EQ(listener->titles, QStringList({QString::fromUtf8("Zoé - Été")}));
+    EXPECT_EQ(listener->names, QStringList({"Orvel Rock"}));
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    playOut();
+    EXPECT_EQ(media.queue->played, QByteArray(8000, 's')); // whole packets, and no byte of the title
+}
+
+TEST_F(StreamerTest, ReadsABareAnswerAndOpensASecondParserForIt)
+{
+    start(
+        {{Send{"ICY 2"}, Send{"00 OK\r\nicy-name:Nue\r\ncontent-type:audio/aac\r\nicy-metaint:6000\r\n\r\n"},
+          Send{QByteArray(5000, 's')}, WaitForRelease{}}});
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    EXPECT_EQ(media.hints, std::vector({AudioFileType::none, AudioFileType::kAudioFileAAC_ADTSType}));
+    EXPECT_EQ(listener->names, QStringList({"Nue"}));
+}
+
+TEST_F(StreamerTest, ReportsEachFailureOfThePlatformByItsCode)
+{
+    const std::tuple<std::function<void()>, RadioError> cases[] = {
+        {[&] { media.opens = false; }, RadioErrorFileStreamOpen},
+        {[&] { media.hasFormat = false; }, RadioErrorFileStreamGetProperty},
+        {[&] { media.format.sampleRate = 0; }, RadioErrorFileStreamGetProperty},
+        {[&] { media.format.sampleRate = std::numeric_limits<double>::quiet_NaN(); },
+         RadioErrorFileStreamGetProperty},
+        {[&] { media.makesQueues = false; }, RadioErrorAudioQueueCreate},
+        {[&] { media.allocates = false; }, RadioErrorAudioQueueBufferAllocation},
+        {[&] { media.enqueues = false; }, RadioErrorAudioQueueEnqueue},
+        {[&] { media.starts = false; }, RadioErrorAudioQueueStart}};
+    for (const auto &[breakIt, error] : cases) {
+        FakeMedia whole;
+        std::swap(media, whole);
+        breakIt();
+        listener->states.clear();
+        start({{Send{mp3Head}, SendForever{QByteArray(4096, 's')}}});
+        ASSERT_TRUE(reaches(RadioStateError));
+        letEventsRun();
+        EXPECT_EQ(streamer->radioError(), error);
+        EXPECT_EQ(listener->states.back(), RadioStateError);
+        EXPECT_FALSE(streamer->isPlaying());
+        EXPECT_TRUE(waitUntil([&] { return server->openConnections() == 0; }));
+        streamer->shutdown();
+    }
+}
+
+TEST_F(StreamerTest, TellsAnsweredFromUnansweredFailures)
+{
+    start({{Send{httpHead({}, "HTTP/1.1 503 Off")}, WaitForRelease{}}});
+    ASSERT_TRUE(reaches(RadioStateError));
+    EXPECT_EQ(streamer->radioError(), RadioErrorHostNotReachable);
+
+    make("http://127.0.0.1:1/");
+    streamer->play();
+    EXPECT_EQ(streamer->radioState(), RadioStateConnecting);
+    ASSERT_TRUE(reaches(RadioStateError));
+    EXPECT_EQ(streamer->radioError(), RadioErrorNetworkError);
+
+    make("http://127.0.0.1:1/list.m3u");
+    streamer->play();
+    EXPECT_EQ(streamer->radioState(), RadioStateConnecting);
+    ASSERT_TRUE(reaches(RadioStateError));
+    EXPECT_EQ(streamer->radioError(), RadioErrorHostNotReachable);
+
+    media.network = Reachability::Status::NotReachable;
+    listener->states.clear();
+    make("http://127.0.0.1:1/");
+    streamer->play();
+    EXPECT_EQ(streamer->radioState(), RadioStateError);
+    EXPECT_EQ(streamer->radioError(), RadioErrorHostNotReachable);
+}
+
+TEST_F(StreamerTest, PlaysWhatAPlaylistNames)
+{
+    ScriptedServer stream({Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}});
+    start({{Send{httpHead() + "#EXTM3U\r\n" + stream.url("/live").toUtf8() + "\r\n"}, Close{}}},
+          "/Liste.M3U?x=1");
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    EXPECT_FALSE(server->requests().front().toLower().contains("icy-metadata"));
+    // From then on the stream is asked for directly.
+    streamer->pause();
+    streamer->play();
+    EXPECT_TRUE(waitUntil([&] { return stream.requestCount() == 2; }));
+    EXPECT_EQ(server->requestCount(), 1u);
+}
+
+TEST_F(StreamerTest, APlaylistThatNamesNothingIsAnError)
+{
+    const Script scripts[] = {{Send{httpHead() + "#EXTM3U\r\nlocal.mp3\r\n"}},
+                              {Send{httpHead() + "http://a b/\r\n"}},
+                              {Send{httpHead()}, SendForever{QByteArray(65536, '#')}}};
+    for (const Script &script : scripts) {
+        listener->states.clear();
+        start({script}, "/x.m3u");
+        ASSERT_TRUE(reaches(RadioStateError));
+        EXPECT_EQ(streamer->radioError(), RadioErrorPlaylistParsing);
+        EXPECT_LT(server->bytesSent(), 16 << 20);
+        streamer->shutdown();
+    }
+}
+
+TEST_F(StreamerTest, PlaysOutAStreamThatEnds)
+{
+    startPlaying();
+    server->release();
+    ASSERT_TRUE(waitUntil([&] { return server->openConnections() == 0; }));
+    letEventsRun();
+    EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
+    playOut();
+    EXPECT_EQ(streamer->radioState(), RadioStateStopped);
+    EXPECT_EQ(media.queue->played.size(), 4000);
+    EXPECT_TRUE(media.queue->isDisposed);
+}
+
+TEST_F(StreamerTest, AStreamThatEndsBeforeItSoundsStops)
+{
+    start({{Send{httpHead("Content-Type: text/html\r\n") + "<html>"}}});
+    ASSERT_TRUE(waitUntil([&] { return listener->states.size() >= 2; }));
+    EXPECT_EQ(streamer->radioState(), RadioStateStopped);
+    EXPECT_EQ(streamer->radioError(), RadioErrorNone);
+}
+
+TEST_F(StreamerTest, BuffersAfterAnUnderrunAndRecovers)
+{
+    start({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}, Send{QByteArray(4096, 's')},
+            WaitForRelease{}}});
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    playOut();
+    ASSERT_TRUE(reaches(RadioStateBuffering));
+    EXPECT_FALSE(media.queue->isStarted);
+    EXPECT_TRUE(streamer->isBuffering());
+    clock.turn(9);
+    server->release();
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    EXPECT_TRUE(media.queue->isStarted);
+    EXPECT_FALSE(streamer->isBuffering());
+    clock.turn(9); // the stall timer has been stopped
+    EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
+}
+
+TEST_F(StreamerTest, AStallOnAGoodNetworkConnectsAnew)
+{
+    startPlaying({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}}});
+    playOut();
+    ASSERT_TRUE(reaches(RadioStateBuffering));
+    clock.turn(10.1);
+    ASSERT_TRUE(waitUntil([&] { return server->requestCount() == 2; }));
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+}
+
+TEST_F(StreamerTest, ALostNetworkIsWaitedForAMinute)
+{
+    startPlaying();
+    media.network = Reachability::Status::NotReachable;
+    playOut();
+    clock.turn(10.1);
+    EXPECT_EQ(streamer->radioState(), RadioStateBuffering);
+    EXPECT_FALSE(streamer->isPlaying());
+    clock.turn(59);
+    EXPECT_EQ(streamer->radioState(), RadioStateBuffering);
+    clock.turn(1.1);
+    EXPECT_EQ(streamer->radioState(), RadioStateError);
+    EXPECT_EQ(streamer->radioError(), RadioErrorHostNotReachable);
+}
+
+TEST_F(StreamerTest, GoesOnWhenTheNetworkIsBackWhileWaiting)
+{
+    startPlaying({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}}});
+    media.network = Reachability::Status::NotReachable;
+    playOut();
+    clock.turn(10.1);
+    clock.turn(40);
+    media.setNetwork(Reachability::Status::Cellular);
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    clock.turn(25);
+    EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
+}
+
+TEST_F(StreamerTest, AUsersPauseEndsTheWait)
+{
+    startPlaying();
+    media.network = Reachability::Status::NotReachable;
+    playOut();
+    clock.turn(10.1);
+    streamer->pause();
+    letEventsRun();
+    EXPECT_EQ(streamer->radioState(), RadioStateStopped);
+    clock.turn(100);
+    media.setNetwork(Reachability::Status::WiFi);
+    letEventsRun();
+    EXPECT_EQ(streamer->radioState(), RadioStateStopped);
+}
+
+TEST_F(StreamerTest, AResetWaitsWithoutAndFailsWithANetwork)
+{
+    start({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}, Reset{}}});
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    server->release();
+    ASSERT_TRUE(reaches(RadioStateError));
+    EXPECT_EQ(streamer->radioError(), RadioErrorNetworkError);
+
+    start({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}, Reset{}}});
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    media.network = Reachability::Status::NotReachable;
+    server->release();
+    ASSERT_TRUE(reaches(RadioStateBuffering));
+    EXPECT_TRUE(streamer->isPaused());
+}
+
+TEST_F(StreamerTest, MovesFromWiFiToCellularByConnectingAnew)
+{
+    startPlaying({{Send{mp3Head}, WaitForRelease{}}});
+    media.setNetwork(Reachability::Status::Cellular);
+    ASSERT_TRUE(waitUntil([&] { return server->requestCount() == 2; }));
+    ASSERT_TRUE(reaches(RadioStateBuffering));
+}
+
+TEST_F(StreamerTest, AServerWithoutALifeSignTimesOut)
+{
+    start({{WaitForRelease{}}});
+    ASSERT_TRUE(waitUntil([&] { return server->requestCount() == 1; }));
+    clock.turn(29);
+    EXPECT_EQ(streamer->radioState(), RadioStateConnecting);
+    clock.turn(2);
+    ASSERT_TRUE(reaches(RadioStateError));
+    EXPECT_EQ(streamer->radioError(), RadioErrorNetworkError);
+}
+
+TEST_F(StreamerTest, AFastServerWaitsForThePlayer)
+{
+    start({{Send{mp3Head}, SendForever{QByteArray(65536, 's')}}});
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    // The sockets' own buffers fill up, then nothing more is taken.
+    qint64 sent = -1;
+    ASSERT_TRUE(waitUntil([&] {
+        const qint64 before = std::exchange(sent, server->bytesSent());
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        return before == server->bytesSent();
+    }));
+    EXPECT_LT(sent, 16 << 20);
+    clock.turn(300); // no idle time-out meanwhile
+    EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
+    ASSERT_TRUE(waitUntil([&] {
+        for (int i = 0; i < 1000 && !media.queue->enqueued.empty(); ++i)
+            media.queue->playOne();
+        return server->bytesSent() > sent + (4 << 20);
+    }));
+}
+
+TEST_F(StreamerTest, TheOutputThreadMayCallBackWhileTheMainThreadStopsEverything)
+{
+    for (int round = 0; round < 20; ++round) {
+        startPlaying();
+        const std::shared_ptr<FakeOutputQueue> queue = media.queue;
+        std::thread output([&] {
+            while (!queue->enqueued.empty())
+                queue->playOne();
+        });
+        if (round % 2)
+            streamer->pause();
+        else
+            streamer->shutdown();
+        output.join();
+        letEventsRun();
+        EXPECT_EQ(streamer->radioState(), RadioStateStopped);
+        streamer->shutdown();
+    }
+}
+
+TEST_F(StreamerTest, SaysNothingAfterShutdown)
+{
+    startPlaying();
+    listener->states.clear();
+    streamer->shutdown();
+    streamer->play();
+    streamer->pause();
+    media.setNetwork(Reachability::Status::Cellular);
+    clock.turn(200);
+    letEventsRun();
+    EXPECT_TRUE(listener->states.empty());
+    EXPECT_EQ(server->requestCount(), 1u);
+    const std::weak_ptr<Streamer> gone = streamer;
+    streamer.reset();
+    EXPECT_TRUE(waitUntil([&] { return gone.expired(); }));
+}
+
+TEST_F(StreamerTest, HoldsABackgroundTaskWhileItConnectsOutOfSight)
+{
+    start({{Send{mp3Head}, WaitForRelease{}, Send{QByteArray(4096, 's')}, WaitForRelease{}}});
+    setApplicationState(ApplicationState::Background);
+    NotificationCentre::defaultCentre().postNotification(applicationDidEnterBackground);
+    EXPECT_EQ(backgroundTaskCount(), 1);
+    ASSERT_TRUE(reaches(RadioStateBuffering));
+    server->release();
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    EXPECT_EQ(backgroundTaskCount(), 0);
+    playOut(); // the stall holds one again
+    EXPECT_EQ(backgroundTaskCount(), 1);
+    NotificationCentre::defaultCentre().postNotification(applicationWillEnterForeground);
+    EXPECT_EQ(backgroundTaskCount(), 0);
+    setApplicationState(ApplicationState::Active);
+}
+
+TEST_F(StreamerTest, SizesItsBuffersByTheFormat)
+{
+    struct Case
+    {
+        AudioStreamBasicDescription format;
+        std::optional<quint32> upperBound;
+        quint32 capacity;
+    };
+    const Case cases[] = {
+        {{.sampleRate = 44100, .framesPerPacket = 1152}, std::nullopt, 22050},
+        {{.sampleRate = 11025, .framesPerPacket = 576}, std::nullopt, 5512},
+        {{.sampleRate = 100, .framesPerPacket = 10}, 30, 1500},
+        {{.sampleRate = 44100, .framesPerPacket = 1152}, 1441, 65536},
+        {{.sampleRate = 1000, .bytesPerPacket = 40, .framesPerPacket = 30}, 9, 640},
+    };
+    for (const Case &c : cases) {
+        media.format = c.format;
+        media.upperBound = c.upperBound;
+        start({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}}});
+        ASSERT_TRUE(waitUntil([&] { return media.queue && media.queue->buffers.size() == 3; }));
+        EXPECT_EQ(media.queue->buffers.front().capacity(), c.capacity);
+        streamer->shutdown();
+        media.queue.reset();
+    }
+}
+
+TEST_F(StreamerTest, PrefersTheHighQualityFormatOfTheSameParser)
+{
+    media.formatList = {{.sampleRate = 2000, .format = AudioFormat::mpeg4AacHe, .framesPerPacket = 2048}};
+    start({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}}});
+    ASSERT_TRUE(waitUntil([&] { return media.queue != nullptr; }));
+    EXPECT_EQ(media.queueFormats.back(), media.formatList.front());
+}
+
+TEST_F(StreamerTest, ClampsVolumeAndBuffer)
+{
+    make("http://a.example/");
+    streamer->setVolume(1.7F);
+    EXPECT_FLOAT_EQ(streamer->volume(), 1);
+    streamer->setVolume(-1);
+    EXPECT_FLOAT_EQ(streamer->volume(), 0);
+    const std::pair<unsigned, quint64> cases[] = {{45, 60}, {30, 60}, {1, 2}, {0, 2}};
+    for (const auto &[seconds, buffers] : cases) {
+        streamer->setBufferInSeconds(seconds);
+        EXPECT_EQ(streamer->bufferCount(), buffers);
+    }
+}
