@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <chrono>
+#include <mutex>
+
+namespace orvel::demo {
+
+// One listener's connection, owned by the thread that serves it; only `abort` may come from another one.
+class Connection
+{
+public:
+    explicit Connection(int socket);
+    ~Connection();
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    // What has come; empty after some seconds without anything, or when the listener is gone.
+    QByteArray receive();
+    // Waits until everything is handed to the system. False when the listener is gone.
+    bool send(QByteArrayView bytes);
+    // False when the listener leaves within the time.
+    bool stay(std::chrono::milliseconds time);
+    void stayForGood();
+
+    // Once the listener has everything that was sent, makes `close` a reset.
+    void reset();
+    // The listener sees the end of the stream.
+    void close();
+    // Makes every wait return and every later one fail; from any thread, also after `close`.
+    void abort();
+
+private:
+    bool waitFor(short events, int milliseconds) const;
+
+    std::mutex closing_; // keeps `abort` off a descriptor that is already somebody else's
+    int socket_;
+};
+
+} // namespace orvel::demo

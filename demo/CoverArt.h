@@ -1,0 +1,12 @@
+#pragma once
+
+#include "demo/StationContent.h"
+
+#include <QImage>
+
+namespace orvel::demo {
+
+// A radio's large picture, 600 by 600. Always the same for the same art.
+QImage drawCover(const Art &art);
+
+} // namespace orvel::demo

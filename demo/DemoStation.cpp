@@ -1,0 +1,129 @@
+#include "demo/DemoStation.h"
+
+#include "demo/PictureBook.h"
+#include "demo/Playlists.h"
+#include "demo/StationApi.h"
+#include "demo/StreamServer.h"
+
+#include <QLoggingCategory>
+
+#include <utility>
+
+namespace orvel {
+
+using namespace demo;
+
+namespace {
+
+Q_LOGGING_CATEGORY(logDemo, "orvel.demo")
+
+QByteArray keyOr(const QByteArray &given, const char *configured)
+{
+    return given.isEmpty() ? QByteArray(configured) : given;
+}
+
+quint16 portAfter(quint16 first, int offset) { return first == 0 ? quint16(0) : quint16(first + offset); }
+
+QString address(quint16 port) { return QStringLiteral("http://127.0.0.1:%1").arg(port); }
+
+} // namespace
+
+struct DemoStation::Parts
+{
+    Parts(const Options &options, std::unique_ptr<WebServer> siteServer,
+          std::unique_ptr<StreamServer> streamServer, std::unique_ptr<WebServer> networkServer)
+        : content(address(siteServer->port()), address(streamServer->port()))
+        , pictures(content.programmes())
+        , api({keyOr(options.stationSigningKey, ORVEL_STATION_SIGNING_KEY),
+               keyOr(options.stationPublicKey, ORVEL_STATION_PUBLIC_KEY)},
+              content.webradio())
+        , networkApi({keyOr(options.networkSigningKey, ORVEL_NETWORK_SIGNING_KEY),
+                      keyOr(options.networkPublicKey, ORVEL_NETWORK_PUBLIC_KEY)},
+                     content.network())
+        , streams(std::move(streamServer))
+        , network(std::move(networkServer))
+        , site(std::move(siteServer))
+    {
+    }
+
+    WebAnswer siteAnswer(const WebRequest &request)
+    {
+        if (const auto answer = api.answer(request))
+            return *answer;
+        if (const auto answer = pictures.answer(request))
+            return *answer;
+        if (const auto answer = playlistAnswer(content, request))
+            return *answer;
+        return missing();
+    }
+
+    static WebAnswer missing() { return {404, "text/plain; charset=utf-8", "Cette page n'existe pas.\n"}; }
+
+    StationContent content;
+    PictureBook pictures;
+    StationApi api;
+    StationApi networkApi;
+    // Destroyed first: they use all of the above.
+    std::unique_ptr<StreamServer> streams;
+    std::unique_ptr<WebServer> network;
+    std::unique_ptr<WebServer> site;
+};
+
+std::unique_ptr<DemoStation> DemoStation::start(const Options &options)
+{
+    auto site = WebServer::listen(options.port);
+    auto streams = StreamServer::listen(portAfter(options.port, 1));
+    auto network = WebServer::listen(portAfter(options.port, 2));
+    if (!site || !streams || !network) {
+        qCWarning(logDemo, "A port of the demo station is taken (%d to %d)", options.port, options.port + 2);
+        return nullptr;
+    }
+    auto parts = std::make_unique<Parts>(options, std::move(site), std::move(streams), std::move(network));
+    Parts &p = *parts;
+    p.streams->start(p.content, {options.burstBytes, options.paced});
+    p.network->start(
+        [&p](const WebRequest &request) { return p.networkApi.answer(request).value_or(Parts::missing()); });
+    p.site->start([&p](const WebRequest &request) { return p.siteAnswer(request); });
+    return std::unique_ptr<DemoStation>(new DemoStation(std::move(parts)));
+}
+
+DemoStation::DemoStation(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
+
+DemoStation::~DemoStation() = default;
+
+QString DemoStation::siteUrl() const { return parts_->content.siteUrl(); }
+
+QString DemoStation::networkWebradioUrl() const
+{
+    return address(parts_->network->port()) + QStringLiteral("/api/webradio");
+}
+
+QStringList DemoStation::radioIds() const
+{
+    QStringList ids;
+    for (const Programme &programme : parts_->content.programmes())
+        ids.append(programme.id);
+    return ids;
+}
+
+QString DemoStation::radioName(const QString &id) const
+{
+    const Programme *programme = parts_->content.byId(id);
+    return programme ? programme->name : QString();
+}
+
+QString DemoStation::listenUrl(const QString &id) const
+{
+    const Programme *programme = parts_->content.byId(id);
+    return programme ? programme->listed : QString();
+}
+
+QString DemoStation::streamUrl(const QString &id) const
+{
+    const Programme *programme = parts_->content.byId(id);
+    return programme ? parts_->content.streamUrl(*programme) : QString();
+}
+
+int DemoStation::encodersStarted() const { return parts_->streams->encodersStarted(); }
+
+} // namespace orvel

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "demo/StationContent.h"
+#include "demo/Synth.h"
+
+#include <QByteArray>
+
+#include <memory>
+
+struct AVCodecContext;
+struct AVFrame;
+struct AVPacket;
+
+namespace orvel::demo {
+
+// One whole MP3 or ADTS frame, which a decoder can start with.
+struct Frame
+{
+    QByteArray bytes;
+    QByteArray title; // what plays, as UTF-8
+    double seconds = 0;
+};
+
+// A programme's endless sound as frames, as fast as it is asked for.
+class Encoder
+{
+public:
+    // Null when the codec library lacks the encoder.
+    static std::unique_ptr<Encoder> open(const Programme &programme, int firstSong);
+    ~Encoder();
+
+    Frame next();
+
+private:
+    struct FreeContext
+    {
+        void operator()(AVCodecContext *context) const;
+    };
+    struct FreeFrame
+    {
+        void operator()(AVFrame *frame) const;
+    };
+    struct FreePacket
+    {
+        void operator()(AVPacket *packet) const;
+    };
+
+    Encoder(const Programme &programme, int firstSong);
+    bool openCodec();
+    bool feed();
+    QByteArray packetBytes() const;
+
+    const Programme &programme_;
+    Synth synth_;
+    int song_ = 0;
+    std::unique_ptr<AVCodecContext, FreeContext> context_;
+    std::unique_ptr<AVFrame, FreeFrame> frame_;
+    std::unique_ptr<AVPacket, FreePacket> packet_;
+};
+
+} // namespace orvel::demo

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace orvel::demo {
+
+// Puts a metadata block after each `interval` bytes of one listener's audio.
+class IcyFraming
+{
+public:
+    // 0 or less: no metadata at all.
+    explicit IcyFraming(qint64 interval) : interval_(interval) {}
+
+    // `audio` with the blocks that fall into it. A block says `title` (UTF-8) when the listener has not been
+    // told yet, and is a single zero byte otherwise.
+    QByteArray framed(const QByteArray &audio, const QByteArray &title);
+
+    // Length byte, "StreamTitle='...';" and zeros up to a multiple of 16. A title that is too long for the
+    // length byte (127, since readers take it as signed) is cut between two characters.
+    static QByteArray block(QByteArray title);
+
+private:
+    qint64 interval_;
+    qint64 sinceBlock_ = 0;
+    QByteArray told_;
+};
+
+} // namespace orvel::demo

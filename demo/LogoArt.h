@@ -1,0 +1,12 @@
+#pragma once
+
+#include "demo/StationContent.h"
+
+#include <QImage>
+
+namespace orvel::demo {
+
+// A radio's logo, 160 by 160: a light sign on the radio's colours. Always the same for the same art.
+QImage drawLogo(const Art &art);
+
+} // namespace orvel::demo

@@ -1,0 +1,104 @@
+#include "demo/StreamServer.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace orvel::demo {
+
+namespace {
+
+constexpr std::size_t maximumVisits = 100;
+
+} // namespace
+
+std::unique_ptr<StreamServer> StreamServer::listen(quint16 port)
+{
+    const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int on = 1;
+    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    auto *generic = reinterpret_cast<sockaddr *>(&address);
+    socklen_t size = sizeof address;
+    if (::bind(socket, generic, size) != 0 || ::listen(socket, SOMAXCONN) != 0 ||
+        ::getsockname(socket, generic, &size) != 0) {
+        ::close(socket);
+        return nullptr;
+    }
+    return std::unique_ptr<StreamServer>(new StreamServer(socket, ntohs(address.sin_port)));
+}
+
+StreamServer::~StreamServer()
+{
+    stop_.request_stop();
+    ::shutdown(socket_, SHUT_RDWR);
+    if (acceptor_.joinable())
+        acceptor_.join();
+    ::close(socket_);
+    for (Visit &visit : visits_)
+        visit.connection.abort();
+    visits_.clear();
+}
+
+void StreamServer::start(const StationContent &content, const StreamSettings &settings)
+{
+    settings_ = settings;
+    siteUrl_ = content.siteUrl();
+    for (const Programme &programme : content.programmes())
+        channels_.emplace_back(programme);
+    acceptor_ = std::jthread([this] { acceptAll(); });
+}
+
+int StreamServer::encodersStarted() const
+{
+    int sum = 0;
+    for (const Channel &channel : channels_)
+        sum += channel.encodersStarted();
+    return sum;
+}
+
+void StreamServer::acceptAll()
+{
+    while (!stop_.stop_requested()) {
+        const int socket = ::accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
+        std::erase_if(visits_, [](const Visit &visit) { return visit.over.load(); });
+        if (socket >= 0)
+            welcome(socket);
+        else if (!stop_.stop_requested() && (errno == EMFILE || errno == ENFILE))
+            std::this_thread::sleep_for(std::chrono::milliseconds(20)); // until a listener leaves
+    }
+}
+
+void StreamServer::welcome(int socket)
+{
+    const int on = 1;
+    ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    if (visits_.size() >= maximumVisits) {
+        ::close(socket);
+        return;
+    }
+    Visit &visit = visits_.emplace_back(socket);
+    visit.thread = std::jthread([this, &visit] {
+        StreamSession session(visit.connection, settings_, siteUrl_);
+        session.serve([this](const QString &stream) { return channel(stream); }, stop_.get_token());
+        visit.connection.close();
+        visit.over = true;
+    });
+}
+
+Channel *StreamServer::channel(const QString &stream)
+{
+    const auto found = std::ranges::find_if(
+        channels_, [&](const Channel &channel) { return channel.programme().stream == stream; });
+    return found == channels_.end() ? nullptr : &*found;
+}
+
+} // namespace orvel::demo

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "demo/StreamSession.h"
+
+#include <atomic>
+#include <list>
+#include <memory>
+#include <thread>
+
+namespace orvel::demo {
+
+// The live streams on a port of their own, with one thread a listener. No HTTP library is in the way:
+// streaming servers answer as no library would let us.
+class StreamServer
+{
+public:
+    // Listens on 127.0.0.1; port 0 takes any free one. Null when the port is taken.
+    static std::unique_ptr<StreamServer> listen(quint16 port);
+    ~StreamServer();
+    StreamServer(const StreamServer &) = delete;
+    StreamServer &operator=(const StreamServer &) = delete;
+
+    quint16 port() const { return port_; }
+    // Begins to answer. `content` outlives the server.
+    void start(const StationContent &content, const StreamSettings &settings);
+    int encodersStarted() const;
+
+private:
+    struct Visit
+    {
+        explicit Visit(int socket) : connection(socket) {}
+        Connection connection;
+        std::atomic<bool> over = false;
+        std::jthread thread;
+    };
+
+    StreamServer(int socket, quint16 port) : socket_(socket), port_(port) {}
+    void acceptAll();
+    void welcome(int socket);
+    Channel *channel(const QString &stream);
+
+    int socket_;
+    quint16 port_;
+    StreamSettings settings_;
+    QString siteUrl_;
+    std::list<Channel> channels_;
+    std::list<Visit> visits_; // touched by the accepting thread alone, and by the destructor after it
+    std::stop_source stop_;
+    std::jthread acceptor_;
+};
+
+} // namespace orvel::demo

@@ -1,0 +1,85 @@
+#include "demo/WebServer.h"
+
+#include <QCryptographicHash>
+
+#include <httplib.h>
+
+namespace orvel::demo {
+
+namespace {
+
+constexpr auto host = "127.0.0.1";
+
+WebRequest readRequest(const httplib::Request &request, bool post)
+{
+    WebRequest result;
+    result.post = post;
+    result.path = QString::fromStdString(request.path);
+    const std::size_t mark = request.target.find('?');
+    if (mark != std::string::npos)
+        result.query = QByteArray::fromStdString(request.target.substr(mark + 1));
+    for (const auto &[name, value] : request.headers)
+        result.headers.insert(QByteArray::fromStdString(name).toLower(), QByteArray::fromStdString(value));
+    return result;
+}
+
+void writeAnswer(const WebRequest &request, const WebAnswer &answer, httplib::Response &response)
+{
+    response.status = answer.status;
+    if (answer.maximumAge > 0) {
+        const QByteArray tag =
+            '"' + QCryptographicHash::hash(answer.body, QCryptographicHash::Sha1).toHex() + '"';
+        response.set_header("ETag", tag.toStdString());
+        response.set_header("Cache-Control", "max-age=" + std::to_string(answer.maximumAge));
+        if (request.headers.value("if-none-match") == tag) {
+            response.status = 304;
+            return;
+        }
+    }
+    response.set_content(answer.body.constData(), std::size_t(answer.body.size()), answer.type.constData());
+}
+
+} // namespace
+
+WebServer::WebServer() : server_(std::make_unique<httplib::Server>()) {}
+
+std::unique_ptr<WebServer> WebServer::listen(quint16 port)
+{
+    std::unique_ptr<WebServer> result(new WebServer);
+    httplib::Server &server = *result->server_;
+    // The library's default would let two stations share a port.
+    server.set_socket_options([](socket_t socket) {
+        const int on = 1;
+        ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    });
+    server.new_task_queue = [] { return new httplib::ThreadPool(4); };
+    // An idle connection would hold a thread, and with it the end of the program.
+    server.set_keep_alive_max_count(1);
+    server.set_keep_alive_timeout(1);
+    server.set_payload_max_length(64 * 1024);
+    const int bound = port == 0 ? server.bind_to_any_port(host) : server.bind_to_port(host, port) ? port : -1;
+    if (bound <= 0)
+        return nullptr;
+    result->port_ = quint16(bound);
+    return result;
+}
+
+WebServer::~WebServer() { server_->stop(); }
+
+void WebServer::start(Handler handler)
+{
+    const auto answer = [handler = std::move(handler)](bool post) {
+        return [handler, post](const httplib::Request &request, httplib::Response &response) {
+            const WebRequest read = readRequest(request, post);
+            writeAnswer(read, handler(read), response);
+        };
+    };
+    server_->Get(".*", answer(false));
+    server_->Post(".*", answer(true));
+    thread_ = std::jthread([this] { server_->listen_after_bind(); });
+    // Stopping a server that does not run yet would have no effect.
+    while (!server_->is_running())
+        std::this_thread::yield();
+}
+
+} // namespace orvel::demo

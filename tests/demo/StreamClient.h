@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayList>
+#include <QString>
+
+namespace orvel::test {
+
+// A listener on a plain socket, which sees how a stream ends.
+class StreamClient
+{
+public:
+    enum class End { Open, Closed, Reset };
+
+    explicit StreamClient(const QString &url, const QByteArray &headers = {});
+    ~StreamClient();
+    StreamClient(const StreamClient &) = delete;
+    StreamClient &operator=(const StreamClient &) = delete;
+
+    // Reads until the body has `bytes`, or the stream ends, or nothing came for `patience` milliseconds.
+    void readBody(qsizetype bytes, int patience = 20000);
+    End end() const { return end_; }
+
+    QByteArray head() const; // without the empty line
+    QByteArray body() const;
+    // The body's audio and its metadata blocks, for a body with a block after each `interval` bytes.
+    QByteArray audio(qsizetype interval, QByteArrayList *blocks) const;
+
+private:
+    int socket_;
+    End end_ = End::Open;
+    QByteArray received_;
+};
+
+// The length of the MP3 or ADTS frame that begins at `at`; 0 when none does.
+qsizetype frameLength(const QByteArray &audio, qsizetype at);
+// Whether `audio` is frames from its first byte on, the last one perhaps cut.
+bool isFrames(const QByteArray &audio);
+
+} // namespace orvel::test
