@@ -1,0 +1,56 @@
+#pragma once
+
+#include "api/json/JsonBase.h"
+#include "api/json/JsonKeyTable.h"
+#include "api/json/JsonScanner.h"
+#include "api/json/JsonValue.h"
+
+#include <vector>
+
+namespace orvel {
+
+// Builds the tree of one JSON text, without recursion.
+class JsonTreeReader
+{
+public:
+    JsonTreeReader(QByteArrayView utf8, JsonBase &errors) : m_scanner(utf8, errors), m_errors(errors) {}
+
+    // The one value of the whole text; absent when there is an error.
+    JsonValue read();
+
+private:
+    enum class Next { Value, BehindValue, Failed };
+    struct Open
+    {
+        bool isObject;
+        size_t firstValue;
+        size_t firstKey;
+    };
+
+    bool readTree();
+    Next readValue();
+    Next readWord(QByteArrayView rest, const JsonValue &value, const QString &description);
+    Next readElement();
+    Next readMember();
+    bool readKey();
+    Next readBehindElement();
+    Next readBehindMember();
+    Next openContainer(bool isObject);
+    Next closeContainer();
+    // The value that is due is missing; so is, therefore, the one of each array or object around it.
+    Next failValue();
+    Next failValue(int code, const QString &description);
+    // The innermost array or object is broken.
+    Next failContainer(int code, const QString &description);
+    void leaveContainer();
+
+    JsonScanner m_scanner;
+    JsonBase &m_errors;
+    std::vector<Open> m_open;
+    // Gathered for all that is open.
+    std::vector<JsonValue> m_values;
+    std::vector<JsonKeyTable::Key *> m_keys;
+    JsonKeyTable m_table;
+};
+
+} // namespace orvel

@@ -1,0 +1,116 @@
+#pragma once
+
+#include "api/json/Decimal.h"
+
+#include <QString>
+#include <concepts>
+#include <memory>
+#include <variant>
+#include <vector>
+
+namespace orvel {
+
+class JsonObjectProxy;
+struct JsonContainer;
+
+// A decoded JSON value, or none at all (absent). Copies share their content until one of them is changed.
+// Reading never fails: what is not there, or is asked of the wrong kind, is absent. Copying, comparing and
+// freeing need no stack, however deep the tree.
+class JsonValue
+{
+public:
+    JsonValue() = default;          // absent
+    JsonValue(const QString &text); // a null text is absent
+    JsonValue(const char *utf8) : JsonValue(QString::fromUtf8(utf8)) {}
+    JsonValue(const Decimal &number) : m_content(number) {}
+    template<std::same_as<bool> T>
+    JsonValue(T truth) : m_content(truth)
+    {
+    }
+    template<std::integral T>
+    requires(!std::same_as<T, bool> && (std::is_signed_v<T> || sizeof(T) < sizeof(qint64)))
+        JsonValue(T number)
+        : JsonValue(Decimal(static_cast<qint64>(number)))
+    {
+    }
+    static JsonValue null();
+    static JsonValue emptyArray();
+    static JsonValue emptyObject();
+    static JsonValue array(std::vector<JsonValue> elements);
+    static JsonValue foreign(std::shared_ptr<const JsonObjectProxy> object);
+
+    JsonValue(const JsonValue &) = default;
+    JsonValue(JsonValue &&) = default;
+    // Not for what a look-up gives: it is a copy.
+    JsonValue &operator=(const JsonValue &) & = default;
+    JsonValue &operator=(JsonValue &&) & = default;
+    ~JsonValue() = default;
+
+    bool isAbsent() const { return std::holds_alternative<std::monostate>(m_content); }
+    bool isNull() const { return std::holds_alternative<Null>(m_content); }
+    bool isBool() const { return std::holds_alternative<bool>(m_content); }
+    bool isNumber() const { return std::holds_alternative<Decimal>(m_content); }
+    bool isString() const { return std::holds_alternative<QString>(m_content); }
+    bool isArray() const;
+    bool isObject() const;
+    bool isContainer() const { return std::holds_alternative<Container>(m_content); }
+
+    // The value under a key of an object, or at a place of an array; absent when there is none.
+    JsonValue operator[](QStringView key) const;
+    JsonValue operator[](const QString &key) const { return (*this)[QStringView(key)]; }
+    JsonValue operator[](const char *key) const { return (*this)[QString::fromUtf8(key)]; }
+    JsonValue operator[](std::integral auto index) const { return at(static_cast<qsizetype>(index)); }
+    bool contains(QStringView key) const;
+    // How many elements or members; 0 for what is no container.
+    qsizetype size() const { return static_cast<qsizetype>(values().size()); }
+    // An array's elements, or an object's values in order of arrival; empty for what is neither.
+    const std::vector<JsonValue> &values() const;
+    // An object's keys in order of arrival, one for each of values(); empty for what is no object.
+    const std::vector<QString> &keys() const;
+
+    // The "%@" text: a string itself, a number's plain text, a boolean's "1" or "0", "<null>", "(null)" when
+    // absent, a container as readable JSON.
+    QString text() const;
+    // A string's text; a null text for everything else.
+    QString string() const;
+    // A number; zero for everything else.
+    Decimal decimal() const;
+    // The leading whole number of a string, a number without its fraction (saturating), 1 or 0 of a boolean;
+    // else 0.
+    qint64 integerValue() const;
+    bool boolValue() const { return integerValue() != 0; }
+    std::shared_ptr<const JsonObjectProxy> foreignObject() const;
+
+    // Sets an object's member, in its old place when the key is there already. An absent value takes the
+    // member away. Nothing happens to what is no object.
+    void set(const QString &key, const JsonValue &value);
+    void remove(QStringView key);
+    // The same for arrays; an absent value or a place out of range changes nothing.
+    void append(const JsonValue &value);
+    void replace(qsizetype index, const JsonValue &value);
+    void removeAt(qsizetype index);
+
+    // Numbers are equal by value, objects whatever the order of their members.
+    bool operator==(const JsonValue &other) const;
+
+private:
+    friend class JsonTreeReader;
+    friend struct JsonContainer;
+    struct Null
+    {
+        bool operator==(const Null &) const = default;
+    };
+    using Container = std::shared_ptr<JsonContainer>;
+    using Content = std::variant<std::monostate, Null, bool, Decimal, QString, Container,
+                                 std::shared_ptr<const JsonObjectProxy>>;
+
+    explicit JsonValue(Content content) : m_content(std::move(content)) {}
+    JsonValue at(qsizetype index) const;
+    const JsonContainer *container() const;
+    JsonContainer *changeable();
+    bool equalsScalar(const JsonValue &other) const;
+
+    Content m_content;
+};
+
+} // namespace orvel

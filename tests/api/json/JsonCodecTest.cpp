@@ -1,0 +1,66 @@
+#include "api/json/JsonCodec.h"
+#include "api/json/JsonShorthands.h"
+
+#include <QStringList>
+#include <gtest/gtest.h>
+
+using namespace orvel;
+
+namespace {
+
+QStringList logged;
+
+void keepMessage(QtMsgType, const QMessageLogContext &, const QString &message) { logged.append(message); }
+
+} // namespace
+
+TEST(JsonCodecTest, HandsOutTheLastErrorWithItsChain)
+{
+    JsonCodec codec;
+    JsonError error;
+    EXPECT_TRUE(codec.objectWithString("[1,]", &error).isAbsent());
+    EXPECT_EQ(error.code, 9);
+    EXPECT_TRUE(codec.objectWithString("1", false, &error).isAbsent());
+    EXPECT_EQ(error.localizedDescription, "Valid fragment, but not JSON");
+    EXPECT_EQ(codec.errorTrace().size(), 1U);
+    EXPECT_EQ(codec.objectWithString("1", true, &error).integerValue(), 1);
+    EXPECT_TRUE(codec.errorTrace().empty());
+    EXPECT_TRUE(codec.fragmentWithString("x", nullptr).isAbsent());
+
+    EXPECT_TRUE(codec.stringWithObject(1, &error).isNull());
+    EXPECT_EQ(error.code, 4);
+    EXPECT_EQ(codec.stringWithFragment(1, &error), "1");
+    EXPECT_EQ(codec.stringWithObject(1, true, nullptr), "1");
+}
+
+TEST(JsonCodecTest, ForwardsItsSettings)
+{
+    JsonCodec codec;
+    codec.setMaxDepth(1);
+    JsonError error;
+    EXPECT_TRUE(codec.objectWithString("[[]]", &error).isAbsent());
+    EXPECT_EQ(error.underlying->localizedDescription, "Nested too deep");
+    EXPECT_TRUE(codec.stringWithObject(JsonValue::array({JsonValue::emptyArray()}), &error).isNull());
+    EXPECT_EQ(error.code, 7);
+    codec.setHumanReadable(true);
+    codec.setSortKeys(true);
+    EXPECT_EQ(codec.stringWithObject(codec.objectWithString(R"({"b":1,"a":2})")),
+              "{\n  \"a\" : 2,\n  \"b\" : 1\n}");
+}
+
+TEST(JsonCodecTest, OneCallFormsLogWhatFailed)
+{
+    const QtMessageHandler before = qInstallMessageHandler(keepMessage);
+    EXPECT_TRUE(JSONValue("1").isAbsent());
+    EXPECT_TRUE(JSONFragmentValue("x").isAbsent());
+    EXPECT_TRUE(JSONRepresentation(1).isNull());
+    EXPECT_TRUE(JSONFragment(JsonValue()).isNull());
+    EXPECT_EQ(JSONFragmentValue(QStringLiteral("1")).integerValue(), 1);
+    qInstallMessageHandler(before);
+    ASSERT_EQ(logged.size(), 4);
+    EXPECT_TRUE(logged[0].startsWith("-JSONValue failed. Error trace is: (")) << logged[0].toStdString();
+    EXPECT_TRUE(logged[0].contains("Valid fragment, but not JSON"));
+    EXPECT_TRUE(logged[1].startsWith("-JSONFragmentValue failed. Error trace is: "));
+    EXPECT_TRUE(logged[2].startsWith("-JSONRepresentation failed. Error trace is: "));
+    EXPECT_TRUE(logged[3].startsWith("-JSONFragment failed. Error trace is: "));
+}

@@ -1,0 +1,87 @@
+#include "api/json/JsonValue.h"
+#include "api/json/JsonObjectProxy.h"
+#include "api/json/JsonShorthands.h"
+
+#include <gtest/gtest.h>
+
+using namespace orvel;
+
+TEST(JsonValueTest, LookingUpWhatIsNotThereGivesAbsent)
+{
+    const JsonValue value = JSONValue(R"({"a":{"b":[10,20]},"s":"text"})");
+    EXPECT_EQ(value["a"]["b"][1].integerValue(), 20);
+    EXPECT_TRUE(value["x"]["y"][3]["z"].isAbsent());
+    EXPECT_TRUE(value["s"]["a"].isAbsent());
+    EXPECT_TRUE(value["a"]["b"][2].isAbsent());
+    EXPECT_TRUE(value["a"]["b"][-1].isAbsent());
+    EXPECT_TRUE(value["a"]["b"]["a"].isAbsent());
+    EXPECT_EQ(value.size(), 2);
+    EXPECT_EQ(value["s"].size(), 0);
+}
+
+TEST(JsonValueTest, TextsAndIntegers)
+{
+    const JsonValue values = JSONValue(R"(["8192;x", -12.9, true, false, null, [1], 1e30])");
+    const std::pair<const char *, qint64> cases[] = {{"8192;x", 8192},
+                                                     {"-12.9", -12},
+                                                     {"1", 1},
+                                                     {"0", 0},
+                                                     {"<null>", 0},
+                                                     {"[\n  1\n]", 0},
+                                                     {"1000000000000000000000000000000", INT64_MAX},
+                                                     {"(null)", 0}};
+    for (int i = 0; i < int(std::size(cases)); ++i) {
+        EXPECT_EQ(values[i].text().toStdString(), cases[i].first);
+        EXPECT_EQ(values[i].integerValue(), cases[i].second);
+    }
+    EXPECT_TRUE(JsonValue(QString()).isAbsent());
+    EXPECT_TRUE(JsonValue("").isString());
+    EXPECT_EQ(JsonValue(std::numeric_limits<qint64>::min()).text(), "-9223372036854775808");
+}
+
+TEST(JsonValueTest, ChangingACopyLeavesTheOriginal)
+{
+    const JsonValue list = JSONValue(R"([{"id":1,"name":"a"},{"id":2,"name":"b"}])");
+    JsonValue changed = list;
+    JsonValue entry = changed[0];
+    entry.set("playing", true);
+    entry.set("name", "c");
+    entry.set("id", JsonValue());
+    changed.replace(0, entry);
+    changed.append(changed);
+    changed.removeAt(1);
+    EXPECT_EQ(JSONRepresentation(changed),
+              R"([{"name":"c","playing":true},[{"name":"c","playing":true},{"id":2,"name":"b"}]])");
+    EXPECT_EQ(JSONRepresentation(list), R"([{"id":1,"name":"a"},{"id":2,"name":"b"}])");
+}
+
+TEST(JsonValueTest, ComparesNumbersByValueAndObjectsWithoutOrder)
+{
+    EXPECT_TRUE(JSONValue(R"({"a":1.0,"b":["x",null]})") == JSONValue(R"({"b":["x",null],"a":1})"));
+    EXPECT_FALSE(JSONValue("[1]") == JSONValue("[true]"));
+    EXPECT_FALSE(JSONValue("{\"a\":1}") == JSONValue("{\"b\":1}"));
+    EXPECT_FALSE(JSONValue("[]") == JSONValue("{}"));
+    EXPECT_FALSE(JsonValue() == JsonValue::null());
+}
+
+TEST(JsonValueTest, FindsKeysOfLargeObjects)
+{
+    constexpr int count = 100000;
+    QByteArray text = "{";
+    for (int i = 0; i < count; ++i)
+        text += "\"key" + QByteArray::number(i) + "\":" + QByteArray::number(i) + ',';
+    text += "\"key7\":-7}";
+    JsonValue value = JSONValue(text);
+    ASSERT_EQ(value.size(), count);
+    EXPECT_EQ(value["key7"].integerValue(), -7);
+    for (int i = 8; i < count; ++i)
+        ASSERT_EQ(value[QStringLiteral("key%1").arg(i)].integerValue(), i);
+    const JsonValue before = value;
+    value.remove(u"key0");
+    value.set("new", 1);
+    EXPECT_FALSE(value.contains(u"key0"));
+    EXPECT_EQ(value["key99999"].integerValue(), 99999);
+    EXPECT_EQ(value.keys().back(), "new");
+    EXPECT_TRUE(before.contains(u"key0"));
+    EXPECT_FALSE(before.contains(u"new"));
+}

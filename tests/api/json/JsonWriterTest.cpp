@@ -1,0 +1,104 @@
+#include "api/json/JsonWriter.h"
+#include "api/json/JsonObjectProxy.h"
+#include "api/json/JsonParser.h"
+
+#include <QStringList>
+#include <gtest/gtest.h>
+
+using namespace orvel;
+
+namespace {
+
+class Thing : public JsonObjectProxy
+{
+public:
+    explicit Thing(const JsonValue &offer = {}) : m_offer(offer) {}
+    QString className() const override { return QStringLiteral("Thing"); }
+    JsonValue proxyForJson() const override { return m_offer; }
+
+private:
+    JsonValue m_offer;
+};
+
+class Endless : public JsonObjectProxy
+{
+public:
+    QString className() const override { return QStringLiteral("Endless"); }
+    JsonValue proxyForJson() const override { return JsonValue::foreign(std::make_shared<Endless>()); }
+};
+
+JsonValue thing(const JsonValue &offer = {}) { return JsonValue::foreign(std::make_shared<Thing>(offer)); }
+
+QStringList descriptions(const JsonBase &base)
+{
+    QStringList texts;
+    for (const auto &error : base.errorTrace())
+        texts.append(error->localizedDescription);
+    return texts;
+}
+
+} // namespace
+
+TEST(JsonWriterTest, WritesLinesAndSortsKeysWhenAsked)
+{
+    JsonParser parser;
+    const JsonValue value = parser.objectWithString(R"({"b":[1,{"y":[],"x":{}}],"a":null})");
+    JsonWriter writer;
+    EXPECT_EQ(writer.stringWithObject(value), R"({"b":[1,{"y":[],"x":{}}],"a":null})");
+    writer.setSortKeys(true);
+    EXPECT_EQ(writer.stringWithObject(value), R"({"a":null,"b":[1,{"x":{},"y":[]}]})");
+    writer.setHumanReadable(true);
+    EXPECT_EQ(writer.stringWithObject(value).toStdString(), R"({
+  "a" : null,
+  "b" : [
+    1,
+    {
+      "x" : {},
+      "y" : []
+    }
+  ]
+})");
+}
+
+TEST(JsonWriterTest, EscapesOnlyWhatItMust)
+{
+    JsonWriter writer;
+    EXPECT_EQ(writer.stringWithFragment(QString::fromUtf16(u"a/é\"\\\b\t\n\f\r\x01\x1f\x7f")),
+              QString::fromUtf16(u"\"a/é\\\"\\\\\\b\\t\\n\\f\\r\\u0001\\u001f\x7f\""));
+}
+
+TEST(JsonWriterTest, ReplacesForeignObjectsByWhatTheyOffer)
+{
+    JsonWriter writer;
+    JsonValue object = JsonValue::emptyObject();
+    object.set("thing", thing(thing(7)));
+    EXPECT_EQ(writer.stringWithObject(object), R"({"thing":7})");
+    EXPECT_EQ(writer.stringWithObject(thing(object)), R"({"thing":7})");
+}
+
+TEST(JsonWriterTest, NamesWhatItCannotWrite)
+{
+    JsonWriter writer;
+    JsonValue inner = JsonValue::emptyObject();
+    inner.set("k", JsonValue::array({1, thing()}));
+    JsonValue outer = JsonValue::emptyObject();
+    outer.set("o", inner);
+    EXPECT_TRUE(writer.stringWithObject(outer).isNull());
+    EXPECT_EQ(descriptions(writer), (QStringList{"JSON serialisation not supported for Thing",
+                                                 "Unsupported value for key k in object",
+                                                 "Unsupported value for key o in object"}));
+
+    for (const JsonValue &value : {JsonValue("text"), JsonValue(), thing(), thing(1)}) {
+        EXPECT_TRUE(writer.stringWithObject(value).isNull());
+        EXPECT_EQ(descriptions(writer), QStringList{"Not valid type for JSON"});
+    }
+    EXPECT_TRUE(writer.stringWithFragment(JsonValue()).isNull());
+    EXPECT_EQ(descriptions(writer), QStringList{"JSON serialisation not supported for (null)"});
+    EXPECT_TRUE(writer.stringWithFragment(JsonValue::foreign(std::make_shared<Endless>())).isNull());
+
+    JsonValue deep = JsonValue::emptyArray();
+    for (int i = 0; i < 512; ++i)
+        deep = JsonValue::array({deep});
+    EXPECT_TRUE(writer.stringWithObject(deep).isNull());
+    EXPECT_EQ(descriptions(writer), QStringList{"Nested too deep"});
+}
