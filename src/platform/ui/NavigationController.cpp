@@ -46,6 +46,8 @@ void NavigationController::setNavigationBarHidden(bool hidden)
     Q_EMIT navigationBarHiddenChanged();
 }
 
+void NavigationController::viewDidLoad() { m_stack.back()->loadViewIfNeeded(); }
+
 void NavigationController::viewWillAppear() { m_stack.back()->appear(); }
 
 void NavigationController::viewDidDisappear() { m_stack.back()->disappear(); }

@@ -31,6 +31,7 @@ Q_SIGNALS:
     void navigationBarHiddenChanged();
 
 protected:
+    void viewDidLoad() override;
     void viewWillAppear() override;
     void viewDidDisappear() override;
 

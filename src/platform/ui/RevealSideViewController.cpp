@@ -56,6 +56,8 @@ void RevealSideViewController::setPanInteractionsWhenClosed(int interactions)
     Q_EMIT panOpensChanged();
 }
 
+void RevealSideViewController::viewDidLoad() { m_center->loadViewIfNeeded(); }
+
 void RevealSideViewController::viewWillAppear()
 {
     m_center->appear();

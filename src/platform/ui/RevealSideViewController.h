@@ -53,6 +53,7 @@ Q_SIGNALS:
     void panOpensChanged();
 
 protected:
+    void viewDidLoad() override;
     void viewWillAppear() override;
     void viewDidDisappear() override;
 

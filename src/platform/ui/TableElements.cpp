@@ -6,19 +6,29 @@
 
 namespace orvel {
 
+namespace {
+
+// Whether the layout of `shown` can show `next` in its place.
+bool canStay(const TableElement &shown, const TableElement &next)
+{
+    return shown.view && shown.view->metaObject() == next.view->metaObject();
+}
+
+} // namespace
+
 void TableElements::become(const std::vector<TableElement> &elements)
 {
     int at = 0;
     for (const TableElement &element : elements) {
         while (at < rowCount() && m_elements[std::size_t(at)].place < element.place)
             remove(at);
-        if (at == rowCount() || m_elements[std::size_t(at)].place != element.place) {
-            insert(at, element);
-        } else if (m_elements[std::size_t(at)].view->metaObject() != element.view->metaObject()) {
-            remove(at);
-            insert(at, element);
-        } else {
+        const bool isThere = at < rowCount() && m_elements[std::size_t(at)].place == element.place;
+        if (isThere && canStay(m_elements[std::size_t(at)], element)) {
             update(at, element);
+        } else {
+            if (isThere)
+                remove(at);
+            insert(at, element);
         }
         ++at;
     }
@@ -56,7 +66,7 @@ QVariant TableElements::data(const QModelIndex &index, int role) const
         }
         return {};
     case CellRole:
-        return QVariant::fromValue(element.view);
+        return QVariant::fromValue(element.view.data());
     case RowTopRole:
         return element.top;
     case RowHeightRole:

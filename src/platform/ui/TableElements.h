@@ -3,6 +3,7 @@
 #include "platform/ui/TableGeometry.h"
 
 #include <QAbstractListModel>
+#include <QPointer>
 
 namespace orvel {
 
@@ -12,7 +13,7 @@ struct TableElement
     TablePlace place;
     double top = 0;
     double height = 0;
-    QObject *view = nullptr;               // the header's or footer's view, or the cell
+    QPointer<QObject> view{};              // the header's or footer's view, or the cell
     std::shared_ptr<TableViewCell> cell{}; // rows only
 };
 

@@ -170,7 +170,7 @@ void TableView::showElementsInView(const std::function<bool(const TablePlace &)>
         TableElement element{m_geometry->place(i), m_geometry->top(i), m_geometry->height(i)};
         const IndexPath indexPath{element.place.section, element.place.row};
         const TableElement *shown = m_elements->find(element.place);
-        if (shown && !again(element.place)) {
+        if (shown && shown->view && !again(element.place)) {
             element.view = shown->view;
             element.cell = shown->cell;
         } else if (element.place.kind == TableElementKind::Row) {
