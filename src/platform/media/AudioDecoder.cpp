@@ -90,15 +90,13 @@ void AudioDecoder::decode(QByteArrayView bytes)
     packet->size = 0;
 }
 
-void AudioDecoder::drain() { avcodec_send_packet(m_handles->codec.get(), nullptr); }
+void AudioDecoder::reset() { avcodec_flush_buffers(m_handles->codec.get()); }
 
 const AVFrame *AudioDecoder::nextFrame()
 {
     while (true) {
         const int result = avcodec_receive_frame(m_handles->codec.get(), m_handles->frame.get());
         const AVFrame *frame = m_handles->frame.get();
-        if (result == AVERROR_EOF)
-            avcodec_flush_buffers(m_handles->codec.get());
         if (result == AVERROR_INVALIDDATA)
             continue; // the packet's own failure; what comes next is whatever it left
         if (result < 0)

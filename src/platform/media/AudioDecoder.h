@@ -10,7 +10,8 @@ struct AVFrame;
 
 namespace orvel {
 
-// Packets in, frames of PCM out (libavcodec). One thread at a time.
+// Packets in, frames of PCM out (libavcodec). None of the decoders holds frames back: a packet's frames come
+// before the next packet. One thread at a time.
 class AudioDecoder
 {
 public:
@@ -22,10 +23,10 @@ public:
 
     // A packet that is no sense to the decoder is passed over. Take all frames before the next packet.
     void decode(QByteArrayView packet);
-    // Asks for what is still held back; after its frames the decoder is as new.
-    void drain();
     // The next decoded frame, valid until the next call; null when there is none.
     const AVFrame *nextFrame();
+    // Forgets what went in so far.
+    void reset();
 
 private:
     struct Handles;

@@ -3,6 +3,7 @@
 #include "platform/media/AudioTypes.h"
 
 #include <QByteArray>
+#include <QString>
 #include <functional>
 #include <memory>
 #include <span>
@@ -45,7 +46,7 @@ public:
     // At once (what is queued is dropped, its buffers are handed back), or after what is queued has been
     // played.
     virtual void stop(bool immediate) = 0;
-    // Decodes what the decoder still holds back, without stopping.
+    // Plays what decoder and converter still hold back of the buffers so far, without stopping.
     virtual void flush() = 0;
     // Ends the queue at once; nothing is called back after a callback already running has returned.
     virtual void dispose() = 0;
@@ -53,7 +54,8 @@ public:
     virtual void setVolume(float volume) = 0; // 0.0 to 1.0
     virtual void setMagicCookie(const QByteArray &cookie) = 0;
     virtual void addIsRunningListener(IsRunningListener listener) = 0;
-    // Frames played since the first start, at the queue's sample rate.
+    // Frames played since the first start, at the queue's sample rate, as of the queue's last look: up to a
+    // fifth of a second ago.
     virtual double currentTime() const = 0;
 };
 
@@ -67,7 +69,8 @@ std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &f
                                             OutputQueue::BufferCallback callback);
 inline const QString noSoundDeviceNotification = QStringLiteral("NoSoundDevice");
 
-// Waits until the threads of all disposed queues have ended. Call at exit.
+// Disposes of all queues that are left and waits until their threads have ended. Call at exit; a later queue
+// starts the sound anew.
 void joinOutputQueues();
 
 } // namespace orvel

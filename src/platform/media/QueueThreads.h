@@ -1,0 +1,18 @@
+#pragma once
+
+#include <functional>
+
+namespace orvel {
+
+// The threads of all output queues: none is waited for before the end.
+class QueueThreads
+{
+public:
+    // Runs `body` on a thread of its own; `end` makes it return soon, and may be called at any time, also
+    // afterwards. False when the system has no thread to give.
+    static bool run(std::function<void()> body, std::function<void()> end);
+    // Ends all bodies and waits for their threads. From one of these threads: for the others.
+    static void join();
+};
+
+} // namespace orvel
