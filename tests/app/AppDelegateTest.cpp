@@ -1,0 +1,102 @@
+#include "app/AppFixture.h"
+
+#include "platform/foundation/NotificationCentre.h"
+
+using namespace orvel;
+using namespace orvel::test;
+
+namespace {
+
+struct QuietRadio : Radio
+{
+    QuietRadio() : Radio(*Url::fromText("http://a.example/")) {}
+    void setTitle(const QString &title) { m_radioTitle = title; }
+    void setError(RadioError error) { m_radioError = error; }
+};
+
+struct AppDelegateTest : AppFixture
+{
+    QStringList posted;
+    QuietRadio radio;
+    AppDelegateTest()
+    {
+        for (const QString &name : {AppDelegate::isPlayingNotification, AppDelegate::isNotPlayingNotification,
+                                    AppDelegate::songTitleNotification})
+            NotificationCentre::defaultCentre().addObserver(
+                this, name, [this](const Notification &notification) {
+                    posted << notification.name + notification.object.toString();
+                });
+    }
+    ~AppDelegateTest() override { NotificationCentre::defaultCentre().removeObserver(this); }
+};
+
+} // namespace
+
+TEST_F(AppDelegateTest, PostsTheTitleBeforeTheArtist)
+{
+    const std::pair<QString, const char *> cases[] = {{"Zoé - L'été - Album", "songtitleL'été&&&Zoé"},
+                                                      {"Jingle", "songtitle&&&Jingle"},
+                                                      {"", "songtitle&&&"},
+                                                      {QString(), "songtitle&&&"},
+                                                      {"A-B", "songtitle&&&A-B"}};
+    for (const auto &[title, notification] : cases) {
+        posted.clear();
+        radio.setTitle(title);
+        app->radioTitleChanged(radio);
+        EXPECT_EQ(posted, QStringList({notification}));
+    }
+}
+
+TEST_F(AppDelegateTest, TurnsStatesIntoNotifications)
+{
+    for (const RadioState state :
+         {RadioStateStopped, RadioStateConnecting, RadioStateBuffering, RadioStatePlaying, RadioStateError}) {
+        radio.setRadioState(state);
+        app->radioStateChanged(radio);
+    }
+    EXPECT_EQ(posted, QStringList({"isNotPlaying", "isPlaying", "isNotPlaying"}));
+    EXPECT_EQ(alert(), nullptr);
+}
+
+TEST_F(AppDelegateTest, SaysOnEachStateChangeThatAStationIsOffline)
+{
+    for (const RadioError error : {RadioErrorFileStreamOpen, RadioErrorHostNotReachable}) {
+        radio.setError(error);
+        app->radioStateChanged(radio);
+        app->radioStateChanged(radio);
+        for (int i = 0; i < 2; ++i) {
+            ASSERT_NE(alert(), nullptr);
+            EXPECT_EQ(alert()->title(), "Station Currently Offline");
+            EXPECT_EQ(alert()->message(),
+                      "The selected station is currently offline. Please check back later.");
+            alert()->click(0);
+        }
+        EXPECT_EQ(alert(), nullptr);
+    }
+    radio.setError(RadioErrorNetworkError);
+    app->radioStateChanged(radio);
+    EXPECT_EQ(alert(), nullptr);
+}
+
+TEST_F(AppDelegateTest, ATextThatMakesNoUrlLeavesNoPlayerAndNoAlert)
+{
+    app->url = "http://127.0.0.1:1/";
+    app->radio_play();
+    const std::weak_ptr<Streamer> first = app->radio();
+    EXPECT_FALSE(first.expired());
+    for (const char *url : {"(null)", "", "HTTP://a.example/"}) {
+        app->url = url;
+        app->radio_play();
+        EXPECT_FALSE(app->radio()) << url;
+    }
+    letEventsRun();
+    EXPECT_TRUE(waitUntil([&] { return first.expired(); }));
+    EXPECT_EQ(alert(), nullptr);
+}
+
+TEST_F(AppDelegateTest, TellsTheListenerThatThereIsNoSoundDevice)
+{
+    NotificationCentre::defaultCentre().postNotification(noSoundDeviceNotification);
+    ASSERT_NE(alert(), nullptr);
+    EXPECT_EQ(alert()->title(), "Son indisponible");
+}

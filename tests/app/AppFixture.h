@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/MenuController.h"
+#include "audio/live/FakeMedia.h"
+#include "platform/ui/NavigationController.h"
+#include "screens/radio/RadioViewController.h"
+#include "support/TestLoop.h"
+
+#include <gtest/gtest.h>
+
+namespace orvel::test {
+
+class Screens : public ScreenCatalogue
+{
+public:
+    std::shared_ptr<ViewController> screenNamed(const QString &layoutName) const override
+    {
+        if (layoutName == "RadioViewController")
+            return std::make_shared<RadioViewController>();
+        if (layoutName == "MenuController")
+            return std::make_shared<MenuController>();
+        return nullptr;
+    }
+};
+
+// The launched application without a window on the screen and without sound. Time stands still.
+struct AppFixture : testing::Test
+{
+    TakenClock clock;
+    FakeMedia media;
+    std::shared_ptr<AppDelegate> app =
+        std::make_shared<AppDelegate>(std::make_unique<Screens>(), media.services());
+
+    AppFixture() { app->didFinishLaunchingWithOptions(); }
+    ~AppFixture() override { letEventsRun(); }
+
+    ViewController &center() { return *app->revealSideViewController()->centerController(); }
+    RadioViewController &radios()
+    {
+        auto *const navigation = dynamic_cast<NavigationController *>(&center());
+        return dynamic_cast<RadioViewController &>(navigation ? *navigation->topViewController() : center());
+    }
+    MenuController &menu()
+    {
+        return dynamic_cast<MenuController &>(*app->revealSideViewController()->leftController());
+    }
+    AlertView *alert() { return app->window()->alert(); }
+};
+
+} // namespace orvel::test

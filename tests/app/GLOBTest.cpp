@@ -1,0 +1,49 @@
+#include "app/GLOB.h"
+
+#include "platform/foundation/UserDefaults.h"
+#include "support/TestLoop.h"
+
+#include <QDate>
+#include <QLocale>
+#include <gtest/gtest.h>
+
+using namespace orvel;
+
+TEST(GLOBTest, ChecksAddressesAsAWhole)
+{
+    for (const char *address : {"a@b.fr", "first.last+x%y-z_1@sub-domain.example.info"})
+        EXPECT_TRUE(GLOB::glob_validateEmailWithString(address)) << address;
+    for (const char *address : {"", "a@b.f", "a@b.museum", "a b@c.fr", "a@b.fr\n", "@b.fr", "a@b", "é@b.fr"})
+        EXPECT_FALSE(GLOB::glob_validateEmailWithString(address)) << address;
+}
+
+TEST(GLOBTest, FavouritesTellNothingFromEmpty)
+{
+    UserDefaults &defaults = UserDefaults::standardUserDefaults();
+    EXPECT_FALSE(GLOB::glob_favArray());
+    for (const char *archive : {"null", "[]", "", "{damaged"}) {
+        defaults.setObject(QByteArray(archive), "arrayFav");
+        ASSERT_TRUE(GLOB::glob_favArray()) << archive;
+        EXPECT_TRUE(GLOB::glob_favArray()->empty()) << archive;
+    }
+    defaults.setObject(QByteArray(R"([{"id":"7"}])"), "arrayFav");
+    EXPECT_EQ(GLOB::glob_favArray()->at(0)["id"].text(), "7");
+    defaults.removeObjectForKey("arrayFav");
+}
+
+TEST(GLOBTest, ListsTodayAndThirtyDays)
+{
+    const test::TakenClock clock; // 13 May 2014
+    const QStringList days = GLOB::glob_getNext30Days();
+    ASSERT_EQ(days.size(), 31);
+    EXPECT_EQ(days[0], "Aujourd'hui");
+    EXPECT_EQ(days[30], QLocale::system().toString(QDate(2014, 6, 12), "ddd'.' dd"));
+}
+
+TEST(GLOBTest, TurnsNothingIntoAnEmptyText)
+{
+    EXPECT_EQ(GLOB::glob_isNULL(JsonValue::null()).text(), "");
+    EXPECT_EQ(GLOB::glob_isNULL({}).text(), "");
+    EXPECT_EQ(GLOB::glob_isNULL("x").text(), "x");
+    EXPECT_EQ(GLOB::glob_GetCout(JsonValue::array({1, 2})), "2");
+}

@@ -1,0 +1,130 @@
+#include "e2e/Listener.h"
+
+#include "app/AppDelegate.h"
+
+#include <gtest/gtest.h>
+
+using namespace orvel;
+using namespace orvel::test;
+
+namespace {
+
+struct EndToEndTest : testing::Test
+{
+    Listener listener;
+    EndToEndTest() { EXPECT_TRUE(listener.waitsToSee("Orvel La Radio")); }
+    bool plays()
+    {
+        return listener.app().radio() && listener.app().radio()->radioState() == RadioStatePlaying;
+    }
+};
+
+} // namespace
+
+TEST_F(EndToEndTest, ATapOnARowIsHeardAndItsTitlesAreSeen)
+{
+    ASSERT_TRUE(listener.waitsNotToSee("Please Wait..."));
+    EXPECT_TRUE(listener.sees("Choisissez une radio"));
+    ASSERT_TRUE(listener.touches("Orvel La Radio"));
+    ASSERT_TRUE(listener.waitsToSee("Toute la musique qu'on aime, en direct"));
+    EXPECT_TRUE(listener.waitsFor([&] { return plays(); }));
+    // A title and an artist as the stream has told them.
+    ASSERT_TRUE(listener.waitsFor([&] { return !listener.app().gl3.isEmpty(); }));
+    EXPECT_TRUE(listener.waitsToSee(listener.app().gl3));
+    EXPECT_TRUE(listener.waitsToSee(listener.app().gl4));
+    EXPECT_FALSE(listener.sees("Choisissez une radio"));
+    EXPECT_TRUE(listener.waitsFor([] { return Listener::loudness() > 0.01; }));
+}
+
+TEST_F(EndToEndTest, PauseAndResumeFromHeaderAndCompactBar)
+{
+    ASSERT_TRUE(listener.waitsNotToSee("Please Wait..."));
+    ASSERT_TRUE(listener.touches("Orvel La Radio"));
+    ASSERT_TRUE(listener.waitsFor([&] { return plays(); }));
+    ASSERT_TRUE(listener.touches("Pause"));
+    EXPECT_EQ(listener.app().radio()->radioState(), RadioStateStopped);
+    ASSERT_TRUE(listener.waitsToSee("Lecture"));
+    // The only button with this text is the bar's now.
+    listener.scrollsTo(400);
+    ASSERT_TRUE(listener.waitsNotToSee("Toute la musique qu'on aime, en direct"));
+    ASSERT_TRUE(listener.touches("Lecture"));
+    EXPECT_TRUE(listener.waitsFor([&] { return plays(); }));
+    EXPECT_TRUE(listener.waitsToSee("Pause"));
+}
+
+TEST_F(EndToEndTest, EveryKindOfStreamPlays)
+{
+    ASSERT_TRUE(listener.waitsNotToSee("Please Wait..."));
+    QStringList names;
+    for (const QString &id : listener.station().radioIds())
+        names << listener.station().radioName(id);
+    int heard = 0;
+    for (const QString &name : names) {
+        if (name == "Orvel Événements")
+            break; // off the air; the network's radios follow
+        listener.scrollsTo(352 + 60 * heard - 60);
+        ASSERT_TRUE(listener.waitsToSee(name));
+        ASSERT_TRUE(listener.touches(name));
+        EXPECT_TRUE(listener.waitsFor([&] { return plays(); })) << name.toStdString();
+        ++heard;
+    }
+    EXPECT_GE(heard, 8);
+}
+
+TEST_F(EndToEndTest, AStationOffTheAirIsToldOnce)
+{
+    ASSERT_TRUE(listener.waitsNotToSee("Please Wait..."));
+    listener.scrollsTo(640);
+    ASSERT_TRUE(listener.waitsToSee(QString::fromUtf8("Orvel Événements")));
+    ASSERT_TRUE(listener.touches(QString::fromUtf8("Orvel Événements")));
+    ASSERT_TRUE(listener.waitsToSee("Station Currently Offline"));
+    EXPECT_TRUE(listener.sees("The selected station is currently offline. Please check back later."));
+    ASSERT_TRUE(listener.touches("OK"));
+    EXPECT_TRUE(listener.waitsNotToSee("Station Currently Offline"));
+}
+
+TEST_F(EndToEndTest, TheMenuBringsTheListBackWhileTheMusicGoesOn)
+{
+    ASSERT_TRUE(listener.waitsNotToSee("Please Wait..."));
+    ASSERT_TRUE(listener.touches("Orvel La Radio"));
+    ASSERT_TRUE(listener.waitsFor([&] { return plays() && !listener.app().gl3.isEmpty(); }));
+    const auto player = listener.app().radio();
+
+    ASSERT_TRUE(listener.touches("Menu"));
+    ASSERT_TRUE(listener.waitsToSee("Grille des programmes"));
+    ASSERT_TRUE(listener.waitsFor([&] { return listener.touches("News"); }));
+    ASSERT_TRUE(listener.waitsToSee("Cette rubrique n'est pas encore disponible."));
+    listener.presses(Qt::Key_Escape);
+    ASSERT_TRUE(listener.waitsNotToSee("Cette rubrique n'est pas encore disponible."));
+    ASSERT_TRUE(listener.touches("Radios"));
+    ASSERT_TRUE(listener.waitsToSee("Toute la musique qu'on aime, en direct"));
+    EXPECT_TRUE(listener.sees(listener.app().gl3));
+    EXPECT_EQ(listener.app().radio(), player);
+    EXPECT_TRUE(plays());
+}
+
+TEST_F(EndToEndTest, RowsCanBeChosenByKeyboard)
+{
+    ASSERT_TRUE(listener.waitsNotToSee("Please Wait..."));
+    for (int i = 0; i < 12 && !listener.app().radio(); ++i) {
+        listener.presses(Qt::Key_Tab);
+        const QQuickItem *const focus = listener.window().activeFocusItem();
+        if (focus && focus->property("text").toString() == QString::fromUtf8("Orvel Électro"))
+            listener.presses(Qt::Key_Return);
+    }
+    ASSERT_TRUE(listener.app().radio());
+    EXPECT_EQ(listener.app().gl1, QString::fromUtf8("Orvel Électro"));
+}
+
+TEST(EndToEndOverlayTest, WhatIsTouchedUnderTheOverlayIsNotChosenAfterwards)
+{
+    Listener listener;
+    ASSERT_TRUE(listener.waitsToSee("Please Wait..."));
+    for (int i = 0; i < 5; ++i)
+        listener.touches("Menu");
+    ASSERT_TRUE(listener.waitsToSee("Orvel La Radio"));
+    ASSERT_TRUE(listener.waitsNotToSee("Please Wait..."));
+    EXPECT_FALSE(listener.app().revealSideViewController()->isOpen());
+    ASSERT_TRUE(listener.touches("Menu"));
+    EXPECT_TRUE(listener.app().revealSideViewController()->isOpen());
+}
