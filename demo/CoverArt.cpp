@@ -1,132 +1,17 @@
 #include "demo/CoverArt.h"
 
+#include "demo/Brushwork.h"
+
 #include <QHash>
-#include <QLinearGradient>
-#include <QPainter>
-#include <QPainterPath>
 #include <QRadialGradient>
 
 #include <cmath>
-#include <numbers>
 
 namespace orvel::demo {
 
 namespace {
 
 constexpr int coverSize = 600;
-constexpr double pi = std::numbers::pi;
-const QRectF whole(0, 0, 100, 100); // covers are drawn on a square of 100 by 100
-
-struct Palette
-{
-    QColor dark;
-    QColor deep;
-    QColor warm;
-    QColor light;
-};
-
-// Small, and the same on every machine.
-class Dice
-{
-public:
-    explicit Dice(quint32 seed) : state_(seed) {}
-    double roll(double from, double to)
-    {
-        state_ = state_ * 1664525U + 1013904223U;
-        return from + (to - from) * double(state_ >> 8) / double(1U << 24);
-    }
-
-private:
-    quint32 state_;
-};
-
-QColor faded(QColor colour, double alpha)
-{
-    colour.setAlphaF(float(alpha));
-    return colour;
-}
-
-QColor mixed(const QColor &a, const QColor &b, double part)
-{
-    const auto blend = [part](int x, int y) { return int(std::lround(x + (y - x) * part)); };
-    return QColor(blend(a.red(), b.red()), blend(a.green(), b.green()), blend(a.blue(), b.blue()));
-}
-
-QPointF onCircle(QPointF centre, double radius, double angle)
-{
-    return centre + QPointF(std::cos(angle), std::sin(angle)) * radius;
-}
-
-void sky(QPainter &p, std::initializer_list<QColor> fromTop)
-{
-    QLinearGradient gradient(0, 0, 0, 100);
-    const double last = double(fromTop.size()) - 1;
-    double index = 0;
-    for (const QColor &colour : fromTop)
-        gradient.setColorAt(index++ / last, colour);
-    p.fillRect(whole, gradient);
-}
-
-void glow(QPainter &p, QPointF centre, double radius, const QColor &colour, double alpha)
-{
-    QRadialGradient gradient(centre, radius);
-    gradient.setColorAt(0, faded(colour, alpha));
-    gradient.setColorAt(1, faded(colour, 0));
-    p.fillRect(whole, gradient);
-}
-
-void disc(QPainter &p, QPointF centre, double radius, const QBrush &brush)
-{
-    p.setPen(Qt::NoPen);
-    p.setBrush(brush);
-    p.drawEllipse(centre, radius, radius);
-}
-
-void ring(QPainter &p, QPointF centre, double radius, const QColor &colour, double width)
-{
-    p.setPen(QPen(colour, width));
-    p.setBrush(Qt::NoBrush);
-    p.drawEllipse(centre, radius, radius);
-}
-
-QLinearGradient downwards(double top, double bottom, const QColor &first, const QColor &last)
-{
-    QLinearGradient gradient(0, top, 0, bottom);
-    gradient.setColorAt(0, first);
-    gradient.setColorAt(1, last);
-    return gradient;
-}
-
-// The ground below a wavy line around `height`.
-QPainterPath hill(double height, double swell, double length, double shift)
-{
-    QPainterPath path(QPointF(0, 101));
-    for (double x = 0; x <= 100; x += 1) {
-        const double turn = 2 * pi * (x / length + shift);
-        path.lineTo(x, height + swell * (std::sin(turn) + 0.35 * std::sin(turn * 2.3 + 1)));
-    }
-    path.lineTo(100, 101);
-    path.closeSubpath();
-    return path;
-}
-
-void wedge(QPainter &p, QPointF centre, double inner, double outer, double from, double to,
-           const QBrush &brush)
-{
-    p.setPen(Qt::NoPen);
-    p.setBrush(brush);
-    p.drawPolygon(QPolygonF({onCircle(centre, inner, from), onCircle(centre, outer, from),
-                             onCircle(centre, outer, (from + to) / 2), onCircle(centre, outer, to),
-                             onCircle(centre, inner, to)}));
-}
-
-void stars(QPainter &p, Dice &dice, int count, double lowest, const QColor &colour)
-{
-    for (int i = 0; i < count; ++i) {
-        const QPointF at(dice.roll(0, 100), dice.roll(0, lowest));
-        disc(p, at, dice.roll(0.12, 0.4), faded(colour, dice.roll(0.35, 0.95)));
-    }
-}
 
 void sunburst(QPainter &p, const Palette &c)
 {
@@ -303,14 +188,16 @@ void beach(QPainter &p, const Palette &c)
 void bellows(QPainter &p, const Palette &c)
 {
     sky(p, {c.dark, mixed(c.dark, c.deep, 0.45)});
-    glow(p, {50, 40}, 60, c.warm, 0.25);
-    p.translate(50, 92);
-    p.scale(0.76, 0.76);
+    glow(p, {50, 48}, 62, c.warm, 0.45);
+    for (int i = 0; i < 4; ++i)
+        disc(p, {50, 50}, 46 - i * 9.0, faded(c.light, 0.07));
+    p.translate(50, 86);
+    p.scale(0.8, 0.8);
     p.translate(-50, -96);
     const QPointF hinge(50, 96);
     constexpr int folds = 13;
-    const double first = -pi * 0.86;
-    const double step = pi * 0.72 / folds;
+    const double first = -pi * 0.84;
+    const double step = pi * 0.68 / folds;
     for (int i = 0; i < folds; ++i) {
         const double from = first + i * step;
         const QColor shade = i % 2 == 0 ? c.deep.lighter(118) : c.deep.darker(135);
@@ -323,9 +210,9 @@ void bellows(QPainter &p, const Palette &c)
     for (const double side : {-1.0, 1.0}) {
         p.save();
         p.translate(hinge);
-        p.rotate(side * 66);
-        p.setPen(Qt::NoPen);
-        p.setBrush(downwards(-78, -22, mixed(c.dark, Qt::black, 0.1), mixed(c.deep, c.dark, 0.55)));
+        p.rotate(side * 62);
+        p.setPen(QPen(c.warm, 0.8));
+        p.setBrush(downwards(-78, -22, mixed(c.dark, Qt::black, 0.45), mixed(c.dark, Qt::black, 0.1)));
         p.drawRoundedRect(QRectF(side < 0 ? -15 : 0, -79, 15, 57), 3, 3);
         for (int row = 0; row < 8; ++row) {
             for (int column = 0; column < 2; ++column)

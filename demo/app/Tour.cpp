@@ -35,15 +35,19 @@ QString nameOf(RadioState state)
 } // namespace
 
 Tour::Tour(AppDelegate &delegate, QQuickWindow &window, const QString &folder, double seconds)
-    : m_delegate(delegate), m_window(window), m_folder(QDir(folder).absolutePath()),
-      m_end(RunLoop::main().now() + seconds), m_lastStep(RunLoop::main().now())
+    : m_delegate(delegate)
+    , m_window(window)
+    , m_folder(QDir(folder).absolutePath())
+    , m_end(RunLoop::main().now() + seconds)
+    , m_lastStep(RunLoop::main().now())
 {
     QDir().mkpath(m_folder);
     TableView &table = radios().tableCont;
     m_steps = {
         {[&table] { return table.contentHeight() > 0 && table.elements()->rowCount() > 1; }, nullptr, [] {}},
         {[this] { return hasRested(1.5); }, "1-list", [this] { tapFirstRow(); }},
-        {[this] { return m_hasPlayed && hasRested(2); }, "2-playing", [&table] { table.setContentOffset(400); }},
+        {[this] { return m_hasPlayed && hasRested(2); }, "2-playing",
+         [&table] { table.setContentOffset(400); }},
         {[this] { return hasRested(1); }, "3-compact-bar", [&table] { table.setContentOffset(0); }},
         {[this] { return hasRested(1); }, nullptr, [this] { radios().acctionMenu(); }},
         {[this] { return hasRested(1.5); }, "4-menu",
@@ -121,7 +125,8 @@ void Tour::tapFirstRow()
 
 RadioViewController &Tour::radios() const
 {
-    auto &navigation = static_cast<NavigationController &>(*m_delegate.revealSideViewController()->centerController());
+    auto &navigation =
+        static_cast<NavigationController &>(*m_delegate.revealSideViewController()->centerController());
     return static_cast<RadioViewController &>(*navigation.topViewController());
 }
 

@@ -14,9 +14,9 @@ namespace orvel {
 class AppDelegate;
 class RadioViewController;
 
-// Uses the application as a listener would, for machines without a display: waits for the list, taps the first radio,
-// scrolls, opens the menu, leaves a screenshot of each state in a folder and prints what plays. Ends the application after
-// some seconds: with exit code 1 when the radio has not played.
+// Uses the application as a listener would, for machines without a display: waits for the list, taps the
+// first radio, scrolls, opens the menu, leaves a screenshot of each state in a folder and prints what plays.
+// Ends the application after some seconds: with exit code 1 when the radio has not played.
 class Tour
 {
 public:

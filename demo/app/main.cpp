@@ -17,9 +17,10 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral("The Orvel radio client with its own demo station."));
     parser.addHelpOption();
-    const QCommandLineOption tour(QStringLiteral("tour"),
-                                  QStringLiteral("Play the first radio unattended and leave screenshots in <folder>."),
-                                  QStringLiteral("folder"));
+    const QCommandLineOption tour(
+        QStringLiteral("tour"),
+        QStringLiteral("Play the first radio unattended and leave screenshots in <folder>."),
+        QStringLiteral("folder"));
     const QCommandLineOption seconds(QStringLiteral("seconds"), QStringLiteral("How long the tour takes."),
                                      QStringLiteral("number"), QStringLiteral("30"));
     parser.addOptions({tour, seconds});

@@ -121,34 +121,43 @@ TEST(StationApiTest, RefusesWhatIsNotSignedForTheService)
     }
 }
 
-TEST(StationApiTest, ListsRadiosOfEveryKindWithTheirPictures)
+TEST(StationApiTest, ListsRadiosOfEveryKind)
 {
     const auto station = DemoStation::start(keys);
-    const QJsonObject envelope = QJsonDocument::fromJson(webradio(*station).body).object();
-    const QJsonArray radios = envelope["content"].toArray();
+    const QJsonArray radios = QJsonDocument::fromJson(webradio(*station).body)["content"].toArray();
     EXPECT_GE(radios.size(), 8);
     EXPECT_TRUE(radios[0]["flux_aac"].toString().endsWith(".mp3"));
-
     QStringList kinds;
-    int withoutPicture = 0;
     int withoutSubtitle = 0;
     for (const QJsonValue &radio : radios) {
         kinds.append(radio["flux_aac"].toString().section('.', -1));
-        EXPECT_EQ(radio["flux_aac"].toString(), station->listenUrl(radio["id"].toString()));
         withoutSubtitle += radio["subtitle"].isNull();
-        const QString media = envelope["media_url"].toString() + '/';
+        EXPECT_EQ(radio["flux_aac"].toString(), station->listenUrl(radio["id"].toString()));
+    }
+    for (const char *kind : {"mp3", "aac", "m3u", "pls", "xspf"})
+        EXPECT_TRUE(kinds.contains(kind)) << kind;
+    EXPECT_EQ(withoutSubtitle, 1);
+}
+
+TEST(StationApiTest, DrawsEveryPictureOfTheListButOne)
+{
+#ifdef __SANITIZE_THREAD__
+    GTEST_SKIP() << "Qt, which is not instrumented, paints gradients on a thread pool of its own";
+#endif
+    const auto station = DemoStation::start(keys);
+    const QJsonDocument list = QJsonDocument::fromJson(webradio(*station).body);
+    const QString media = list["media_url"].toString() + '/';
+    int missing = 0;
+    for (const QJsonValue &radio : list["content"].toArray()) {
         const Answer cover = get(media + radio["file"].toString());
-        withoutPicture += cover.status == 404;
+        missing += cover.status == 404;
         EXPECT_EQ(QImage::fromData(cover.body).size(), cover.status == 200 ? QSize(600, 600) : QSize(0, 0));
         const QString logo = media + radio["thumb_smartphone"].toString();
         const Answer first = get(logo);
         EXPECT_EQ(QImage::fromData(first.body).size(), QSize(160, 160));
         EXPECT_EQ(get(logo, {{"If-None-Match", first.etag}}).status, 304);
     }
-    for (const char *kind : {"mp3", "aac", "m3u", "pls", "xspf"})
-        EXPECT_TRUE(kinds.contains(kind)) << kind;
-    EXPECT_EQ(withoutPicture, 1);
-    EXPECT_EQ(withoutSubtitle, 1);
+    EXPECT_EQ(missing, 1);
 }
 
 TEST(StationApiTest, PlaylistsNameTheStreamAndHandItsQueryOn)
