@@ -17,10 +17,11 @@ function(orvel_room name)
   orvel_warnings(${name})
 endfunction()
 
-# orvel_qml_room(<name> URI <uri> [SOURCES ...] [QML ...] [RESOURCES ...] [LINK ...] [PRIVATE_LINK ...]): a room
-# whose classes or layouts are visible to QML under <uri>. The shell calls qml_register_types_<uri>().
+# orvel_qml_room(<name> URI <uri> [SOURCES ...] [QML ...] [RESOURCES ...] [USES ...] [LINK ...] [PRIVATE_LINK ...]):
+# a room whose classes or layouts are visible to QML under <uri>; USES names the QML modules that its classes' base and
+# property types come from, for qmllint. The shell calls qml_register_types_<uri>().
 function(orvel_qml_room name)
-  cmake_parse_arguments(ROOM "" "URI" "SOURCES;QML;RESOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  cmake_parse_arguments(ROOM "" "URI" "SOURCES;QML;RESOURCES;USES;LINK;PRIVATE_LINK" ${ARGN})
   orvel_room(${name} SOURCES ${ROOM_SOURCES} LINK Qt6::Qml ${ROOM_LINK} PRIVATE_LINK ${ROOM_PRIVATE_LINK})
   string(REPLACE "." "/" folder ${ROOM_URI})
   set(cachegen NO_CACHEGEN)
@@ -29,7 +30,7 @@ function(orvel_qml_room name)
   endif()
   qt_add_qml_module(${name} URI ${ROOM_URI} VERSION 1.0 NO_PLUGIN ${cachegen}
     RESOURCE_PREFIX /qt/qml OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${folder}
-    IMPORT_PATH ${PROJECT_BINARY_DIR}/qml
+    IMPORT_PATH ${PROJECT_BINARY_DIR}/qml DEPENDENCIES ${ROOM_USES}
     QML_FILES ${ROOM_QML} RESOURCES ${ROOM_RESOURCES})
   # The generated registration includes a room's headers by their bare names.
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})

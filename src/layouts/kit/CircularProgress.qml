@@ -1,0 +1,31 @@
+import QtQuick
+import Orvel.Kit
+import Orvel.Shell
+
+// A ring that fills as something arrives, and turns as long as nobody knows how much there is to come.
+Item {
+    id: root
+
+    property real value: 0
+    property color color: Theme.gold
+    property real lineWidth: 2.5
+    property bool running: visible
+
+    implicitWidth: 24
+    implicitHeight: 24
+
+    ProgressArc {
+        anchors.fill: parent
+        value: root.value > 0 ? root.value : 0.28
+        color: root.color
+        lineWidth: root.lineWidth
+
+        RotationAnimator on rotation {
+            running: root.running
+            loops: Animation.Infinite
+            from: 0
+            to: 360
+            duration: 1100
+        }
+    }
+}

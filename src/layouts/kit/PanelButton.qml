@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Templates as T
+import Orvel.Kit
+
+// One answer of an alert.
+T.AbstractButton {
+    id: root
+
+    property bool preferred: false
+
+    implicitHeight: 46
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    contentItem: Text {
+        text: root.text
+        textFormat: Text.PlainText
+        color: root.preferred ? Theme.ink : Theme.text
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        font.pixelSize: Theme.fontBody
+        font.weight: Font.DemiBold
+    }
+    background: Rectangle {
+        radius: 12
+        color: root.preferred ? Theme.gold : Theme.page
+        opacity: root.down ? 0.75 : 1
+
+        FocusRing {
+            anchors.fill: parent
+            anchors.margins: -4
+            radius: 16
+            visible: root.visualFocus
+        }
+    }
+}

@@ -1,0 +1,79 @@
+#include "shell/ScreenView.h"
+
+#include <QLoggingCategory>
+#include <QQmlComponent>
+#include <QQmlContext>
+
+namespace orvel {
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcShell, "orvel.shell")
+
+} // namespace
+
+ScreenView::ScreenView(QQuickItem *parent) : QQuickItem(parent) { setFlag(ItemIsFocusScope); }
+
+// The layout goes before the controller that it draws.
+ScreenView::~ScreenView() { delete m_layout; }
+
+void ScreenView::setController(ViewController *controller)
+{
+    if (controller == m_controller.get())
+        return;
+    if (m_layout) {
+        // The layout's last hold on its screen: a child, so that it goes when nothing of the layout draws any
+        // more.
+        auto *keeper = new QObject(m_layout);
+        connect(keeper, &QObject::destroyed, [kept = m_controller] {});
+        m_layout->setVisible(false);
+        m_layout->setEnabled(false);
+        m_layout->deleteLater();
+        m_layout = nullptr;
+    }
+    m_controller = controller ? controller->shared_from_this() : nullptr;
+    if (isComponentComplete())
+        makeLayout();
+    Q_EMIT controllerChanged();
+}
+
+void ScreenView::componentComplete()
+{
+    QQuickItem::componentComplete();
+    makeLayout();
+}
+
+void ScreenView::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
+{
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (m_layout)
+        m_layout->setSize(newGeometry.size());
+}
+
+void ScreenView::makeLayout()
+{
+    if (!m_controller)
+        return;
+    const QUrl url(QStringLiteral("qrc:/qt/qml/Orvel/Layouts/%1Layout.qml").arg(m_controller->layoutName()));
+    QQmlComponent component(qmlEngine(this), url);
+    std::unique_ptr<QObject> made(component.beginCreate(qmlContext(this)));
+    auto *layout = qobject_cast<QQuickItem *>(made.get());
+    if (!layout) {
+        qCCritical(lcShell).noquote() << component.errorString();
+        return;
+    }
+    component.setInitialProperties(layout,
+                                   {{QStringLiteral("screen"), QVariant::fromValue(m_controller.get())}});
+    layout->setParentItem(this);
+    layout->setSize(size());
+    layout->setFocus(true);
+    component.completeCreate();
+    if (component.isError())
+        qCCritical(lcShell).noquote() << component.errorString();
+    made.release();
+    QQmlEngine::setObjectOwnership(layout, QQmlEngine::CppOwnership);
+    layout->setParent(this);
+    m_layout = layout;
+}
+
+} // namespace orvel

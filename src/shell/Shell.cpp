@@ -1,0 +1,101 @@
+#include "shell/Shell.h"
+
+#include "platform/foundation/InputGate.h"
+#include "platform/foundation/NotificationCentre.h"
+
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPointingDevice>
+#include <QQuickItem>
+#include <QTouchEvent>
+
+// Made by the build, one a QML module. Calling them keeps the linker from dropping the registrations.
+void qml_register_types_Orvel_App();
+void qml_register_types_Orvel_Kit();
+void qml_register_types_Orvel_Layouts();
+void qml_register_types_Orvel_Shell();
+void qml_register_types_Orvel_Ui();
+
+namespace orvel {
+
+namespace {
+
+constexpr QSize phone(375, 667);
+constexpr QSize smallest(320, 480);
+
+void registerModules()
+{
+    qml_register_types_Orvel_Ui();
+    qml_register_types_Orvel_App();
+    qml_register_types_Orvel_Shell();
+    qml_register_types_Orvel_Kit();
+    qml_register_types_Orvel_Layouts();
+}
+
+void useFont()
+{
+    for (const char *weight : {"Regular", "Medium", "SemiBold", "Bold"})
+        QFontDatabase::addApplicationFont(
+            QStringLiteral(":/assets/fonts/Inter-%1.otf").arg(QLatin1String(weight)));
+    QFont font(QStringLiteral("Inter"));
+    font.setPixelSize(15);
+    QGuiApplication::setFont(font);
+}
+
+} // namespace
+
+Shell::Shell(Window &window) : m_view(&m_engine, nullptr)
+{
+    registerModules();
+    useFont();
+    m_engine.addImportPath(QStringLiteral(":/qt/qml"));
+    m_view.setTitle(QStringLiteral("Orvel Radio"));
+    m_view.setIcon(QIcon(QStringLiteral(":/assets/images/app-icon.svg")));
+    m_view.setResizeMode(QQuickView::SizeRootObjectToView);
+    m_view.setColor(QColor(0x15, 0x12, 0x0d));
+    m_view.setMinimumSize(smallest);
+    m_view.resize(phone);
+    m_view.setInitialProperties({{QStringLiteral("window"), QVariant::fromValue(&window)}});
+
+    connect(&InputGate::shared(), &InputGate::closed, this, &Shell::letGoOfPresses);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, &Shell::applicationStateChanged);
+}
+
+Shell::~Shell() = default;
+
+bool Shell::show()
+{
+    m_view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Orvel/Layouts/MainLayout.qml")));
+    if (m_view.status() != QQuickView::Ready)
+        return false;
+    m_view.show();
+    return true;
+}
+
+// Whatever is held down when the gate closes is forgotten: letting go of it later chooses nothing.
+void Shell::letGoOfPresses()
+{
+    if (QQuickItem *grabber = m_view.mouseGrabberItem())
+        grabber->ungrabMouse();
+    for (const QInputDevice *device : QInputDevice::devices()) {
+        const auto *pointing = qobject_cast<const QPointingDevice *>(device);
+        if (!pointing || pointing->type() != QInputDevice::DeviceType::TouchScreen)
+            continue;
+        QTouchEvent cancel(QEvent::TouchCancel, pointing);
+        QCoreApplication::sendEvent(&m_view, &cancel);
+    }
+}
+
+// A desktop window that merely lost the focus is still in the foreground.
+void Shell::applicationStateChanged(Qt::ApplicationState state)
+{
+    const bool background = state == Qt::ApplicationSuspended || state == Qt::ApplicationHidden;
+    if (background == m_inBackground)
+        return;
+    m_inBackground = background;
+    NotificationCentre::defaultCentre().postNotification(background ? applicationDidEnterBackground
+                                                                    : applicationWillEnterForeground);
+}
+
+} // namespace orvel
