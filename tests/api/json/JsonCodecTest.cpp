@@ -1,5 +1,5 @@
 #include "api/json/JsonCodec.h"
-#include "api/json/JsonShorthands.h"
+#include "api/json/JsonText.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>

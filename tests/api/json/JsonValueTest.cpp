@@ -1,6 +1,6 @@
 #include "api/json/JsonValue.h"
 #include "api/json/JsonObjectProxy.h"
-#include "api/json/JsonShorthands.h"
+#include "api/json/JsonText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+
+namespace orvel {
+
+// What one deployment of the client talks to and names as its contacts.
+struct StationConfiguration
+{
+    QString siteUrl; // of the station, without a slash at the end
+    QString networkWebradioUrl;
+    // HMAC keys are never sent; public keys go into each request.
+    QString stationSigningKey;
+    QString stationPublicKey;
+    QString networkSigningKey;
+    QString networkPublicKey;
+
+    QString telephone;
+    QString smsShortCode;
+    QString contactMail;
+    QString facebookPage;
+    QString twitterPage;
+    QString googlePage;
+    QString instagramPage;
+
+    // The one this program was built with.
+    static StationConfiguration compiledIn();
+
+    // The one in use: the compiled-in one, until another is handed in at start. Main thread.
+    static const StationConfiguration &current();
+    static void use(const StationConfiguration &configuration);
+};
+
+} // namespace orvel
