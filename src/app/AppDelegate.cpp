@@ -25,10 +25,10 @@ AppDelegate::AppDelegate(std::unique_ptr<ScreenCatalogue> catalogue, StreamerSer
     sharedDelegate = this;
     NotificationCentre::defaultCentre().addObserver(
         this, noSoundDeviceNotification, [](const Notification &) {
-            AlertView::show(QStringLiteral("Son indisponible"),
-                            QStringLiteral("Aucune sortie audio n'a été trouvée sur cet appareil. "
-                                           "La radio est lue sans le son."),
-                            {QStringLiteral("OK")});
+            Window::showAlert(QStringLiteral("Son indisponible"),
+                              QStringLiteral("Aucune sortie audio n'a été trouvée sur cet appareil. "
+                                             "La radio est lue sans le son."),
+                              {QStringLiteral("OK")});
         });
 }
 
@@ -87,9 +87,10 @@ void AppDelegate::radioStateChanged(Radio &radio)
 
     const RadioError error = radio.radioError();
     if (error == RadioErrorFileStreamOpen || error == RadioErrorHostNotReachable)
-        AlertView::show(QStringLiteral("Station Currently Offline"),
-                        QStringLiteral("The selected station is currently offline. Please check back later."),
-                        {QStringLiteral("OK")});
+        Window::showAlert(
+            QStringLiteral("Station Currently Offline"),
+            QStringLiteral("The selected station is currently offline. Please check back later."),
+            {QStringLiteral("OK")});
 }
 
 void AppDelegate::radioMetadataReady(Radio &radio)

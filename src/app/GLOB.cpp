@@ -6,7 +6,6 @@
 #include "platform/foundation/Log.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/UserDefaults.h"
-#include "platform/ui/AlertView.h"
 #include "platform/ui/ProgressHud.h"
 
 #include <QDateTime>
@@ -21,7 +20,10 @@ const QStringList okButton{QStringLiteral("OK")};
 
 } // namespace
 
-void GLOB::glob_alert(const QString &message) { AlertView::show(QStringLiteral("Alert"), message, okButton); }
+void GLOB::glob_alert(const QString &message)
+{
+    Window::showAlert(QStringLiteral("Alert"), message, okButton);
+}
 
 bool GLOB::glob_validateEmailWithString(const QString &text)
 {
@@ -85,8 +87,8 @@ QStringList GLOB::glob_getNext30Days()
 
 void showNotThereYet()
 {
-    AlertView::show(QStringLiteral("Orvel Radio"),
-                    QStringLiteral("Cette rubrique n'est pas encore disponible."), okButton);
+    Window::showAlert(QStringLiteral("Orvel Radio"),
+                      QStringLiteral("Cette rubrique n'est pas encore disponible."), okButton);
 }
 
 } // namespace orvel

@@ -16,8 +16,8 @@ public:
     virtual void clickedButtonAtIndex(AlertView &alertView, int buttonIndex) = 0;
 };
 
-// A message over everything else that waits for one of its buttons. Alerts shown one after another stack: the
-// newest is in front. Main thread.
+// A message over everything else that waits for one of its buttons. Window::showAlert shows it. Main
+// thread.
 class AlertView : public QObject, public std::enable_shared_from_this<AlertView>
 {
     Q_OBJECT
@@ -27,10 +27,9 @@ class AlertView : public QObject, public std::enable_shared_from_this<AlertView>
     Q_PROPERTY(QString message MEMBER m_message CONSTANT)
     Q_PROPERTY(QStringList buttons MEMBER m_buttons CONSTANT)
 public:
-    // Button 0 is the first of `buttons`, and what Escape and Back choose.
-    static std::shared_ptr<AlertView> show(const QString &title, const QString &message,
-                                           const QStringList &buttons,
-                                           std::weak_ptr<AlertViewDelegate> delegate = {}, int tag = 0);
+    // Button 0 is the first of `buttons`, and what Escape and Back choose. The delegate is not kept alive.
+    AlertView(const QString &title, const QString &message, const QStringList &buttons,
+              std::weak_ptr<AlertViewDelegate> delegate, int tag);
 
     const QString &title() const { return m_title; }
     const QString &message() const { return m_message; }
@@ -40,8 +39,11 @@ public:
     // Takes the alert away, then tells the delegate. A second click does nothing.
     Q_INVOKABLE void click(int buttonIndex);
 
+Q_SIGNALS:
+    // It was clicked and is to go.
+    void clicked();
+
 private:
-    AlertView(const QString &title, const QString &message, const QStringList &buttons);
     QString m_title;
     QString m_message;
     QStringList m_buttons;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/ui/TableGeometry.h"
+#include "platform/ui/TableViewCell.h"
 
 #include <QAbstractListModel>
 #include <QPointer>
+#include <memory>
 
 namespace orvel {
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "platform/ui/TableView.h"
-
+#include <compare>
+#include <cstddef>
+#include <functional>
 #include <utility>
 #include <vector>
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ui/TableViewCell.h"
 #include "platform/ui/View.h"
 
 #include <QAbstractListModel>
@@ -20,19 +21,6 @@ struct IndexPath
     int section = 0;
     int row = 0;
     auto operator<=>(const IndexPath &) const = default;
-};
-
-// A row's cell: outlets of one row. It lives from the row's coming into view until a later turn of the event
-// loop after its leaving.
-class TableViewCell : public QObject
-{
-    Q_OBJECT
-    QML_ELEMENT
-    QML_UNCREATABLE("Cells are made by their table")
-public:
-    TableViewCell() = default;
-    // Told when the row is selected.
-    virtual void setSelected(bool, bool /*animated*/) {}
 };
 
 class TableViewDataSource

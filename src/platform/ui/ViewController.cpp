@@ -1,7 +1,6 @@
 #include "platform/ui/ViewController.h"
 
 #include "platform/foundation/RunLoop.h"
-#include "platform/ui/Window.h"
 
 namespace orvel {
 
@@ -41,14 +40,14 @@ void ViewController::disappear()
 
 void ViewController::presentViewController(std::shared_ptr<ViewController> controller, bool)
 {
-    if (Window *window = Window::keyWindow())
-        window->present(std::move(controller));
+    if (ScreenPresenter *const presenter = ScreenPresenter::current)
+        presenter->present(std::move(controller));
 }
 
 void ViewController::dismissViewController(bool)
 {
-    if (Window *window = Window::keyWindow())
-        window->dismissFrontViewController();
+    if (ScreenPresenter *const presenter = ScreenPresenter::current)
+        presenter->dismissFrontViewController();
 }
 
 void ViewController::performAfterDelay(double seconds, std::function<void()> function)

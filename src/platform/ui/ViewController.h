@@ -8,6 +8,25 @@
 
 namespace orvel {
 
+class ViewController;
+
+// Shows screens full-screen over everything else.
+class ScreenPresenter
+{
+public:
+    virtual ~ScreenPresenter() = default;
+    virtual void present(std::shared_ptr<ViewController> controller) = 0;
+    virtual void dismissFrontViewController() = 0;
+
+protected:
+    // The one that all screens use; null for none.
+    static void setPresenter(ScreenPresenter *presenter) { current = presenter; }
+
+private:
+    friend class ViewController;
+    static inline ScreenPresenter *current = nullptr;
+};
+
 // A screen: it decides, its layout draws. Screens are shared pointers without a parent; whoever shows one
 // keeps it until its layout is gone. Main thread.
 class ViewController : public QObject, public std::enable_shared_from_this<ViewController>

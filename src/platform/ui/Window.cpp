@@ -14,8 +14,10 @@ Window::Window() = default;
 
 Window::~Window()
 {
-    if (theKeyWindow == this)
-        theKeyWindow = nullptr;
+    if (theKeyWindow != this)
+        return;
+    theKeyWindow = nullptr;
+    setPresenter(nullptr);
 }
 
 Window *Window::keyWindow() { return theKeyWindow; }
@@ -42,6 +44,7 @@ void Window::setRootViewController(std::shared_ptr<ViewController> controller)
 void Window::makeKeyAndVisible()
 {
     theKeyWindow = this;
+    setPresenter(this);
     showFrontScreen();
 }
 
@@ -71,16 +74,20 @@ void Window::dismissFrontViewController()
     Q_EMIT viewControllerReleased(dismissed);
 }
 
-void Window::addAlert(std::shared_ptr<AlertView> alert)
+std::shared_ptr<AlertView> Window::showAlert(const QString &title, const QString &message,
+                                             const QStringList &buttons,
+                                             std::weak_ptr<AlertViewDelegate> delegate, int tag)
 {
-    m_alerts.push_back(std::move(alert));
-    Q_EMIT alertChanged();
-}
-
-void Window::removeAlert(const AlertView &alert)
-{
-    if (std::erase_if(m_alerts, [&](const auto &shown) { return shown.get() == &alert; }) > 0)
-        Q_EMIT alertChanged();
+    const auto alert = std::make_shared<AlertView>(title, message, buttons, std::move(delegate), tag);
+    if (Window *const window = theKeyWindow) {
+        window->m_alerts.push_back(alert);
+        connect(alert.get(), &AlertView::clicked, window, [window, shown = alert.get()] {
+            std::erase_if(window->m_alerts, [&](const auto &candidate) { return candidate.get() == shown; });
+            Q_EMIT window->alertChanged();
+        });
+        Q_EMIT window->alertChanged();
+    }
+    return alert;
 }
 
 std::shared_ptr<ViewController> Window::frontScreen() const

@@ -10,7 +10,7 @@ namespace orvel {
 
 // What the application's only window shows, from back to front: the root screen, the screens presented over
 // it, the alerts and the progress overlay. There is one at a time; the shell draws it. Main thread.
-class Window : public QObject
+class Window : public QObject, public ScreenPresenter
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(WindowOutlet)
@@ -43,10 +43,13 @@ public:
     AlertView *alert() const { return m_alerts.empty() ? nullptr : m_alerts.back().get(); }
     ProgressHud *hud() const { return &ProgressHud::shared(); }
 
-    void present(std::shared_ptr<ViewController> controller);
-    void dismissFrontViewController();
-    void addAlert(std::shared_ptr<AlertView> alert);
-    void removeAlert(const AlertView &alert);
+    // Shows an alert in the key window, in front of those already there.
+    static std::shared_ptr<AlertView> showAlert(const QString &title, const QString &message,
+                                                const QStringList &buttons,
+                                                std::weak_ptr<AlertViewDelegate> delegate = {}, int tag = 0);
+
+    void present(std::shared_ptr<ViewController> controller) override;
+    void dismissFrontViewController() override;
 
 Q_SIGNALS:
     void rootViewControllerChanged();

@@ -24,8 +24,8 @@ TEST(AlertViewTest, StacksAndTellsItsDelegateOnce)
     Window window;
     window.makeKeyAndVisible();
     auto answers = std::make_shared<Answers>();
-    const auto first = AlertView::show("first", "message", {"Cancel", "Yes"}, answers, 7);
-    const auto second = AlertView::show("second", "message", {"OK"}, answers);
+    const auto first = Window::showAlert("first", "message", {"Cancel", "Yes"}, answers, 7);
+    const auto second = Window::showAlert("second", "message", {"OK"}, answers);
     EXPECT_EQ(window.alert(), second.get());
     second->click(0);
     second->click(0);
@@ -34,7 +34,7 @@ TEST(AlertViewTest, StacksAndTellsItsDelegateOnce)
     EXPECT_EQ(window.alert(), nullptr);
     EXPECT_EQ(answers->seen, QStringList({"second 0 0", "first 7 1"}));
 
-    AlertView::show("third", "message", {"OK"}, answers);
+    Window::showAlert("third", "message", {"OK"}, answers);
     answers.reset();
     window.alert()->click(0);
     EXPECT_EQ(window.alert(), nullptr) << "a delegate that is gone is not missed";
