@@ -8,10 +8,13 @@ namespace orvel {
 
 DecodingOutputQueue::DecodingOutputQueue(const AudioStreamBasicDescription &format,
                                          std::unique_ptr<AudioDecoder> decoder, BufferCallback callback)
-    : m_format(format), m_callback(std::move(callback)), m_line(format, std::move(decoder), m_volume, [this] {
-        const std::lock_guard lock(m_mutex);
-        wake();
-    })
+    : m_format(format)
+    , m_line(format, std::move(decoder), m_volume,
+             [this] {
+                 const std::lock_guard lock(m_mutex);
+                 wake();
+             })
+    , m_callback(std::move(callback))
 {
 }
 
@@ -158,6 +161,7 @@ void DecodingOutputQueue::run()
         patience = m_line.nextLook();
     }
     m_line.reset();
+    m_callback = nullptr; // it may hold on to what holds on to the queue
 }
 
 DecodingOutputQueue::Orders

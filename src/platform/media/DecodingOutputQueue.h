@@ -60,7 +60,6 @@ private:
     void setRunning(bool isRunning);
 
     const AudioStreamBasicDescription m_format;
-    const BufferCallback m_callback;
     std::atomic<float> m_volume = 1;
     std::atomic<double> m_playedSeconds = 0;
     std::atomic<bool> m_isDisposed = false; // set under the mutex
@@ -74,6 +73,7 @@ private:
     std::vector<IsRunningListener> m_listeners;
 
     RenderLine m_line; // the queue's thread only, from here
+    BufferCallback m_callback;
     bool m_isRunning = false;
 };
 

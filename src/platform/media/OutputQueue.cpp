@@ -17,7 +17,12 @@ std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &f
         if (const auto queue = weak.lock())
             queue->dispose();
     };
-    if (!QueueThreads::run([core] { core->run(); }, end))
+    if (!QueueThreads::run(
+            [core] {
+                core->run();
+                SdlAudioDevice::leaveThread();
+            },
+            end))
         return nullptr;
     // The thread keeps the core; the last user's letting go disposes of it.
     return {core.get(), [core](OutputQueue *) { core->dispose(); }};

@@ -183,6 +183,8 @@ qint64 SdlAudioDevice::readWaiting(float *samples, qint64 frames)
     return got;
 }
 
+void SdlAudioDevice::leaveThread() { SDL_TLSCleanup(); }
+
 void SdlAudioDevice::quit()
 {
     const std::lock_guard lock(sdlSound().mutex);

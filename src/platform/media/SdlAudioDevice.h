@@ -28,6 +28,8 @@ public:
     qint64 written() const override { return m_ring->written(); }
     qint64 consumed() const override { return m_ring->consumed(); }
 
+    // Frees what SDL keeps for the calling thread. Call when a thread that opened devices ends.
+    static void leaveThread();
     // Ends SDL's sound if all devices are closed; the next open starts it anew.
     static void quit();
 

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
+#include <mutex>
 #include <random>
 #include <thread>
 
@@ -12,6 +13,30 @@ using namespace orvel::test;
 
 namespace {
 
+// A place for a queue's last reference, which two threads race to let go.
+class LastReference
+{
+public:
+    void hold(std::shared_ptr<OutputQueue> queue)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_isGone)
+            m_queue.swap(queue);
+    }
+    void letGo()
+    {
+        std::shared_ptr<OutputQueue> last;
+        const std::lock_guard lock(m_mutex);
+        m_isGone = true;
+        m_queue.swap(last);
+    }
+
+private:
+    std::mutex m_mutex;
+    bool m_isGone = false;
+    std::shared_ptr<OutputQueue> m_queue;
+};
+
 // One queue after another until `end`, each started, disturbed and ended in one of many ways.
 void churn(const EncodedTone &tone, quint32 seed, std::chrono::steady_clock::time_point end,
            std::atomic<int> &cycles)
@@ -19,14 +44,9 @@ void churn(const EncodedTone &tone, quint32 seed, std::chrono::steady_clock::tim
     std::minstd_rand random(seed);
     for (; std::chrono::steady_clock::now() < end; ++cycles) {
         const auto deed = std::make_shared<std::atomic<quint32>>(quint32(random() % 6));
-        const auto held = std::make_shared<std::shared_ptr<OutputQueue>>();
-        const auto release = std::make_shared<std::atomic<bool>>(false);
-        const auto handOver = [held, release] {
-            if (!release->exchange(true))
-                held->reset();
-        };
+        const auto last = std::make_shared<LastReference>();
         auto queue =
-            newOutputQueue(tone.format, [&tone, deed, handOver](OutputQueue &caller, OutputBuffer &buffer) {
+            newOutputQueue(tone.format, [&tone, deed, last](OutputQueue &caller, OutputBuffer &buffer) {
                 switch (deed->exchange(0)) {
                 case 1:
                     caller.dispose();
@@ -40,7 +60,7 @@ void churn(const EncodedTone &tone, quint32 seed, std::chrono::steady_clock::tim
                     caller.start();
                     break;
                 case 4:
-                    handOver();
+                    last->letGo();
                     break;
                 default:
                     caller.flush();
@@ -62,8 +82,8 @@ void churn(const EncodedTone &tone, quint32 seed, std::chrono::steady_clock::tim
             queue->stop(random() % 2 == 0);
         if (random() % 2 == 0)
             queue->start();
-        *held = std::move(queue);
-        handOver();
+        last->hold(std::move(queue));
+        last->letGo();
     }
 }
 

@@ -157,9 +157,10 @@ TEST(OutputQueueTest, PauseKeepsWhatIsQueuedAndVolumeScalesIt)
     ToneFeeder feeder(tone);
     std::vector<OutputBuffer *> order;
     std::atomic<int> pauses = 0;
+    std::atomic<bool> isPausing = true;
     feeder.onCallback = [&](OutputBuffer &buffer) {
         order.push_back(&buffer);
-        if (order.size() % 5 == 0) {
+        if (isPausing && order.size() % 5 == 0) {
             ++pauses;
             feeder.queue->pause();
         }
@@ -173,7 +174,7 @@ TEST(OutputQueueTest, PauseKeepsWhatIsQueuedAndVolumeScalesIt)
             feeder.queue->start();
         return feeder.packetsLeft() == 0;
     }));
-    feeder.onCallback = nullptr;
+    isPausing = false;
     feeder.queue->start();
     feeder.queue->stop(false);
     ASSERT_TRUE(feeder.waitForTheEnd());
@@ -241,7 +242,7 @@ TEST(OutputQueueTest, WithoutADeviceKeepsTheTimeAndSaysSoOnce)
 {
     joinOutputQueues();
     qputenv("SDL_AUDIODRIVER", "there is no such driver");
-    int told = 0;
+    static int told = 0;
     NotificationCentre::defaultCentre().addObserver(&told, noSoundDeviceNotification,
                                                     [&](const Notification &) { ++told; });
     const EncodedTone tone = encodeTone({.seconds = 1});
