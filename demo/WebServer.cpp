@@ -64,7 +64,13 @@ std::unique_ptr<WebServer> WebServer::listen(quint16 port)
     return result;
 }
 
-WebServer::~WebServer() { server_->stop(); }
+WebServer::~WebServer()
+{
+    // The library closes only the port of a server that ran.
+    if (port_ != 0 && !thread_.joinable())
+        start([](const WebRequest &) { return WebAnswer{}; });
+    server_->stop();
+}
 
 void WebServer::start(Handler handler)
 {
