@@ -49,6 +49,7 @@ void fill(AVFrame &frame, qint64 start, int rate)
 
 EncodedTone encodeTone(const ToneRequest &request)
 {
+    av_log_set_level(AV_LOG_QUIET); // the AAC encoder tells its mean quality
     const bool mp3 = request.format == AudioFormat::mpegLayer3;
     const AVCodec *codec = avcodec_find_encoder(mp3 ? AV_CODEC_ID_MP3 : AV_CODEC_ID_AAC);
     const CodecContext context(avcodec_alloc_context3(codec));

@@ -198,6 +198,25 @@ TEST(OutputQueueTest, PassesOverBrokenPackets)
     expectSound(sound.samples(), decoded(tone));
 }
 
+TEST(OutputQueueTest, GoesOnAtTheDevicesRateWhenTheStreamsChanges)
+{
+    EncodedTone tone = encodeTone({.seconds = 1});
+    const EncodedTone other = encodeTone({.sampleRate = 32000, .channels = 1, .seconds = 1});
+    const std::size_t expected = decoded(tone).size() + 2 * decoded(other).size() * 441 / 320;
+    for (AudioStreamPacketDescription packet : other.packets) {
+        packet.startOffset += tone.bytes.size();
+        tone.packets.push_back(packet);
+    }
+    tone.bytes += other.bytes;
+    const CapturedSound sound;
+    ToneFeeder feeder(tone);
+    feeder.play();
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    const std::vector<float> captured = sound.samples();
+    const auto heard = std::count_if(captured.begin(), captured.end(), [](float s) { return s != 0; });
+    EXPECT_NEAR(double(heard), double(expected), 4000); // the encoders' lead-in is silent
+}
+
 TEST(OutputQueueTest, StopsAtOnceAndStartsAnew)
 {
     const EncodedTone tone = encodeTone({.seconds = 30});
