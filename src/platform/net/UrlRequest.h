@@ -5,7 +5,8 @@
 
 namespace orvel {
 
-// A GET to make: where, with which headers, and after how many seconds without a byte it has failed.
+// A GET to make: where, with which headers, and after how many seconds without a byte it has failed (0:
+// never).
 struct UrlRequest
 {
     Url url;
