@@ -1,4 +1,4 @@
-#include "app/Tour.h"
+#include "demo/app/Tour.h"
 
 #include "app/AppDelegate.h"
 #include "platform/foundation/NotificationCentre.h"

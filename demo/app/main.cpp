@@ -1,4 +1,4 @@
-#include "app/Tour.h"
+#include "demo/app/Tour.h"
 #include "demo/DemoStation.h"
 #include "shell/Application.h"
 #include "shell/Shell.h"

@@ -3,6 +3,7 @@
 #include "platform/foundation/FormatText.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/NotificationCentre.h"
+#include "platform/media/AudioDeviceChoice.h"
 #include "platform/media/AudioSession.h"
 #include "platform/ui/NavigationController.h"
 

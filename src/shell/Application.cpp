@@ -3,7 +3,7 @@
 #include "app/AppDelegate.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/RunLoop.h"
-#include "platform/media/OutputQueue.h"
+#include "platform/media/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
 #include "shell/AllScreens.h"
 #include "shell/Shell.h"

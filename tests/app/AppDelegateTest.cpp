@@ -1,6 +1,7 @@
 #include "app/AppFixture.h"
 
 #include "platform/foundation/NotificationCentre.h"
+#include "platform/media/AudioDeviceChoice.h"
 
 using namespace orvel;
 using namespace orvel::test;

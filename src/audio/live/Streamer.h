@@ -3,6 +3,7 @@
 #include "audio/live/IcyStream.h"
 #include "audio/live/Radio.h"
 #include "audio/playlist/PlaylistParser.h"
+#include "platform/media/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
 
 #include <functional>

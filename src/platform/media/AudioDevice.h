@@ -46,9 +46,4 @@ private:
     int m_channels;
 };
 
-// The system's sound device, or a silent one on the steady clock when there is none, which is told on the
-// main queue by noSoundDeviceNotification, once. ORVEL_AUDIO_DEVICE=null in the environment asks for the
-// silent one.
-std::unique_ptr<AudioDevice> openAudioDevice(const AudioDeviceRequest &request);
-
 } // namespace orvel

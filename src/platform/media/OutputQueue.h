@@ -63,14 +63,4 @@ public:
 using OutputQueueMaker = std::function<std::shared_ptr<OutputQueue>(const AudioStreamBasicDescription &format,
                                                                     OutputQueue::BufferCallback callback)>;
 
-// Decodes MP3, AAC and 16-bit PCM and plays on the system's sound device, or on a silent one on the steady
-// clock when there is none; posts `noSoundDeviceNotification` on the main queue the first time that happens.
-std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &format,
-                                            OutputQueue::BufferCallback callback);
-inline const QString noSoundDeviceNotification = QStringLiteral("NoSoundDevice");
-
-// Disposes of all queues that are left and waits until their threads have ended. Call at exit; a later queue
-// starts the sound anew.
-void joinOutputQueues();
-
 } // namespace orvel

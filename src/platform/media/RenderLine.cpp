@@ -1,5 +1,6 @@
 #include "platform/media/RenderLine.h"
 
+#include "platform/media/AudioDeviceChoice.h"
 #include "platform/media/FfmpegHandles.h"
 
 #include <algorithm>

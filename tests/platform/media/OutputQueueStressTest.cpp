@@ -1,5 +1,5 @@
 #include "EncodedTone.h"
-#include "platform/media/OutputQueue.h"
+#include "platform/media/SoundOutput.h"
 
 #include <atomic>
 #include <chrono>

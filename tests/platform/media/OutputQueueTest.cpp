@@ -1,4 +1,6 @@
-#include "platform/media/OutputQueue.h"
+#include "platform/media/SoundOutput.h"
+
+#include "platform/media/AudioDeviceChoice.h"
 
 #include "EncodedTone.h"
 #include "ToneFeeder.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "EncodedTone.h"
-#include "platform/media/OutputQueue.h"
+#include "platform/media/SoundOutput.h"
 
 #include <atomic>
 #include <functional>

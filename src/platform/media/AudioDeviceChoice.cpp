@@ -1,9 +1,8 @@
-#include "platform/media/AudioDevice.h"
+#include "platform/media/AudioDeviceChoice.h"
 
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/media/NullAudioDevice.h"
-#include "platform/media/OutputQueue.h"
 #include "platform/media/SdlAudioDevice.h"
 
 namespace orvel {

@@ -1,4 +1,4 @@
-#include "platform/media/OutputQueue.h"
+#include "platform/media/SoundOutput.h"
 
 #include "platform/media/DecodingOutputQueue.h"
 #include "platform/media/QueueThreads.h"

@@ -1,0 +1,81 @@
+#include "audio/playlist/XPathQuery.h"
+
+#include "platform/foundation/Log.h"
+
+#include <libxml/parser.h>
+#include <libxml/xpath.h>
+#include <libxml/xpathInternals.h>
+#include <limits>
+#include <memory>
+
+namespace orvel {
+
+namespace {
+
+template<auto function>
+struct Freed
+{
+    template<typename T>
+    void operator()(T *handle) const
+    {
+        function(handle);
+    }
+};
+using Document = std::unique_ptr<xmlDoc, Freed<xmlFreeDoc>>;
+using Context = std::unique_ptr<xmlXPathContext, Freed<xmlXPathFreeContext>>;
+using Result = std::unique_ptr<xmlXPathObject, Freed<xmlXPathFreeObject>>;
+
+const xmlChar *utf8(const QByteArray &text) { return reinterpret_cast<const xmlChar *>(text.constData()); }
+
+void logXPathError(void *, xmlErrorPtr error) { qCDebug(logAudio) << "XPath:" << error->message; }
+
+std::nullopt_t fail(const char *message)
+{
+    qCWarning(logAudio) << message;
+    return std::nullopt;
+}
+
+Document documentOf(const QByteArray &bytes)
+{
+    // Without XML_PARSE_NOENT and XML_PARSE_HUGE a document stays about as large as its text.
+    constexpr int options = XML_PARSE_RECOVER | XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
+    if (bytes.size() > std::numeric_limits<int>::max())
+        return nullptr;
+    return Document(xmlReadMemory(bytes.constData(), static_cast<int>(bytes.size()), "", nullptr, options));
+}
+
+} // namespace
+
+std::optional<std::vector<XmlNode>> xpathQuery(_xmlDoc *document, const XPathNamespaces &namespaces,
+                                               const QByteArray &query)
+{
+    const Context context(xmlXPathNewContext(document));
+    if (!context)
+        return fail("Unable to create XPath context.");
+    context->error = logXPathError;
+    for (const auto &[prefix, uri] : namespaces)
+        xmlXPathRegisterNs(context.get(), utf8(prefix), utf8(uri));
+    const Result result(xmlXPathEvalExpression(utf8(query), context.get()));
+    if (!result)
+        return fail("Unable to evaluate XPath.");
+    if (result->type != XPATH_NODESET || !result->nodesetval)
+        return fail("Nodes was nil.");
+
+    std::vector<XmlNode> nodes;
+    for (int i = 0; i < result->nodesetval->nodeNr; ++i) {
+        if (std::optional<XmlNode> node = nodeDictionary(*result->nodesetval->nodeTab[i], nullptr))
+            nodes.push_back(std::move(*node));
+    }
+    return nodes;
+}
+
+std::optional<std::vector<XmlNode>> xpathQuery(const QByteArray &bytes, const XPathNamespaces &namespaces,
+                                               const QByteArray &query)
+{
+    const Document document = documentOf(bytes);
+    if (!document)
+        return fail("Unable to parse.");
+    return xpathQuery(document.get(), namespaces, query);
+}
+
+} // namespace orvel
