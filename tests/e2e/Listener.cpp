@@ -81,11 +81,18 @@ bool Listener::waitsNotToSee(const QString &text)
 
 bool Listener::touches(const QString &text)
 {
-    QQuickItem *const item = find(text);
-    if (!item)
+    // A finger waits until what it is after stands still.
+    QPointF place(-1, -1);
+    const bool stands = waitsFor([&] {
+        QTest::qWait(50);
+        const QQuickItem *const item = find(text);
+        const QPointF before =
+            std::exchange(place, item ? item->mapToScene(item->boundingRect().center()) : QPointF(-1, -1));
+        return !item || before == place;
+    });
+    if (!stands || place == QPointF(-1, -1))
         return false;
-    QTest::mouseClick(&window(), Qt::LeftButton, {},
-                      item->mapToScene(item->boundingRect().center()).toPoint());
+    QTest::mouseClick(&window(), Qt::LeftButton, {}, place.toPoint());
     return true;
 }
 
