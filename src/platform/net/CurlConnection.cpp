@@ -1,6 +1,5 @@
 #include "platform/net/CurlConnection.h"
 
-#include "platform/net/CurlSetup.h"
 #include "platform/net/NetErrors.h"
 
 namespace orvel {

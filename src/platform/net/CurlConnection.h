@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/net/CurlLoop.h"
+#include "platform/net/CurlSetup.h"
 #include "platform/net/HeadReader.h"
 #include "platform/net/UrlConnection.h"
 
@@ -11,14 +12,6 @@
 #include <vector>
 
 namespace orvel {
-
-// What a connection asks of the server: a GET unless said otherwise.
-struct CurlDemand
-{
-    UrlRequest request;
-    QByteArray method = QByteArrayLiteral("GET");
-    QByteArray body{}; // of a POST or another method that takes one
-};
 
 // A connection on curl. What arrives is appended to one buffer while the other is delivered; both are kept
 // for the connection's life. A delegate that runs a nested event loop gets nothing of this connection in it.

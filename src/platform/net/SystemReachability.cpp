@@ -1,7 +1,6 @@
-#include "platform/net/Reachability.h"
+#include "platform/net/SystemReachability.h"
 
 #include "platform/foundation/NotificationCentre.h"
-#include "platform/net/SystemReachability.h"
 
 #include <QPointer>
 
