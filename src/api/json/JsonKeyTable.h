@@ -1,6 +1,6 @@
 #pragma once
 
-#include "api/json/JsonContainer.h"
+#include "api/json/JsonValue.h"
 
 #include <QByteArrayView>
 #include <QHash>

@@ -1,6 +1,5 @@
 #include "api/json/JsonValue.h"
 
-#include "api/json/JsonContainer.h"
 #include "platform/foundation/ByteText.h"
 
 #include <utility>
@@ -188,6 +187,32 @@ bool JsonValue::operator==(const JsonValue &other) const
         }
     }
     return true;
+}
+
+JsonContainer::~JsonContainer()
+{
+    // Containers are taken out of what is about to be freed, so that no destructor meets another below it.
+    std::vector<JsonValue> pending;
+    const auto takeContainers = [&pending](std::vector<JsonValue> &from) {
+        for (JsonValue &value : from) {
+            if (value.isContainer())
+                pending.push_back(std::move(value));
+        }
+    };
+    takeContainers(values);
+    while (!pending.empty()) {
+        const JsonValue last = std::move(pending.back());
+        pending.pop_back();
+        const auto &container = std::get<JsonValue::Container>(last.m_content);
+        if (container.use_count() == 1)
+            takeContainers(container->values);
+    }
+}
+
+JsonKeys &JsonContainer::changeableKeys()
+{
+    keys.detach();
+    return *keys;
 }
 
 } // namespace orvel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/json/Decimal.h"
+#include "api/json/JsonKeys.h"
 
 #include <QString>
 #include <concepts>
@@ -111,6 +112,24 @@ private:
     bool equalsScalar(const JsonValue &other) const;
 
     Content m_content;
+};
+
+// What an array or an object holds, shared by the values that are copies of each other.
+struct JsonContainer
+{
+    std::vector<JsonValue> values;
+    QExplicitlySharedDataPointer<JsonKeys> keys; // null for an array
+
+    JsonContainer() = default;
+    JsonContainer(const JsonContainer &other) = default;
+    JsonContainer &operator=(const JsonContainer &) = delete;
+    // Frees a tree of any depth without recursion.
+    ~JsonContainer();
+
+    // The place of a key in `values`, or -1.
+    qsizetype indexOf(QStringView key) const { return keys ? keys->indexOf(key) : -1; }
+    // The keys for changing, no longer shared with another object.
+    JsonKeys &changeableKeys();
 };
 
 } // namespace orvel

@@ -1,4 +1,4 @@
-#include "api/json/JsonContainer.h"
+#include "api/json/JsonKeys.h"
 
 #include <algorithm>
 
@@ -41,32 +41,6 @@ qsizetype JsonKeys::indexOf(QStringView key) const
     const auto found =
         std::find_if(m_names.begin(), m_names.end(), [key](const QString &name) { return key == name; });
     return found == m_names.end() ? -1 : found - m_names.begin();
-}
-
-JsonContainer::~JsonContainer()
-{
-    // Containers are taken out of what is about to be freed, so that no destructor meets another below it.
-    std::vector<JsonValue> pending;
-    const auto takeContainers = [&pending](std::vector<JsonValue> &from) {
-        for (JsonValue &value : from) {
-            if (value.isContainer())
-                pending.push_back(std::move(value));
-        }
-    };
-    takeContainers(values);
-    while (!pending.empty()) {
-        const JsonValue last = std::move(pending.back());
-        pending.pop_back();
-        const auto &container = std::get<JsonValue::Container>(last.m_content);
-        if (container.use_count() == 1)
-            takeContainers(container->values);
-    }
-}
-
-JsonKeys &JsonContainer::changeableKeys()
-{
-    keys.detach();
-    return *keys;
 }
 
 } // namespace orvel
