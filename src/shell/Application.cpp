@@ -36,6 +36,7 @@ Application::~Application()
     joinOutputQueues();
     closeConnections();
     m_shell.reset();
+    RunLoop::main().cancelAll();
     m_delegate.reset();
     MainQueue::close();
 }

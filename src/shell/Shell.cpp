@@ -1,5 +1,6 @@
 #include "shell/Shell.h"
 
+#include "platform/foundation/BackgroundTask.h"
 #include "platform/foundation/InputGate.h"
 #include "platform/foundation/NotificationCentre.h"
 
@@ -94,6 +95,7 @@ void Shell::applicationStateChanged(Qt::ApplicationState state)
     if (background == m_inBackground)
         return;
     m_inBackground = background;
+    setApplicationState(background ? ApplicationState::Background : ApplicationState::Active);
     NotificationCentre::defaultCentre().postNotification(background ? applicationDidEnterBackground
                                                                     : applicationWillEnterForeground);
 }

@@ -92,6 +92,13 @@ void RunLoop::cancel(Token token)
     arm();
 }
 
+void RunLoop::cancelAll()
+{
+    const auto dropped = std::exchange(m_entries, {});
+    m_dueOf.clear();
+    arm();
+}
+
 void RunLoop::holdScreens() { ++m_holds; }
 
 void RunLoop::releaseScreens()
@@ -177,9 +184,7 @@ void RunLoop::turn(double seconds)
 void RunLoop::returnClock()
 {
     m_clockTaken = false;
-    const auto dropped = std::exchange(m_entries, {});
-    m_dueOf.clear();
-    arm();
+    cancelAll();
 }
 
 } // namespace orvel

@@ -31,6 +31,8 @@ public:
     Token every(double seconds, Function function, Lane lane = Lane::Service);
     // An unknown or spent token is ignored; a running function may cancel itself.
     void cancel(Token token);
+    // At the end of the application, whose screens the entries may hold.
+    void cancelAll();
     bool isScheduled(Token token) const { return m_dueOf.contains(token); }
     // True while a Screen entry runs.
     bool isInScreenEntry() const { return m_inScreenEntry; }
@@ -49,7 +51,7 @@ public:
     // Moves the clock `seconds` on, stopping at each due time in order and letting posted events run in
     // between.
     void turn(double seconds);
-    // Gives the clock back and drops whatever is still scheduled.
+    // Gives the clock back and cancels whatever is still scheduled.
     void returnClock();
 
 private:
