@@ -36,17 +36,20 @@ function(orvel_qml_room name)
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
 endfunction()
 
-# orvel_test(<name> SOURCES <files...> LINK <libraries...> [TIMEOUT <seconds>]): one GoogleTest program, one ctest case
-# for each of its tests.
+# orvel_test(<name> SOURCES <files...> LINK <libraries...> [TIMEOUT <seconds>] [THREADS]): one GoogleTest program, one
+# ctest case for each of its tests. THREADS: for ThreadSanitizer to judge.
 function(orvel_test name)
-  cmake_parse_arguments(TEST "" "TIMEOUT" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(TEST "THREADS" "TIMEOUT" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${TEST_SOURCES})
   target_link_libraries(${name} PRIVATE ${TEST_LINK} orvel_test_support)
   orvel_warnings(${name})
   if(NOT TEST_TIMEOUT)
     set(TEST_TIMEOUT 60)
   endif()
+  set(label all)
+  if(TEST_THREADS)
+    set(label threads)
+  endif()
   include(GoogleTest)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TEST_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;SDL_AUDIODRIVER=disk;SDL_DISKAUDIOFILE=/dev/null")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS ${label})
 endfunction()
