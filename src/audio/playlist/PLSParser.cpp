@@ -11,8 +11,9 @@ std::optional<QString> PLSParser::parseStreamUrl(const QByteArray &body)
     const std::optional<QString> text = decodeUtf8(body);
     if (!text)
         return std::nullopt;
-    const auto line = findLine(
-        *text, [](QStringView candidate) { return candidate.startsWith(u"File") && candidate.contains(u'='); });
+    const auto line = findLine(*text, [](QStringView candidate) {
+        return candidate.startsWith(u"File") && candidate.contains(u'=');
+    });
     if (!line)
         return std::nullopt;
     return line->sliced(line->indexOf(u'=') + 1).toString();

@@ -4,7 +4,8 @@
 
 namespace orvel {
 
-// PLS, UTF-8 or ASCII: what follows "=" in the first line that begins with "File", whatever its number and value.
+// PLS, UTF-8 or ASCII: what follows "=" in the first line that begins with "File", whatever its number and
+// value.
 class PLSParser : public PlaylistParser
 {
 public:

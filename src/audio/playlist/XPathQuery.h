@@ -12,12 +12,13 @@ namespace orvel {
 // Prefix and URI of each namespace that a query names.
 using XPathNamespaces = std::vector<std::pair<QByteArray, QByteArray>>;
 
-// The nodes that an XPath query finds, in order; nothing when it can't be evaluated or gives no nodes but a value.
+// The nodes that an XPath query finds, in order; nothing when it can't be evaluated or gives no nodes but a
+// value.
 std::optional<std::vector<XmlNode>> xpathQuery(_xmlDoc *document, const XPathNamespaces &namespaces,
                                                const QByteArray &query);
 
-// The same on a document's bytes; nothing also when they hold no XML at all. Broken XML is read as far as it goes; nothing
-// is fetched, and entities are not expanded.
+// The same on a document's bytes; nothing also when they hold no XML at all. Broken XML is read as far as it
+// goes; nothing is fetched, and entities are not expanded.
 std::optional<std::vector<XmlNode>> xpathQuery(const QByteArray &bytes, const XPathNamespaces &namespaces,
                                                const QByteArray &query);
 

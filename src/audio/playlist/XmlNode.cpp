@@ -50,7 +50,7 @@ std::optional<XmlNode> nodeDictionary(const _xmlNode &node, std::optional<QStrin
     if (node.name)
         made.nodeName = textOf(node.name);
     if (const xmlChar *const content = contentOf(node)) {
-        if (parentContent && made.nodeName == u"text") {
+        if (parentContent && made.nodeName == QStringLiteral("text")) {
             *parentContent = parentContent->value_or(QString()) + textOf(content).trimmed();
             return std::nullopt;
         }

@@ -1,0 +1,85 @@
+#include "audio/playlist/M3UParser.h"
+#include "audio/playlist/PLSParser.h"
+#include "audio/playlist/XSPFParser.h"
+
+#include <gtest/gtest.h>
+
+using namespace orvel;
+
+namespace {
+
+using Cases = std::vector<std::pair<QByteArray, std::optional<QString>>>;
+
+template<typename Parser>
+void expectStreams(const Cases &cases)
+{
+    for (const auto &[body, stream] : cases)
+        EXPECT_EQ(Parser().parseStreamUrl(body), stream) << body.constData();
+}
+
+QByteArray xspf(const QByteArray &tracks, const QByteArray &nameSpace = "http://xspf.org/ns/0/")
+{
+    return "<?xml version=\"1.0\"?><playlist xmlns=\"" + nameSpace + "\"><trackList>" + tracks;
+}
+
+} // namespace
+
+TEST(PlaylistParserTest, M3UTakesTheFirstLineThatBeginsWithHttp)
+{
+    expectStreams<M3UParser>({
+        {"#EXTM3U\r\n#EXTINF:-1,Radio\r\nhttp://a/live \r\nhttp://b/live\r\n", "http://a/live "},
+        {"live.mp3\n  http://a/\nHTTP://b/\nhttps://c/", "https://c/"},
+        {"one\xC2\x85http://a/\xE2\x80\xA8two", "http://a/"},
+        {"#Caf\xE9\nhttp://a/", std::nullopt},
+        {"#EXTM3U\n", std::nullopt},
+        {"", std::nullopt},
+    });
+}
+
+TEST(PlaylistParserTest, PLSTakesTheEarliestFileEntry)
+{
+    expectStreams<PLSParser>({
+        {"[playlist]\nNumberOfEntries=2\nFile2=http://b/?x=1 \nFile1=http://a/\n", "http://b/?x=1 "},
+        {"File1\nfile2=http://a/\n File3=http://b/\nFile=ftp", "ftp"},
+        {"File1=\n", ""},
+        {"Title1=Caf\xE9\nFile1=http://a/", std::nullopt},
+        {"[playlist]", std::nullopt},
+    });
+}
+
+TEST(PlaylistParserTest, XSPFTakesTheFirstLocationOfATrack)
+{
+    expectStreams<XSPFParser>({
+        {xspf("<track><title>x</title><location>\n http://a/ \n</location></track>"
+              "<track><location>http://b/</location></track></trackList></playlist>"),
+         "http://a/"},
+        {xspf("<track><location> http://a/<!-- split -->\n live </location></track>"), "http://a/live"},
+        {xspf("<track><location>http://a/?x=1&amp;y=2</location></track>"), "http://a/?x=1&y=2"},
+        {xspf("<track><location> </location></track>"), ""},
+        {xspf("<track><location/></track><track><location>http://b/</location></track>"), std::nullopt},
+        {xspf("<track><location>http://a/</location></track>", "http://other.example/"), std::nullopt},
+        {xspf("<location>http://a/</location>"), std::nullopt},
+        {"not a playlist", std::nullopt},
+        {"", std::nullopt},
+    });
+}
+
+TEST(PlaylistParserTest, XSPFExpandsNoEntities)
+{
+    QByteArray declarations = "<!ENTITY e0 \"" + QByteArray(100, 'x') + "\">";
+    for (int i = 1; i < 30; ++i) {
+        const QByteArray inner = "&e" + QByteArray::number(i - 1) + ";";
+        declarations += "<!ENTITY e" + QByteArray::number(i) + " \"" + inner.repeated(10) + "\">";
+    }
+    const auto parsed = [&declarations](const QByteArray &location) {
+        const QByteArray body = "<!DOCTYPE playlist [" + declarations + "<!ENTITY big \"" +
+                                QByteArray(200000, 'y') + "\"><!ENTITY out SYSTEM \"file:///etc/passwd\">]>" +
+                                "<playlist xmlns=\"http://xspf.org/ns/0/\"><track><location>" + location +
+                                "</location></track></playlist>";
+        return XSPFParser().parseStreamUrl(body);
+    };
+    EXPECT_EQ(parsed("http://a/&out;"), "http://a/");
+    EXPECT_EQ(parsed("http://a/" + QByteArray("&big;").repeated(50000)), "http://a/");
+    // An explosive one may also end the reading before there is a location.
+    EXPECT_LE(parsed("http://a/&e29;").value_or(QString()).size(), 9);
+}
