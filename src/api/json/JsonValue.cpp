@@ -12,7 +12,7 @@ JsonValue::JsonValue(const QString &text)
         m_content = text;
 }
 
-JsonValue JsonValue::null() { return JsonValue(Content(Null())); }
+JsonValue JsonValue::null() { return JsonValue(std::in_place_type<Null>, Null()); }
 
 JsonValue JsonValue::emptyArray() { return array({}); }
 
@@ -21,19 +21,21 @@ JsonValue JsonValue::array(std::vector<JsonValue> elements)
     std::erase_if(elements, [](const JsonValue &element) { return element.isAbsent(); });
     auto container = std::make_shared<JsonContainer>();
     container->values = std::move(elements);
-    return JsonValue(Content(std::move(container)));
+    return JsonValue(std::in_place_type<Container>, std::move(container));
 }
 
 JsonValue JsonValue::emptyObject()
 {
     auto container = std::make_shared<JsonContainer>();
     container->keys.reset(new JsonKeys);
-    return JsonValue(Content(std::move(container)));
+    return JsonValue(std::in_place_type<Container>, std::move(container));
 }
 
 JsonValue JsonValue::foreign(std::shared_ptr<const JsonObjectProxy> object)
 {
-    return object ? JsonValue(Content(std::move(object))) : JsonValue();
+    if (!object)
+        return {};
+    return JsonValue(std::in_place_type<std::shared_ptr<const JsonObjectProxy>>, std::move(object));
 }
 
 const JsonContainer *JsonValue::container() const

@@ -105,7 +105,10 @@ private:
     using Content = std::variant<std::monostate, Null, bool, Decimal, QString, Container,
                                  std::shared_ptr<const JsonObjectProxy>>;
 
-    explicit JsonValue(Content content) : m_content(std::move(content)) {}
+    template<typename T>
+    JsonValue(std::in_place_type_t<T> kind, T content) : m_content(kind, std::move(content))
+    {
+    }
     JsonValue at(qsizetype index) const;
     const JsonContainer *container() const;
     JsonContainer *changeable();
