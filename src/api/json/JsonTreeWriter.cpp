@@ -1,6 +1,7 @@
 #include "api/json/JsonTreeWriter.h"
 
 #include "api/json/JsonObjectProxy.h"
+#include "platform/foundation/FormatText.h"
 
 #include <algorithm>
 #include <numeric>
@@ -48,7 +49,7 @@ bool JsonTreeWriter::writeTree(const JsonValue &root)
 {
     bool isWritten = writeValue(root);
     while (isWritten && !m_open.empty()) {
-        if (m_open.back().next < m_open.back().container.values().size())
+        if (m_open.back().next < m_open.back().values.size())
             isWritten = writeNext();
         else
             closeContainer();
@@ -58,42 +59,48 @@ bool JsonTreeWriter::writeTree(const JsonValue &root)
 
 bool JsonTreeWriter::writeValue(const JsonValue &value)
 {
-    if (value.isString()) {
-        writeString(value.string());
+    if (const QString *const text = std::get_if<QString>(&value.m_content)) {
+        writeString(*text);
     } else if (value.isContainer()) {
         return openContainer(value);
-    } else if (value.isNumber()) {
-        const Decimal::PlainText digits = value.decimal().plainText();
+    } else if (const Decimal *const number = std::get_if<Decimal>(&value.m_content)) {
+        const Decimal::PlainText digits = number->plainText();
         m_text.appendLatin1(digits.data(), digits.size());
     } else if (value.isBool()) {
         m_text.append(value.boolValue() ? u"true" : u"false");
     } else if (value.isNull()) {
         m_text.append(u"null");
     } else {
-        const JsonValue offered = offeredValue(value);
-        if (!offered.isAbsent() && !offered.foreignObject())
-            return writeValue(offered);
-        const QString name = offered.isAbsent() ? offered.text() : offered.foreignObject()->className();
-        m_errors.addErrorWithCode(JsonError::Unsupported,
-                                  QStringLiteral("JSON serialisation not supported for ") + name);
-        return false;
+        return writeOffered(offeredValue(value));
     }
     return true;
+}
+
+bool JsonTreeWriter::writeOffered(const JsonValue &value)
+{
+    const auto object = value.foreignObject();
+    if (!value.isAbsent() && !object)
+        return writeValue(value);
+    m_errors.addErrorWithCode(JsonError::Unsupported,
+                              QStringLiteral("JSON serialisation not supported for ") +
+                                  (object ? object->className() : absentText));
+    return false;
 }
 
 bool JsonTreeWriter::openContainer(const JsonValue &container)
 {
     if (!m_errors.mayOpen(m_open.size()))
         return false;
-    Open &open = m_open.emplace_back(Open{container});
-    if (m_style.sortKeys && container.isObject()) {
-        const auto &keys = container.keys();
+    const std::vector<QString> &keys = container.keys();
+    const bool isObject = container.isObject();
+    Open &open = m_open.emplace_back(Open{container, container.values(), isObject ? &keys : nullptr});
+    if (m_style.sortKeys) {
         open.order.resize(keys.size());
         std::iota(open.order.begin(), open.order.end(), size_t(0));
         std::sort(open.order.begin(), open.order.end(),
                   [&keys](size_t a, size_t b) { return keys[a].compare(keys[b]) < 0; });
     }
-    m_text.append(container.isObject() ? u'{' : u'[');
+    m_text.append(isObject ? u'{' : u'[');
     return true;
 }
 
@@ -104,20 +111,21 @@ bool JsonTreeWriter::writeNext()
         m_text.append(u',');
     breakLine();
     const size_t place = open.place(open.next++);
-    if (open.container.isObject()) {
-        writeString(open.container.keys()[place]);
+    if (open.keys) {
+        writeString((*open.keys)[place]);
         m_text.append(m_style.humanReadable ? QStringView(u" : ") : QStringView(u":"));
     }
-    return writeValue(open.container.values()[place]);
+    return writeValue(open.values[place]);
 }
 
 void JsonTreeWriter::closeContainer()
 {
-    const JsonValue container = std::move(m_open.back().container);
+    const bool isEmpty = m_open.back().values.empty();
+    const bool isObject = m_open.back().keys;
     m_open.pop_back();
-    if (container.size() > 0)
+    if (!isEmpty)
         breakLine();
-    m_text.append(container.isObject() ? u'}' : u']');
+    m_text.append(isObject ? u'}' : u']');
 }
 
 void JsonTreeWriter::breakLine()
@@ -168,10 +176,10 @@ void JsonTreeWriter::addErrorsAround()
 {
     for (; !m_open.empty(); m_open.pop_back()) {
         const Open &open = m_open.back();
-        if (open.container.isObject())
+        if (open.keys)
             m_errors.addErrorWithCode(JsonError::Unsupported,
                                       QStringLiteral("Unsupported value for key %1 in object")
-                                          .arg(open.container.keys()[open.place(open.next - 1)]));
+                                          .arg((*open.keys)[open.place(open.next - 1)]));
     }
 }
 

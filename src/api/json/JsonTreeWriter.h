@@ -31,7 +31,9 @@ private:
     struct Open
     {
         JsonValue container;
-        std::vector<size_t> order{}; // of the members, when they are sorted
+        const std::vector<JsonValue> &values;
+        const std::vector<QString> *keys; // null for an array
+        std::vector<size_t> order{};      // of the members, when they are sorted
         size_t next = 0;
 
         size_t place(size_t index) const { return order.empty() ? index : order[index]; }
@@ -39,6 +41,7 @@ private:
 
     bool writeTree(const JsonValue &root);
     bool writeValue(const JsonValue &value);
+    bool writeOffered(const JsonValue &value);
     bool openContainer(const JsonValue &container);
     bool writeNext();
     void closeContainer();

@@ -96,6 +96,7 @@ public:
 
 private:
     friend class JsonTreeReader;
+    friend class JsonTreeWriter;
     friend struct JsonContainer;
     struct Null
     {
