@@ -66,14 +66,6 @@ bool JsonScanner::fail(int code, const QString &description)
     return false;
 }
 
-bool JsonScanner::skipIf(char byte)
-{
-    if (peek() != byte || isAtEnd())
-        return false;
-    ++m_at;
-    return true;
-}
-
 bool JsonScanner::skipIf(QByteArrayView text)
 {
     if (m_end - m_at < text.size() || std::memcmp(m_at, text.data(), static_cast<size_t>(text.size())) != 0)
@@ -88,12 +80,6 @@ bool JsonScanner::skipQuoted(QByteArrayView text)
         return false;
     ++m_at;
     return true;
-}
-
-void JsonScanner::skipSpace()
-{
-    while (m_at < m_end && (*m_at == ' ' || (*m_at >= '\t' && *m_at <= '\r')))
-        ++m_at;
 }
 
 bool JsonScanner::skipRun()

@@ -22,13 +22,22 @@ public:
     bool isAtEnd() const { return m_at == m_end; }
     const char *position() const { return m_at; }
     void skip() { ++m_at; }
-    bool skipIf(char byte);
+    bool skipIf(char byte)
+    {
+        const bool isNext = m_at < m_end && *m_at == byte;
+        m_at += isNext ? 1 : 0;
+        return isNext;
+    }
     // Skips `text` when it comes next.
     bool skipIf(QByteArrayView text);
     // Skips `text` and a quote behind it when they come next.
     bool skipQuoted(QByteArrayView text);
     // The six white-space characters of C, whatever the locale.
-    void skipSpace();
+    void skipSpace()
+    {
+        while (m_at < m_end && (*m_at == ' ' || (*m_at >= '\t' && *m_at <= '\r')))
+            ++m_at;
+    }
 
     // From behind the opening quote to behind the closing one.
     bool readString(QString &text);

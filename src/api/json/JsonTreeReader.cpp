@@ -4,6 +4,14 @@
 
 namespace orvel {
 
+JsonTreeReader::JsonTreeReader(QByteArrayView utf8, JsonBase &errors)
+    : m_scanner(utf8, errors), m_errors(errors)
+{
+    // Room for a flat list of short values; memory that stays untouched costs nothing.
+    constexpr qsizetype shortValue = 8;
+    m_values.reserve(static_cast<size_t>(utf8.size() / shortValue + 1));
+}
+
 JsonValue JsonTreeReader::read()
 {
     if (!readTree())
@@ -167,12 +175,21 @@ JsonTreeReader::Next JsonTreeReader::closeContainer()
         container = std::make_shared<JsonContainer>();
         if (open.isObject)
             container->keys.reset(new JsonKeys);
-        const auto first = m_values.begin() + static_cast<ptrdiff_t>(open.firstValue);
-        container->values.assign(std::make_move_iterator(first), std::make_move_iterator(m_values.end()));
+        takeValues(open.firstValue, container->values);
     }
     leaveContainer();
     m_values.emplace_back().m_content = std::move(container);
     return Next::BehindValue;
+}
+
+void JsonTreeReader::takeValues(size_t first, std::vector<JsonValue> &values)
+{
+    if (first == 0 && m_values.size() > m_values.capacity() / 2) {
+        values.swap(m_values);
+        return;
+    }
+    const auto begin = m_values.begin() + static_cast<ptrdiff_t>(first);
+    values.assign(std::make_move_iterator(begin), std::make_move_iterator(m_values.end()));
 }
 
 void JsonTreeReader::leaveContainer()

@@ -13,7 +13,7 @@ namespace orvel {
 class JsonTreeReader
 {
 public:
-    JsonTreeReader(QByteArrayView utf8, JsonBase &errors) : m_scanner(utf8, errors), m_errors(errors) {}
+    JsonTreeReader(QByteArrayView utf8, JsonBase &errors);
 
     // The one value of the whole text; absent when there is an error.
     JsonValue read();
@@ -42,6 +42,8 @@ private:
     Next failValue(int code, const QString &description);
     // The innermost array or object is broken.
     Next failContainer(int code, const QString &description);
+    // Moves the values gathered from `first` on.
+    void takeValues(size_t first, std::vector<JsonValue> &values);
     void leaveContainer();
 
     JsonScanner m_scanner;
