@@ -68,9 +68,9 @@ void PictureItem::updatePolish()
 {
     m_drawn = {};
     if (window() && !m_empty && m_picture && width() >= 1 && height() >= 1) {
-        // A backdrop of some twenty pixels, stretched smoothly, is a blur.
+        // A backdrop of a few pixels, stretched smoothly, is a blur.
         const double scale =
-            m_backdrop ? 20 / std::max(width(), height()) : window()->effectiveDevicePixelRatio();
+            m_backdrop ? 7 / std::max(width(), height()) : window()->effectiveDevicePixelRatio();
         m_drawn = cropped(m_picture->image(), (size() * scale).toSize().expandedTo({2, 2}));
     }
     m_drawnNew = true;

@@ -12,7 +12,8 @@ ProgressArc::ProgressArc(QQuickItem *parent) : QQuickPaintedItem(parent)
 
 void ProgressArc::paint(QPainter *painter)
 {
-    constexpr int sixteenths = 16; // QPainter counts angles in sixteenths of a degree
+    // QPainter counts in sixteenths of a degree, anticlockwise from three o'clock.
+    constexpr int circle16 = 360 * 16;
     const double half = m_lineWidth / 2;
     const QRectF circle = QRectF(0, 0, width(), height()).adjusted(half, half, -half, -half);
     QColor track = m_color;
@@ -21,7 +22,8 @@ void ProgressArc::paint(QPainter *painter)
     painter->setPen(QPen(track, m_lineWidth));
     painter->drawEllipse(circle);
     painter->setPen(QPen(m_color, m_lineWidth, Qt::SolidLine, Qt::RoundCap));
-    painter->drawArc(circle, 90 * sixteenths, -qRound(std::clamp(m_value, 0.0, 1.0) * 360 * sixteenths));
+    painter->drawArc(circle, qRound((0.25 - m_start) * circle16),
+                     -qRound(std::clamp(m_value, 0.0, 1.0) * circle16));
 }
 
 } // namespace orvel

@@ -56,7 +56,7 @@ void ScreenView::makeLayout()
         return;
     const QUrl url(QStringLiteral("qrc:/qt/qml/Orvel/Layouts/%1Layout.qml").arg(m_controller->layoutName()));
     QQmlComponent component(qmlEngine(this), url);
-    std::unique_ptr<QObject> made(component.beginCreate(qmlContext(this)));
+    std::unique_ptr<QObject> made(component.isReady() ? component.beginCreate(qmlContext(this)) : nullptr);
     auto *layout = qobject_cast<QQuickItem *>(made.get());
     if (!layout) {
         qCCritical(lcShell).noquote() << component.errorString();

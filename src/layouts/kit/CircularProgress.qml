@@ -20,11 +20,11 @@ Item {
         color: root.color
         lineWidth: root.lineWidth
 
-        RotationAnimator on rotation {
+        NumberAnimation on start {
             running: root.running
             loops: Animation.Infinite
             from: 0
-            to: 360
+            to: 1
             duration: 1100
         }
     }

@@ -18,6 +18,7 @@ T.TextField {
     selectionColor: Theme.gold
     selectedTextColor: Theme.ink
     placeholderText: "Rechercher"
+    font.family: Qt.application.font.family
     font.pixelSize: Theme.fontBody
     selectByMouse: true
     inputMethodHints: Qt.ImhNoPredictiveText
