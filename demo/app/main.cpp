@@ -1,5 +1,5 @@
-#include "demo/app/Tour.h"
 #include "demo/DemoStation.h"
+#include "demo/app/Tour.h"
 #include "shell/Application.h"
 #include "shell/Shell.h"
 

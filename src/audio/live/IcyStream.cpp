@@ -64,7 +64,7 @@ IcyStream::HeaderKind IcyStream::applyHeader(QStringView name, const QString &va
         return HeaderKind::Technical;
     }
     const std::pair<QStringView, QString &> metadata[] = {
-        {u"icy-name", m_radioName}, {u"icy-genre", m_radioGenre}, {u"icy-url", m_radioUrl}};
+        {u"icy-name", m_station.name}, {u"icy-genre", m_station.genre}, {u"icy-url", m_station.url}};
     for (const auto &[field, place] : metadata) {
         if (equalsIgnoringCase(name, field)) {
             place = value;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "audio/live/StationInfo.h"
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
@@ -29,7 +31,8 @@ public:
 class IcyStream
 {
 public:
-    explicit IcyStream(IcyStreamClient &client) : m_client(client) {}
+    // What headers tell of the station is written to `station`. Both outlive the stream.
+    IcyStream(IcyStreamClient &client, StationInfo &station) : m_client(client), m_station(station) {}
 
     // A new connection: nothing known, nothing gathered. Name, genre and site stay until others replace them.
     void reset();
@@ -50,9 +53,6 @@ public:
     qint32 bitrateInBytes() const { return m_bitrateInBytes; }
     const QString &contentType() const { return m_contentType; }
     void setContentType(const QString &type) { m_contentType = type; }
-    const QString &radioName() const { return m_radioName; }
-    const QString &radioGenre() const { return m_radioGenre; }
-    const QString &radioUrl() const { return m_radioUrl; }
 
 private:
     qsizetype parseHeaders(QByteArrayView chunk);
@@ -61,6 +61,7 @@ private:
     void parseMetadata();
 
     IcyStreamClient &m_client;
+    StationInfo &m_station;
     quint32 m_bufferSize = 4096;
     QByteArray m_audioData;
     QByteArray m_metaData;
@@ -69,9 +70,6 @@ private:
     qint32 m_streamCount = 0; // sound since the last metadata block
     qint32 m_bitrateInBytes = 0;
     QString m_contentType;
-    QString m_radioName;
-    QString m_radioGenre;
-    QString m_radioUrl;
     bool m_icyStartFound = false;
     bool m_icyEndFound = false;
     bool m_metadataChanged = false; // by a header line of this chunk

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/live/AudioQueue.h"
+#include "audio/live/StationInfo.h"
 #include "platform/foundation/RunLoop.h"
 #include "platform/foundation/SerialQueue.h"
 #include "platform/foundation/Url.h"
@@ -11,7 +12,6 @@
 #include <array>
 #include <atomic>
 #include <memory>
-#include <vector>
 
 namespace orvel {
 
@@ -81,9 +81,9 @@ public:
     RadioError radioError() const { return m_radioError; }
     // Null until the stream has told them.
     const QString &radioTitle() const { return m_radioTitle; }
-    const QString &radioName() const { return m_radioName; }
-    const QString &radioGenre() const { return m_radioGenre; }
-    const QString &radioUrl() const { return m_radioUrl; }
+    const QString &radioName() const { return m_station.name; }
+    const QString &radioGenre() const { return m_station.genre; }
+    const QString &radioUrl() const { return m_station.url; }
 
     std::shared_ptr<RadioDelegate> delegate() const { return m_delegate.lock(); }
     void setDelegate(std::weak_ptr<RadioDelegate> delegate) { m_delegate = std::move(delegate); }
@@ -121,9 +121,7 @@ protected:
 
     Url m_url; // becomes the stream's once a playlist has named it
     QString m_radioTitle;
-    QString m_radioName;
-    QString m_radioGenre;
-    QString m_radioUrl;
+    StationInfo m_station;
     PlayerState m_playerState;
     RadioState m_radioState = RadioStateStopped;
     RadioError m_radioError = RadioErrorNone;

@@ -69,6 +69,9 @@ void Streamer::play()
 {
     if (m_shutdown || m_playerState.isPlaying)
         return;
+    // Also ends a wait for reconnection.
+    stopBufferTimer();
+    stopReconnectTimer();
     m_playerState.isPaused = false;
     m_playerState.isPlaying = true;
     m_playerState.lockQueue.sync([this] {
@@ -123,10 +126,8 @@ void Streamer::pause()
         setState(RadioStateBuffering);
         startReconnectTimerWithTimeout(reconnectionSeconds);
         startReachability();
-        if (isOnWiFiOrCellular()) {
-            stopReconnectTimer();
+        if (isOnWiFiOrCellular())
             play();
-        }
     }
 }
 
@@ -134,7 +135,6 @@ void Streamer::shutdown()
 {
     if (m_shutdown)
         return;
-    const std::shared_ptr<Streamer> keep = self();
     pause();
     m_shutdown = true;
     stopBufferTimer();
@@ -143,7 +143,8 @@ void Streamer::shutdown()
     endBackgroundTaskIfAny();
     NotificationCentre::defaultCentre().removeObserver(this);
     // Outlives packet work that is still under way; the last release is the main thread's.
-    m_playerState.lockQueue.async([keep]() mutable { MainQueue::async([last = std::move(keep)] {}); });
+    m_playerState.lockQueue.async(
+        [last = self()]() mutable { MainQueue::async([last = std::move(last)] {}); });
 }
 
 void Streamer::requestPlaylist() { startRequest({m_url}); }
@@ -342,7 +343,6 @@ void Streamer::onReachabilityChanged()
         return;
     }
     if (m_waitingForReconnection) {
-        stopReconnectTimer();
         play();
     } else if (m_playerState.isPlaying && m_connectionType == Reachability::Status::WiFi &&
                m_reachability->currentReachabilityStatus() == Reachability::Status::Cellular) {

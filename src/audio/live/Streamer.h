@@ -6,7 +6,9 @@
 #include "platform/media/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
 
-#include <functional>
+#include <optional>
+#include <span>
+#include <vector>
 
 namespace orvel {
 
@@ -102,13 +104,14 @@ private:
     void afterFilling(FillOutcome outcome);
     void primeQueueBuffers();
     void startQueue();
-    void disposeOutputQueue();
+    bool disposeOutputQueue();
     void dismissQueue();
     std::size_t transferBound() const;
+    void resumeTransfer();
 
     StreamerServices m_services;
     std::shared_ptr<UrlConnection> m_urlConnection;
-    IcyStream m_icyStream{*this};
+    IcyStream m_icyStream{*this, m_station};
     QByteArray m_playlistData;
     std::unique_ptr<PlaylistParser> m_playlistParser; // none: the URL is the stream's
     HttpState m_httpState = HttpState::FetchingStream;

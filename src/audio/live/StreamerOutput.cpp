@@ -47,13 +47,7 @@ void Streamer::parseAudioData(QByteArrayView data)
 
 bool Streamer::icyHeadersEnded() { return openParser(); }
 
-void Streamer::icyMetadataReady()
-{
-    m_radioName = m_icyStream.radioName();
-    m_radioGenre = m_icyStream.radioGenre();
-    m_radioUrl = m_icyStream.radioUrl();
-    tell(&RadioDelegate::radioMetadataReady);
-}
+void Streamer::icyMetadataReady() { tell(&RadioDelegate::radioMetadataReady); }
 
 void Streamer::icyTitleChanged(const QString &title)
 {
@@ -63,8 +57,9 @@ void Streamer::icyTitleChanged(const QString &title)
 
 bool Streamer::icyAudioGathered(QByteArrayView audio)
 {
+    // After a parser that could not be opened the sound goes nowhere, but titles are still read.
     if (!m_playerState.audioFileStream)
-        return false;
+        return true;
     m_isParsing = true;
     m_playerState.audioFileStream->parseBytes(audio);
     m_isParsing = false;
@@ -102,7 +97,12 @@ void Streamer::readyToProducePackets(AudioFileStream &stream)
 
 RadioError Streamer::makeOutputQueue(AudioFileStream &stream)
 {
+    // A second parser's format ends the first one's sound.
     disposeOutputQueue();
+    m_playerState.queueStarted = false;
+    m_playerState.isBuffering = false;
+    stopBufferTimer();
+    resumeTransfer();
     const AudioStreamBasicDescription &format = m_playerState.streamFormat;
     const quint64 number = m_playerState.outputQueueNumber;
     m_playerState.outputQueue = m_services.newOutputQueue(
@@ -116,11 +116,13 @@ RadioError Streamer::makeOutputQueue(AudioFileStream &stream)
     if (!m_playerState.outputQueue)
         return RadioErrorAudioQueueCreate;
     setBufferSizeFor(format, stream.packetSizeUpperBound());
-    for (QueueBuffer &slot : m_playerState.queueBuffers) {
-        slot = {m_playerState.outputQueue->allocateBuffer(m_playerState.bufferSize), false};
+    std::array<QueueBuffer, 3> buffers;
+    for (QueueBuffer &slot : buffers) {
+        slot.buffer = m_playerState.outputQueue->allocateBuffer(m_playerState.bufferSize);
         if (!slot.buffer)
             return RadioErrorAudioQueueBufferAllocation;
     }
+    m_playerState.lockQueue.sync([&] { m_playerState.queueBuffers = buffers; });
     if (const QByteArray cookie = stream.magicCookie(); !cookie.isEmpty())
         m_playerState.outputQueue->setMagicCookie(cookie);
     return RadioErrorNone;
@@ -148,7 +150,7 @@ void Streamer::handlePacket(AudioFileStream &, quint32 numberOfPackets, QByteArr
 {
     if (m_closeParser || numberOfPackets == 0)
         return;
-    bool isEnough = false;
+    bool starts = false;
     std::size_t bytesWaiting = 0;
     m_playerState.lockQueue.sync([&] {
         const qint64 constantSize = inputData.size() / numberOfPackets;
@@ -164,13 +166,14 @@ void Streamer::handlePacket(AudioFileStream &, quint32 numberOfPackets, QByteArr
                 AudioPacket(inputData.sliced(description.startOffset, size).toByteArray(), description));
             m_playerState.queuedBytes += quint64(size);
         }
-        isEnough = m_playerState.queuedBytes > m_playerState.bufferSize * m_playerState.bufferCount;
+        starts = m_playerState.queuedBytes > m_playerState.bufferSize * m_playerState.bufferCount &&
+                 m_playerState.outputQueue && !m_playerState.isPaused &&
+                 (!m_playerState.queueStarted || m_playerState.isBuffering);
+        if (starts)
+            m_playerState.isBuffering = false;
         bytesWaiting = m_playerState.packetQueue.byteCount();
     });
-    if (isEnough && m_playerState.outputQueue && !m_playerState.isPaused &&
-        (!m_playerState.queueStarted || m_playerState.isBuffering)) {
-        m_playerState.isBuffering = false;
-        stopBufferTimer();
+    if (starts) {
         primeQueueBuffers();
         startQueue();
     }
@@ -185,6 +188,13 @@ std::size_t Streamer::transferBound() const
 {
     constexpr std::size_t margin = 1 << 20;
     return margin + 2 * std::size_t(m_playerState.bufferSize * m_playerState.bufferCount);
+}
+
+void Streamer::resumeTransfer()
+{
+    m_transferSuspended = false;
+    if (m_urlConnection)
+        m_urlConnection->resume();
 }
 
 // On the output queue's thread. What changes states, timers or the queue itself is left to the main thread.
@@ -209,11 +219,12 @@ void Streamer::handlePlayCallback(OutputBuffer &buffer, quint64 outputQueueNumbe
     if (outcome == FillOutcome::Filled && !resumes)
         return;
     MainQueue::async([streamer = self(), outputQueueNumber, outcome, resumes] {
-        if (streamer->m_shutdown || outputQueueNumber != streamer->m_playerState.outputQueueNumber)
+        if (streamer->m_shutdown)
             return;
-        if (resumes && streamer->m_urlConnection)
-            streamer->m_urlConnection->resume();
-        streamer->afterFilling(outcome);
+        if (resumes)
+            streamer->resumeTransfer();
+        if (outputQueueNumber == streamer->m_playerState.outputQueueNumber)
+            streamer->afterFilling(outcome);
     });
 }
 
@@ -255,7 +266,6 @@ void Streamer::afterFilling(FillOutcome outcome)
         fail(RadioErrorAudioQueueEnqueue);
         break;
     case FillOutcome::Recovered:
-        stopBufferTimer();
         primeQueueBuffers();
         startQueue();
         break;
@@ -268,7 +278,9 @@ void Streamer::afterFilling(FillOutcome outcome)
             break;
         m_playerState.outputQueue->pause();
         setState(RadioStateBuffering);
-        startBufferTimerWithTimeout(stallSeconds);
+        // A stream whose packets never fill a buffer stalls too, however fast it is.
+        if (m_bufferTimer == 0)
+            startBufferTimerWithTimeout(stallSeconds);
         break;
     }
 }
@@ -288,8 +300,10 @@ void Streamer::primeQueueBuffers()
 
 void Streamer::startQueue()
 {
-    if (!m_playerState.outputQueue)
+    // Nothing was there to fill the buffers with: there is nothing to start.
+    if (!m_playerState.outputQueue || m_playerState.isBuffering)
         return;
+    stopBufferTimer();
     m_playerState.outputQueue->setVolume(m_playerState.volume);
     if (!m_playerState.outputQueue->start()) {
         fail(RadioErrorAudioQueueStart);
@@ -300,8 +314,9 @@ void Streamer::startQueue()
     setState(RadioStatePlaying);
 }
 
-// Gives the queue a successor's number, so that whatever its thread still has to say is not heard.
-void Streamer::disposeOutputQueue()
+// Ends the output queue and drops what waits for it. The next queue has another number, so that whatever this
+// one's thread still has to say is not heard. False when there was none.
+bool Streamer::disposeOutputQueue()
 {
     std::shared_ptr<OutputQueue> queue;
     m_playerState.lockQueue.sync([&] {
@@ -309,23 +324,22 @@ void Streamer::disposeOutputQueue()
         queue = std::exchange(m_playerState.outputQueue, nullptr);
         m_playerState.queueBuffers.fill({});
         m_buffersInUse = 0;
+        m_playerState.queuedBytes = 0;
+        m_playerState.packetQueue.removeAllPackets();
     });
     if (queue)
         queue->dispose();
+    return queue != nullptr;
 }
 
 void Streamer::dismissQueue()
 {
-    disposeOutputQueue();
-    m_playerState.lockQueue.sync([this] {
-        m_playerState.queuedBytes = 0;
-        m_playerState.packetQueue.removeAllPackets();
-    });
+    if (disposeOutputQueue())
+        AudioSession::sharedInstance().setActive(false);
     if (m_isParsing)
         m_closeParser = true;
     else
         m_playerState.audioFileStream.reset();
-    AudioSession::sharedInstance().setActive(false);
 }
 
 } // namespace orvel

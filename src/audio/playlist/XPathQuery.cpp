@@ -47,7 +47,7 @@ Document documentOf(const QByteArray &bytes)
 } // namespace
 
 std::optional<std::vector<XmlNode>> xpathQuery(_xmlDoc *document, const XPathNamespaces &namespaces,
-                                               const QByteArray &query)
+                                               const QByteArray &query, std::size_t most)
 {
     const Context context(xmlXPathNewContext(document));
     if (!context)
@@ -62,7 +62,7 @@ std::optional<std::vector<XmlNode>> xpathQuery(_xmlDoc *document, const XPathNam
         return fail("Nodes was nil.");
 
     std::vector<XmlNode> nodes;
-    for (int i = 0; i < result->nodesetval->nodeNr; ++i) {
+    for (int i = 0; i < result->nodesetval->nodeNr && nodes.size() < most; ++i) {
         if (std::optional<XmlNode> node = nodeDictionary(*result->nodesetval->nodeTab[i], nullptr))
             nodes.push_back(std::move(*node));
     }
@@ -70,12 +70,12 @@ std::optional<std::vector<XmlNode>> xpathQuery(_xmlDoc *document, const XPathNam
 }
 
 std::optional<std::vector<XmlNode>> xpathQuery(const QByteArray &bytes, const XPathNamespaces &namespaces,
-                                               const QByteArray &query)
+                                               const QByteArray &query, std::size_t most)
 {
     const Document document = documentOf(bytes);
     if (!document)
         return fail("Unable to parse.");
-    return xpathQuery(document.get(), namespaces, query);
+    return xpathQuery(document.get(), namespaces, query, most);
 }
 
 } // namespace orvel

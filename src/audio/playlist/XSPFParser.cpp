@@ -7,7 +7,7 @@ namespace orvel {
 std::optional<QString> XSPFParser::parseStreamUrl(const QByteArray &body)
 {
     const auto locations =
-        xpathQuery(body, {{"xspf", "http://xspf.org/ns/0/"}}, "//xspf:track/xspf:location");
+        xpathQuery(body, {{"xspf", "http://xspf.org/ns/0/"}}, "//xspf:track/xspf:location", 1);
     if (!locations || locations->empty())
         return std::nullopt;
     return locations->front().nodeContent;

@@ -18,13 +18,6 @@ std::optional<QString> decodeUtf8(QByteArrayView bytes)
     return text.isNull() ? QStringLiteral("") : text;
 }
 
-std::optional<QString> decodeAscii(QByteArrayView bytes)
-{
-    if (std::any_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; }))
-        return std::nullopt;
-    return QString::fromLatin1(bytes);
-}
-
 qint64 integerValue(QStringView text)
 {
     qsizetype i = 0;

@@ -11,9 +11,6 @@ namespace orvel {
 // sequence, an overlong form and a surrogate all fail. No byte is replaced. Empty bytes give an empty text.
 std::optional<QString> decodeUtf8(QByteArrayView bytes);
 
-// The text that `bytes` spell in ASCII, or nothing when one of them is above 0x7F.
-std::optional<QString> decodeAscii(QByteArrayView bytes);
-
 // The leading whole number of a text ("8192;x" is 8192), after white space and an optional sign; 0 when there
 // is none. What does not fit saturates at the ends of the type.
 qint64 integerValue(QStringView text);

@@ -12,6 +12,7 @@ namespace {
 // What a reader hands out, in order.
 struct Record : IcyStreamClient
 {
+    StationInfo station;
     QStringList events;
     QByteArray audio;
     std::vector<qsizetype> pieces;
@@ -132,7 +133,7 @@ TEST(IcyStreamTest, GivesTheSameAsReadingByteByByteInAnyChunking)
         reference.feed(bytes);
 
         Record record;
-        IcyStream stream(record);
+        IcyStream stream(record, record.station);
         stream.setBufferSize(256);
         stream.applyHeader(u"icy-metaint", QString::number(interval));
         record.onPiece = [&](qsizetype) {
@@ -151,7 +152,7 @@ TEST(IcyStreamTest, ReadsTheHeaderBlockOfABareAnswerWhereverItIsSplit)
     const QByteArray body = "12345678" + block("StreamTitle='A - B';") + "abcdefgh";
     for (qsizetype first = 10; first <= icyHead.size() + 3; ++first) {
         Record record;
-        IcyStream stream(record);
+        IcyStream stream(record, record.station);
         stream.setBufferSize(8);
         const QByteArray all = icyHead + body;
         stream.parse(QByteArrayView(all).first(first));
@@ -159,9 +160,9 @@ TEST(IcyStreamTest, ReadsTheHeaderBlockOfABareAnswerWhereverItIsSplit)
         EXPECT_EQ(record.audio, "12345678abcdefgh") << first;
         EXPECT_EQ(record.events.count("headers ended"), 1) << first;
         EXPECT_EQ(record.events.last(), "title A - B") << first;
-        EXPECT_EQ(stream.radioName(), QString::fromUtf8("Radio Été"));
-        EXPECT_EQ(stream.radioGenre(), QString::fromUtf8("Variété"));
-        EXPECT_EQ(stream.radioUrl(), "http"); // up to the address's own colon
+        EXPECT_EQ(record.station.name, QString::fromUtf8("Radio Été"));
+        EXPECT_EQ(record.station.genre, QString::fromUtf8("Variété"));
+        EXPECT_EQ(record.station.url, "http"); // up to the address's own colon
         EXPECT_EQ(stream.contentType(), "audio/mpeg");
         EXPECT_EQ(stream.bitrateInBytes(), 16000);
         EXPECT_EQ(stream.metadataInterval(), 8);
@@ -171,7 +172,7 @@ TEST(IcyStreamTest, ReadsTheHeaderBlockOfABareAnswerWhereverItIsSplit)
 TEST(IcyStreamTest, TellsOfNamesBeforeTheHeaderBlockHasEnded)
 {
     Record record;
-    IcyStream stream(record);
+    IcyStream stream(record, record.station);
     stream.parse("ICY 200 OK\r\nicy-name:N\r\nicy-br:1");
     EXPECT_EQ(record.events, QStringList({"metadata ready"}));
     stream.parse("28\r\n\r\n...");
@@ -183,7 +184,7 @@ TEST(IcyStreamTest, DropsTheChunkWhenNoParserOpens)
 {
     Record record;
     record.opensParser = false;
-    IcyStream stream(record);
+    IcyStream stream(record, record.station);
     stream.setBufferSize(1);
     stream.parse(icyHead + "12345678");
     EXPECT_EQ(record.events, QStringList({"headers ended"}));
@@ -193,7 +194,7 @@ TEST(IcyStreamTest, DropsTheChunkWhenNoParserOpens)
 TEST(IcyStreamTest, ABareAnswerWithoutAnIntervalPlaysNothing)
 {
     Record record;
-    IcyStream stream(record);
+    IcyStream stream(record, record.station);
     stream.setBufferSize(1);
     stream.parse("icy 200 ok\r\nContent-Type:audio/mpeg\r\n\r\nsound");
     stream.parse("sound");
@@ -203,13 +204,13 @@ TEST(IcyStreamTest, ABareAnswerWithoutAnIntervalPlaysNothing)
 TEST(IcyStreamTest, SkipsAnEndlessHeaderLineAndReadsOn)
 {
     Record record;
-    IcyStream stream(record);
+    IcyStream stream(record, record.station);
     stream.setBufferSize(4);
     stream.parse("ICY 200 OK\r\nicy-name:");
     for (int i = 0; i < 1000; ++i)
         stream.parse(QByteArray(1024, 'x'));
     stream.parse("\r\nicy-metaint:4\r\n\r\n1234");
-    EXPECT_TRUE(stream.radioName().isEmpty());
+    EXPECT_TRUE(record.station.name.isEmpty());
     EXPECT_EQ(record.audio, "1234");
 }
 

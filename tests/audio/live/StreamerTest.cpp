@@ -322,6 +322,46 @@ TEST_F(StreamerTest, AUsersPauseEndsTheWait)
     EXPECT_EQ(streamer->radioState(), RadioStateStopped);
 }
 
+TEST_F(StreamerTest, APlayEndsTheWaitForGood)
+{
+    startPlaying({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}}});
+    streamer->httpTimeout = 0;
+    media.network = Reachability::Status::NotReachable;
+    playOut();
+    clock.turn(10.1);
+    media.network = Reachability::Status::WiFi;
+    streamer->play();
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    clock.turn(120);
+    EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
+    EXPECT_EQ(server->requestCount(), 2u);
+}
+
+TEST_F(StreamerTest, ASecondParsersFormatEndsTheFirstOnesSound)
+{
+    const QByteArray icy = "ICY 200 OK\r\nicy-metaint:100000\r\n\r\n";
+    start({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}, Send{icy + QByteArray(8192, 't')},
+            WaitForRelease{}}});
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    const std::shared_ptr<FakeOutputQueue> first = media.queue;
+    server->release();
+    ASSERT_TRUE(waitUntil([&] { return media.queue != first && media.queue->isStarted; }));
+    EXPECT_TRUE(first->isDisposed);
+    playOut();
+    EXPECT_FALSE(media.queue->played.contains('s'));
+}
+
+TEST_F(StreamerTest, PacketsThatFitNoBufferStall)
+{
+    media.packetSize = 600; // buffers hold 500
+    start({{Send{mp3Head}, SendForever{QByteArray(4096, 's'), 0.01}}});
+    ASSERT_TRUE(waitUntil([&] { return streamer->isBuffering(); }));
+    EXPECT_EQ(streamer->radioState(), RadioStateBuffering);
+    EXPECT_FALSE(media.queue->isStarted);
+    clock.turn(10.1);
+    EXPECT_TRUE(waitUntil([&] { return server->requestCount() == 2; })); // connects anew
+}
+
 TEST_F(StreamerTest, AResetWaitsWithoutAndFailsWithANetwork)
 {
     start({{Send{mp3Head}, Send{QByteArray(4096, 's')}, WaitForRelease{}, Reset{}}});

@@ -54,3 +54,12 @@ TEST(XPathQueryTest, GivesNothingForWhatCannotBeEvaluated)
     // Deep nesting ends the reading, not the program.
     EXPECT_TRUE(xpathQuery(QByteArray("<a>").repeated(100000), {}, "//a"));
 }
+
+TEST(XPathQueryTest, ConvertsNoMoreNodesThanAreAskedFor)
+{
+    const QByteArray nested = "<a><b>1</b><b>2</b><b>3</b></a>";
+    EXPECT_EQ(xpathQuery(nested, {}, "//b")->size(), 3u);
+    const auto first = xpathQuery(nested, {}, "//b", 1);
+    ASSERT_EQ(first->size(), 1u);
+    EXPECT_EQ(first->front().nodeContent, QString("1"));
+}
