@@ -18,7 +18,7 @@ T.TextField {
     selectionColor: Theme.gold
     selectedTextColor: Theme.ink
     placeholderText: "Rechercher"
-    font.family: Qt.application.font.family
+    font.family: Theme.fontFamily
     font.pixelSize: Theme.fontBody
     selectByMouse: true
     inputMethodHints: Qt.ImhNoPredictiveText

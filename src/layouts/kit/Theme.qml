@@ -34,7 +34,7 @@ QtObject {
     // From here on a window counts as wide.
     readonly property int wideFrom: 640
 
-    readonly property int fontTiny: 11
+    readonly property string fontFamily: "Inter"
     readonly property int fontSmall: 13
     readonly property int fontBody: 15
     readonly property int fontTitle: 17
