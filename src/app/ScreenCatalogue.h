@@ -9,8 +9,7 @@ class ScreenCatalogue
 {
 public:
     virtual ~ScreenCatalogue() = default;
-    // A fresh screen; nothing when there is none of that name. What the opener sets on it are properties of
-    // its class
+    // A fresh screen; nothing when there is none of that name. Its opener sets properties of its class on it
     // ("strTitle").
     virtual std::shared_ptr<ViewController> screenNamed(const QString &layoutName) const = 0;
 };

@@ -10,7 +10,7 @@ Rectangle {
     id: root
 
     required property RadioViewController screen
-    readonly property bool barShown: !screen.viewHideShow.hidden && screen.hl1.text !== ""
+    readonly property bool barShown: !screen.viewHideShow.hidden && !screen.viewNowPlaying.hidden
     readonly property bool empty: screen.tableCont.contentHeight <= screen.viewHeader.frame.height
 
     color: Theme.page

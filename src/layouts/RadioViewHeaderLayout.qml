@@ -13,7 +13,7 @@ Item {
     required property real rowTop
     required property real rowHeight
     readonly property bool wide: width >= Theme.wideFrom
-    readonly property bool chosen: screen.hl1.text !== ""
+    readonly property bool chosen: !screen.viewNowPlaying.hidden
     readonly property real side: wide ? Math.max(Theme.margin * 2, (width - Theme.pageWidth) / 2) : 20
 
     y: rowTop

@@ -3,8 +3,10 @@
 #include "app/AppDelegate.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/RunLoop.h"
+#include "platform/foundation/SerialQueue.h"
 #include "platform/media/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
+#include "platform/ui/ProgressHud.h"
 #include "shell/AllScreens.h"
 #include "shell/Shell.h"
 
@@ -36,8 +38,10 @@ Application::~Application()
     joinOutputQueues();
     closeConnections();
     m_shell.reset();
+    ProgressHud::shared().dismiss();
     RunLoop::main().cancelAll();
     m_delegate.reset();
+    SerialQueue::joinThreads();
     MainQueue::close();
 }
 

@@ -16,6 +16,7 @@ bool waitUntil(const std::function<bool()> &condition, double seconds)
         if (double(timer.elapsed()) > seconds * 1000)
             return false;
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 5);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     return true;
 }
@@ -24,6 +25,7 @@ void letEventsRun()
 {
     for (int i = 0; i < 5 || !MainQueue::isEmpty(); ++i)
         QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 TakenClock::TakenClock() { RunLoop::main().takeClock(); }

@@ -69,6 +69,8 @@ QString JsonValue::text() const
     JsonWriter writer;
     writer.setMaxDepth(0);
     writer.setHumanReadable(true);
+    // A small answer from a hostile server could write itself as gigabytes.
+    writer.setMaxLength(64 * 1024);
     const QString written = writer.stringWithFragment(*this);
     if (!written.isNull())
         return written;

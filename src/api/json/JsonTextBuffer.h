@@ -13,6 +13,7 @@ public:
     {
     }
 
+    qsizetype size() const { return m_size; }
     void append(char16_t unit) { *room(1) = unit; }
     void append(QStringView text) { std::copy_n(text.begin(), text.size(), room(text.size())); }
     void appendLatin1(const char *text, qsizetype size)

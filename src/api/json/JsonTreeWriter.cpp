@@ -49,10 +49,14 @@ bool JsonTreeWriter::writeTree(const JsonValue &root)
 {
     bool isWritten = writeValue(root);
     while (isWritten && !m_open.empty()) {
-        if (m_open.back().next < m_open.back().values.size())
+        if (m_style.maxLength > 0 && m_text.size() > m_style.maxLength) {
+            m_text.append(u'…');
+            m_open.clear();
+        } else if (m_open.back().next < m_open.back().values.size()) {
             isWritten = writeNext();
-        else
+        } else {
             closeContainer();
+        }
     }
     return isWritten;
 }

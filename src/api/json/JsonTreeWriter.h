@@ -12,6 +12,7 @@ struct JsonStyle
 {
     bool humanReadable = false; // members on lines of their own, two spaces in for each level
     bool sortKeys = false;      // members in the order of their keys instead of the object's own
+    qsizetype maxLength = 0;    // about here the text is cut, with "…" behind; 0 for no bound
 };
 
 // Writes one tree, without recursion.

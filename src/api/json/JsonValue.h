@@ -70,7 +70,7 @@ public:
     const std::vector<QString> &keys() const;
 
     // The "%@" text: a string itself, a number's plain text, a boolean's "1" or "0", "<null>", "(null)" when
-    // absent, a container as readable JSON.
+    // absent, a container as readable JSON, cut at about 64 Ki characters.
     QString text() const;
     // A string's text; a null text for everything else.
     QString string() const;

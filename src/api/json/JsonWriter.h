@@ -20,6 +20,8 @@ public:
     void setHumanReadable(bool humanReadable) { m_style.humanReadable = humanReadable; }
     bool sortKeys() const { return m_style.sortKeys; }
     void setSortKeys(bool sortKeys) { m_style.sortKeys = sortKeys; }
+    // Cuts what gets longer than about this many characters, for people's eyes; 0 for no bound.
+    void setMaxLength(qsizetype characters) { m_style.maxLength = characters; }
 
 private:
     JsonStyle m_style;

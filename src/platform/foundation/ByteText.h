@@ -16,7 +16,7 @@ std::optional<QString> decodeUtf8(QByteArrayView bytes);
 qint64 integerValue(QStringView text);
 qint32 intValue(QStringView text);
 
-// ASCII case-insensitive equality of two texts.
+// Equality of two texts but for upper and lower case.
 bool equalsIgnoringCase(QStringView a, QStringView b);
 
 } // namespace orvel

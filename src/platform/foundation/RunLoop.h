@@ -41,7 +41,7 @@ public:
     void holdScreens();
     void releaseScreens();
 
-    // Seconds since the loop was made, on the steady clock.
+    // Seconds on the steady clock, which counts from a moment of its own.
     double now() const;
     // Seconds since 1 January 1970, with fractions.
     double secondsSince1970() const;

@@ -31,16 +31,18 @@ public:
 
     void join()
     {
-        std::vector<std::thread> threads;
-        {
-            const std::lock_guard lock(m_mutex);
-            m_ending = true;
+        std::unique_lock lock(m_mutex);
+        m_ending = true;
+        // A job may have started another thread meanwhile.
+        while (!m_threads.empty()) {
+            std::vector<std::thread> threads;
             threads.swap(m_threads);
             m_wake.notify_all();
+            lock.unlock();
+            for (std::thread &thread : threads)
+                thread.join();
+            lock.lock();
         }
-        for (std::thread &thread : threads)
-            thread.join();
-        const std::lock_guard lock(m_mutex);
         m_ending = false;
     }
 

@@ -10,8 +10,7 @@ class Url
 {
 public:
     // Strict: a text with a space, a control character or a broken escape makes none, nor does one without a
-    // scheme
-    // ("(null)", a relative path, the empty text). A non-ASCII character in path or query is escaped when
+    // scheme ("(null)", a relative path, the empty text). Other characters in path or query are escaped when
     // sent.
     static std::optional<Url> fromText(const QString &text);
 

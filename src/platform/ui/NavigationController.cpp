@@ -1,7 +1,5 @@
 #include "platform/ui/NavigationController.h"
 
-#include "platform/ui/Window.h"
-
 namespace orvel {
 
 NavigationController::NavigationController(std::shared_ptr<ViewController> root)
@@ -35,7 +33,6 @@ void NavigationController::popViewController(bool)
     if (isVisible())
         top->appear();
     popped->disappear();
-    Window::release(popped);
 }
 
 void NavigationController::setNavigationBarHidden(bool hidden)

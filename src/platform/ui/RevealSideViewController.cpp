@@ -1,7 +1,5 @@
 #include "platform/ui/RevealSideViewController.h"
 
-#include "platform/ui/Window.h"
-
 namespace orvel {
 
 RevealSideViewController::RevealSideViewController(std::shared_ptr<ViewController> center)
@@ -24,7 +22,6 @@ void RevealSideViewController::preloadViewController(std::shared_ptr<ViewControl
     if (!old)
         return;
     old->disappear();
-    Window::release(old);
 }
 
 void RevealSideViewController::pushOldViewControllerOnDirection(Side, bool animated) { open(animated); }
@@ -39,7 +36,6 @@ void RevealSideViewController::popViewControllerWithNewCenterController(
         if (isVisible())
             center->appear();
         old->disappear();
-        Window::release(old);
     }
     close(animated);
 }

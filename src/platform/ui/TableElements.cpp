@@ -1,7 +1,5 @@
 #include "platform/ui/TableElements.h"
 
-#include "platform/foundation/MainQueue.h"
-
 #include <algorithm>
 
 namespace orvel {
@@ -34,8 +32,12 @@ void TableElements::become(const std::vector<TableElement> &elements)
     }
     while (at < rowCount())
         remove(at);
-    if (!m_leaving.empty())
-        MainQueue::async([leaving = std::exchange(m_leaving, {})] {});
+    if (m_leaving.empty())
+        return;
+    // Freed as layouts are, and after them: by a deferred deletion.
+    auto *const keeper = new QObject;
+    connect(keeper, &QObject::destroyed, [leaving = std::exchange(m_leaving, {})] {});
+    keeper->deleteLater();
 }
 
 const TableElement *TableElements::find(const TablePlace &place) const

@@ -51,7 +51,7 @@ public:
 
     // Shows `controller` full-screen over everything else of the window; this screen disappears meanwhile.
     void presentViewController(std::shared_ptr<ViewController> controller, bool animated);
-    // Takes the screen away that was presented last (by anybody), with what it presented.
+    // Takes the screen away that was presented last, by anybody.
     Q_INVOKABLE void dismissViewController(bool animated);
 
 protected:

@@ -22,12 +22,6 @@ Window::~Window()
 
 Window *Window::keyWindow() { return theKeyWindow; }
 
-void Window::release(const std::shared_ptr<ViewController> &controller)
-{
-    if (theKeyWindow)
-        Q_EMIT theKeyWindow->viewControllerReleased(controller);
-}
-
 void Window::setRootViewController(std::shared_ptr<ViewController> controller)
 {
     if (controller == m_root)
@@ -35,10 +29,8 @@ void Window::setRootViewController(std::shared_ptr<ViewController> controller)
     const std::shared_ptr<ViewController> old = std::exchange(m_root, std::move(controller));
     showFrontScreen();
     Q_EMIT rootViewControllerChanged();
-    if (!old)
-        return;
-    old->disappear();
-    Q_EMIT viewControllerReleased(old);
+    if (old)
+        old->disappear();
 }
 
 void Window::makeKeyAndVisible()
@@ -71,7 +63,6 @@ void Window::dismissFrontViewController()
     showFrontScreen();
     Q_EMIT presentedViewControllerChanged();
     dismissed->disappear();
-    Q_EMIT viewControllerReleased(dismissed);
 }
 
 std::shared_ptr<AlertView> Window::showAlert(const QString &title, const QString &message,

@@ -30,8 +30,6 @@ public:
     void setRootViewController(std::shared_ptr<ViewController> controller);
     // Becomes the key window and lets its root appear.
     void makeKeyAndVisible();
-    // Emits the key window's viewControllerReleased(): containers call it for every screen they let go.
-    static void release(const std::shared_ptr<ViewController> &controller);
 
     ViewController *rootViewController() const { return m_root.get(); }
     // The front one; null when there is none.
@@ -55,8 +53,6 @@ Q_SIGNALS:
     void rootViewControllerChanged();
     void presentedViewControllerChanged();
     void alertChanged();
-    // A screen is no longer shown: the shell keeps it until its layout is gone.
-    void viewControllerReleased(std::shared_ptr<orvel::ViewController> controller);
 
 private:
     std::shared_ptr<ViewController> frontScreen() const;

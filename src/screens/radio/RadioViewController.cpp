@@ -46,6 +46,7 @@ void RadioViewController::viewDidLoad()
             AppDelegate::shared().catalogue().screenNamed(QStringLiteral("MenuController")),
             RevealSideViewController::Side::Left);
     viewHideShow.setHidden(true);
+    viewNowPlaying.setHidden(true);
     tableCont.registerCell(QStringLiteral("cell"), [] { return std::make_shared<cellCustomRadio>(); });
     tableCont.setDataSource(shared(this));
     tableCont.setDelegate(shared(this));
@@ -74,7 +75,10 @@ void RadioViewController::PostSuccess(const JsonValue &response)
 {
     const std::vector<JsonValue> favourites = GLOB::glob_favArray().value_or(std::vector<JsonValue>());
     m_strURL = response["media_url"].text();
-    for (JsonValue entry : response["content"].values()) {
+    const JsonValue content = response["content"];
+    for (JsonValue entry : content.isArray() ? content.values() : std::vector<JsonValue>()) {
+        if (!entry.isObject())
+            continue;
         const qint64 identifier = entry["id"].integerValue();
         const bool isFavourite =
             std::any_of(favourites.begin(), favourites.end(), [&](const JsonValue &favourite) {
@@ -172,7 +176,7 @@ void RadioViewController::setDataRadio()
     himg.setImageWithProgressIndicatorAndURL(delegate.gurl1, centerOf(himg));
     himgsinger.setImageWithProgressIndicatorAndURL(delegate.gurl2, centerOf(himgsinger));
     hl1.setText(formatText(delegate.gl1));
-    hl2.setText(formatText(delegate.gl2));
+    hl2.setText(delegate.gl2);
     for (Label *label : {&hl3, &bl1})
         label->setText(formatText(delegate.gl3));
     for (Label *label : {&hl4, &bl2})
@@ -185,6 +189,7 @@ void RadioViewController::setDataRadio()
 
 void RadioViewController::showPlaying(bool isPlaying)
 {
+    viewNowPlaying.setHidden(viewNowPlaying.hidden() && !isPlaying);
     hbtnPlay.setTag(isPlaying ? 1 : 0);
     bplay.setTag(isPlaying ? 1 : 0);
     setImages(hbtnPlay, isPlaying ? QStringLiteral("pstop.png") : QStringLiteral("pplayer.png"));
@@ -234,6 +239,7 @@ void RadioViewController::scrollViewDidScroll(TableView &tableView)
     } else if (lastContentOffset > height && offset <= height) {
         qCInfo(logApp, " ******* Header view just appeared");
         viewHideShow.setHidden(true);
+        viewNowPlaying.setHidden(true);
     }
     lastContentOffset = offset;
 }

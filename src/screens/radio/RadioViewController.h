@@ -23,6 +23,8 @@ class RadioViewController : public orvel::ViewController,
     QML_ELEMENT
     QML_UNCREATABLE("Screens are made by name in C++")
     Q_PROPERTY(QString strTitle MEMBER strTitle)
+    // Hidden until a radio was chosen: what the header and the bar show.
+    OUTLET(View, viewNowPlaying);
     // The header: logo, radio, description, song title, artist, large picture, play button.
     OUTLET(View, viewHeader);
     OUTLET(ImageView, himg);

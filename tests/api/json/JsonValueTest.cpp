@@ -85,3 +85,13 @@ TEST(JsonValueTest, FindsKeysOfLargeObjects)
     EXPECT_TRUE(before.contains(u"key0"));
     EXPECT_FALSE(before.contains(u"new"));
 }
+
+TEST(JsonValueTest, TheTextOfAHostileAnswerStaysSmall)
+{
+    const QByteArray deep = QByteArray("[").repeated(511) + QByteArray("1,").repeated(200000) + "1" +
+                            QByteArray("]").repeated(511);
+    EXPECT_LT(JSONValue(deep).text().size(), 100000);
+    const QByteArray wide = "[" + QByteArray("1e1023,").repeated(50000) + "1]";
+    EXPECT_LT(JSONValue(wide).text().size(), 100000);
+    EXPECT_EQ(JSONValue(QByteArray("[1,{}]")).text(), "[\n  1,\n  {}\n]");
+}

@@ -60,10 +60,11 @@ TEST_F(RadioViewControllerTest, ShowsARowForEachRadio)
 
 TEST_F(RadioViewControllerTest, AnswersOfTheWrongShapeGiveNoRows)
 {
-    for (const char *answer : {"{}", "[]", R"({"content":null})", R"({"content":"x","media_url":[]})"})
+    for (const char *answer : {"{}", "[]", R"({"content":null})", R"({"content":"x","media_url":[]})",
+                               R"({"content":{"message":"x"}})", R"({"content":[7,null,[]]})"})
         receive(answer);
     EXPECT_EQ(screen.numberOfRowsInSection(screen.tableCont, 0), 0);
-    receive(R"({"content":[7]})");
+    receive(R"({"content":[{}]})");
     screen.didSelectRowAtIndexPath(screen.tableCont, {0, 0});
     EXPECT_FALSE(app->radio());
 }
