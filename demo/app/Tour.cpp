@@ -47,7 +47,11 @@ Tour::Tour(AppDelegate &delegate, QQuickWindow &window, const QString &folder, d
         {[&table] { return table.contentHeight() > 0 && table.elements()->rowCount() > 1; }, nullptr, [] {}},
         {[this] { return hasRested(1.5); }, "1-list", [this] { tapFirstRow(); }},
         {[this] { return m_hasPlayed && hasRested(2); }, "2-playing",
-         [&table] { table.setContentOffset(400); }},
+         [&table] {
+             // The list's end, clear of the compact bar over it.
+             constexpr double barRoom = 80;
+             table.setContentOffset(table.contentHeight() + barRoom - table.frame().height());
+         }},
         {[this] { return hasRested(1); }, "3-compact-bar", [&table] { table.setContentOffset(0); }},
         {[this] { return hasRested(1); }, nullptr, [this] { radios().acctionMenu(); }},
         {[this] { return hasRested(1.5); }, "4-menu",

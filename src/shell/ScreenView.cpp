@@ -3,6 +3,7 @@
 #include <QLoggingCategory>
 #include <QQmlComponent>
 #include <QQmlContext>
+#include <tuple>
 
 namespace orvel {
 
@@ -70,7 +71,7 @@ void ScreenView::makeLayout()
     component.completeCreate();
     if (component.isError())
         qCCritical(lcShell).noquote() << component.errorString();
-    made.release();
+    std::ignore = made.release(); // the layout is the item's from here on
     QQmlEngine::setObjectOwnership(layout, QQmlEngine::CppOwnership);
     layout->setParent(this);
     m_layout = layout;

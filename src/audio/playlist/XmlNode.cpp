@@ -34,8 +34,10 @@ std::vector<XmlAttribute> attributesOf(const xmlNode &node)
         return attributes;
     for (const xmlAttr *attribute = node.properties; attribute; attribute = attribute->next) {
         XmlAttribute &made = attributes.emplace_back(XmlAttribute{textOf(attribute->name)});
-        if (attribute->children)
-            made.attributeContent = nodeDictionary(*attribute->children, &made.nodeContent);
+        if (!attribute->children)
+            continue;
+        if (std::optional<XmlNode> content = nodeDictionary(*attribute->children, &made.nodeContent))
+            made.attributeContent = std::make_shared<XmlNode>(std::move(*content));
     }
     return attributes;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -8,7 +9,14 @@ struct _xmlNode;
 
 namespace orvel {
 
-struct XmlAttribute;
+struct XmlNode;
+
+struct XmlAttribute
+{
+    QString attributeName;
+    std::optional<QString> nodeContent{};              // the value, trimmed
+    std::shared_ptr<const XmlNode> attributeContent{}; // only of a value that is no plain text
+};
 
 // What a query tells of a node; what has no value is absent or empty.
 struct XmlNode
@@ -19,13 +27,6 @@ struct XmlNode
     std::optional<QString> nodeContent{};
     std::vector<XmlAttribute> nodeAttributeArray{};
     std::vector<XmlNode> nodeChildArray{};
-};
-
-struct XmlAttribute
-{
-    QString attributeName;
-    std::optional<QString> nodeContent{};      // the value, trimmed
-    std::optional<XmlNode> attributeContent{}; // only of a value that is no plain text
 };
 
 // Nothing for a text that went into its parent's content (`parentContent`, null when there is no parent), and

@@ -8,7 +8,7 @@ NavigationController::NavigationController(std::shared_ptr<ViewController> root)
     m_stack.push_back(std::move(root));
 }
 
-void NavigationController::pushViewController(std::shared_ptr<ViewController> controller, bool)
+void NavigationController::pushViewController(const std::shared_ptr<ViewController> &controller, bool)
 {
     if (!controller)
         return;

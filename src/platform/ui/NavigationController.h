@@ -19,7 +19,7 @@ public:
     explicit NavigationController(std::shared_ptr<ViewController> root);
 
     ViewController *topViewController() const { return m_stack.back().get(); }
-    void pushViewController(std::shared_ptr<ViewController> controller, bool animated);
+    void pushViewController(const std::shared_ptr<ViewController> &controller, bool animated);
     // The root stays.
     Q_INVOKABLE void popViewController(bool animated);
 

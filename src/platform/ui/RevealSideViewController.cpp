@@ -10,7 +10,7 @@ RevealSideViewController::RevealSideViewController(std::shared_ptr<ViewControlle
 
 RevealSideViewController::~RevealSideViewController() = default;
 
-void RevealSideViewController::preloadViewController(std::shared_ptr<ViewController> controller, Side)
+void RevealSideViewController::preloadViewController(const std::shared_ptr<ViewController> &controller, Side)
 {
     if (!controller || (m_left && m_left->metaObject() == controller->metaObject()))
         return;
@@ -19,15 +19,14 @@ void RevealSideViewController::preloadViewController(std::shared_ptr<ViewControl
     Q_EMIT leftControllerChanged();
     if (isVisible() && m_open)
         controller->appear();
-    if (!old)
-        return;
-    old->disappear();
+    if (old)
+        old->disappear();
 }
 
 void RevealSideViewController::pushOldViewControllerOnDirection(Side, bool animated) { open(animated); }
 
 void RevealSideViewController::popViewControllerWithNewCenterController(
-    std::shared_ptr<ViewController> center, bool animated)
+    const std::shared_ptr<ViewController> &center, bool animated)
 {
     if (center && center != m_center) {
         center->loadViewIfNeeded();

@@ -33,11 +33,12 @@ public:
     // Makes `controller` the side's screen and loads it, without showing it. A screen of the same class that
     // is there already stays, and `controller` is dropped: every screen preloads the menu, and the first menu
     // is kept, also while one of its own rows makes a new screen.
-    void preloadViewController(std::shared_ptr<ViewController> controller, Side side);
+    void preloadViewController(const std::shared_ptr<ViewController> &controller, Side side);
     // Brings the side's screen back into view; nothing happens when there is none.
     void pushOldViewControllerOnDirection(Side side, bool animated);
     // Replaces the centre (which disappears and is released) and closes the panel.
-    void popViewControllerWithNewCenterController(std::shared_ptr<ViewController> center, bool animated);
+    void popViewControllerWithNewCenterController(const std::shared_ptr<ViewController> &center,
+                                                  bool animated);
     // Closes the panel. Layouts call both when a pan or a tap on the centre's edge has done so.
     Q_INVOKABLE void close(bool animated);
     Q_INVOKABLE void open(bool animated);

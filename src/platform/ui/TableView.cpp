@@ -14,7 +14,7 @@ namespace {
 TablePlace rowPlace(IndexPath indexPath) { return {indexPath.section, TableElementKind::Row, indexPath.row}; }
 
 // What a table without a delegate goes by.
-std::shared_ptr<TableViewDelegate> orPlain(std::shared_ptr<TableViewDelegate> delegate)
+std::shared_ptr<TableViewDelegate> orPlain(const std::shared_ptr<TableViewDelegate> &delegate)
 {
     return delegate ? delegate : std::make_shared<TableViewDelegate>();
 }
