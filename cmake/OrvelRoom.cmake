@@ -14,7 +14,10 @@ function(orvel_room name)
   add_library(${name} STATIC ${ROOM_SOURCES})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${name} PUBLIC ${ROOM_LINK} PRIVATE ${ROOM_PRIVATE_LINK})
-  orvel_warnings(${name})
+  # A room without sources of its own holds layouts: what is compiled there the build has written.
+  if(ROOM_SOURCES)
+    orvel_warnings(${name})
+  endif()
 endfunction()
 
 # orvel_qml_room(<name> URI <uri> [SOURCES ...] [QML ...] [RESOURCES ...] [USES ...] [LINK ...] [PRIVATE_LINK ...]):
