@@ -56,6 +56,9 @@ TEST_F(EndToEndTest, PauseAndResumeFromHeaderAndCompactBar)
     ASSERT_TRUE(listener.waitsFor([&] { return listener.touches("Lecture"); }));
     EXPECT_TRUE(listener.waitsFor([&] { return plays(); }));
     EXPECT_TRUE(listener.waitsToSee("Pause"));
+    listener.scrollsTo(0);
+    EXPECT_TRUE(listener.waitsToSee("Toute la musique qu'on aime, en direct"));
+    EXPECT_FALSE(listener.sees("Choisissez une radio"));
 }
 
 TEST_F(EndToEndTest, EveryKindOfStreamPlays)

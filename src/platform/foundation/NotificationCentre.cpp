@@ -20,12 +20,6 @@ void NotificationCentre::removeObserver(const void *observer)
     std::erase_if(m_registrations, [&](const Registration &r) { return r.observer == observer; });
 }
 
-void NotificationCentre::removeObserver(const void *observer, const QString &name)
-{
-    std::erase_if(m_registrations,
-                  [&](const Registration &r) { return r.observer == observer && r.name == name; });
-}
-
 void NotificationCentre::postNotification(const QString &name, const QVariant &object)
 {
     // Handlers add and remove observers: walk by number and look each one up again.

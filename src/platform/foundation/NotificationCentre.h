@@ -27,7 +27,6 @@ public:
     void addObserver(const void *observer, const QString &name, Handler handler);
     // Safe while a notification is posted: a removed observer is not called any more.
     void removeObserver(const void *observer);
-    void removeObserver(const void *observer, const QString &name);
     void postNotification(const QString &name, const QVariant &object = {});
 
 private:

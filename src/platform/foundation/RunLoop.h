@@ -33,7 +33,6 @@ public:
     void cancel(Token token);
     // At the end of the application, whose screens the entries may hold.
     void cancelAll();
-    bool isScheduled(Token token) const { return m_dueOf.contains(token); }
     // True while a Screen entry runs.
     bool isInScreenEntry() const { return m_inScreenEntry; }
 

@@ -239,7 +239,6 @@ void RadioViewController::scrollViewDidScroll(TableView &tableView)
     } else if (lastContentOffset > height && offset <= height) {
         qCInfo(logApp, " ******* Header view just appeared");
         viewHideShow.setHidden(true);
-        viewNowPlaying.setHidden(true);
     }
     lastContentOffset = offset;
 }

@@ -146,6 +146,21 @@ TEST_F(RadioViewControllerTest, AListThatArrivesWhileARadioPlaysShowsIt)
     EXPECT_EQ(fresh.hl3.text(), "Suite");
 }
 
+TEST_F(RadioViewControllerTest, OnceARadioWasChosenItStaysOnTheScreen)
+{
+    receive(twoRadios);
+    screen.viewHeader.setFrame({0, 0, 375, 352});
+    EXPECT_TRUE(screen.viewNowPlaying.hidden());
+    screen.tableCont.setContentOffset(400);
+    screen.tableCont.setContentOffset(0);
+    EXPECT_TRUE(screen.viewNowPlaying.hidden());
+    screen.tableCont.selectRow(0, 0);
+    screen.tableCont.setContentOffset(400);
+    screen.tableCont.setContentOffset(0);
+    screen.hbtnPlay.touchUpInside();
+    EXPECT_FALSE(screen.viewNowPlaying.hidden());
+}
+
 TEST_F(RadioViewControllerTest, TheCompactBarFollowsTheHeaderOverItsEdge)
 {
     screen.viewHeader.setFrame({0, 0, 375, 352});
