@@ -131,9 +131,7 @@ void ScriptedServer::serve(Connection &connection, const Script &script)
         over = !run(*step, socket);
     // What the client still has to read must not be reset: wait until it leaves, too.
     ::shutdown(socket, SHUT_WR);
-    std::array<char, 4096> rest;
-    while (::recv(socket, rest.data(), rest.size(), 0) > 0) {
-    }
+    waitUntilClientLeaves(socket);
     const std::lock_guard lock(m_mutex);
     connection.open = false;
     ::close(socket);
@@ -172,6 +170,10 @@ bool ScriptedServer::run(const Step &step, int socket)
                                   --m_releases;
                               return !m_stopping;
                           },
+                          [&](const Stall &) {
+                              waitUntilClientLeaves(socket);
+                              return false;
+                          },
                           [](const Close &) { return false; },
                           [&](const Reset &) {
                               const linger atOnce{1, 0};
@@ -186,8 +188,17 @@ bool ScriptedServer::run(const Step &step, int socket)
                       step);
 }
 
-bool ScriptedServer::send(int socket, const QByteArray &bytes)
+void ScriptedServer::waitUntilClientLeaves(int socket)
 {
+    std::array<char, 4096> rest;
+    while (::recv(socket, rest.data(), rest.size(), 0) > 0) {
+    }
+}
+
+bool ScriptedServer::send(int socket, const QByteArray &script)
+{
+    QByteArray bytes = script;
+    bytes.replace("{server}", url({}).toUtf8());
     for (qsizetype sent = 0; sent < bytes.size();) {
         const auto count =
             ::send(socket, bytes.data() + sent, static_cast<std::size_t>(bytes.size() - sent), MSG_NOSIGNAL);

@@ -11,7 +11,8 @@
 
 namespace orvel::test {
 
-// The steps of an answer. Each piece sent leaves in a segment of its own.
+// The steps of an answer. Each piece sent leaves in a segment of its own; "{server}" in it stands for the
+// server's address, as url() gives it without a path.
 struct Send
 {
     QByteArray bytes;
@@ -30,6 +31,10 @@ struct Pause
 struct WaitForRelease
 {
 };
+// Says nothing more, and waits until the client leaves.
+struct Stall
+{
+};
 // An orderly end, also what follows the last step.
 struct Close
 {
@@ -38,7 +43,7 @@ struct Close
 struct Reset
 {
 };
-using Step = std::variant<Send, SendForever, Pause, WaitForRelease, Close, Reset>;
+using Step = std::variant<Send, SendForever, Pause, WaitForRelease, Stall, Close, Reset>;
 using Script = std::vector<Step>;
 
 // The head of an answer. `fields` are whole lines ("icy-metaint: 8\r\n").
@@ -82,7 +87,8 @@ private:
     bool readRequest(int socket);
     // False when the connection is over.
     bool run(const Step &step, int socket);
-    bool send(int socket, const QByteArray &bytes);
+    bool send(int socket, const QByteArray &script);
+    static void waitUntilClientLeaves(int socket);
     bool sleep(double seconds);
 
     const std::vector<Script> m_scripts;
