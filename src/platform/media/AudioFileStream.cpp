@@ -122,8 +122,9 @@ std::unique_ptr<AudioFileStream> openAudioFileStream(AudioFileStreamClient &clie
     case AudioFileType::kAudioFileMP3Type:
     case AudioFileType::kAudioFileAAC_ADTSType:
         return std::make_unique<FramedAudioFileStream>(client);
+    default:
+        return nullptr;
     }
-    return nullptr;
 }
 
 } // namespace orvel

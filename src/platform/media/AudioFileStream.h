@@ -53,7 +53,7 @@ using AudioFileStreamOpener =
 // frames are found by their sync words, which can't be mistaken for each other, so a server's wrong content
 // type does no harm. ID3 tags and garbage are skipped: the first frame, and the first one after garbage, is
 // handed on when the next header confirms it, the others as soon as they are whole. An AAC packet is a whole
-// ADTS frame with its header, so there is no magic cookie.
+// ADTS frame with its header, so there is no magic cookie. Null for a hint at any other type.
 std::unique_ptr<AudioFileStream> openAudioFileStream(AudioFileStreamClient &client, AudioFileType hint);
 
 } // namespace orvel

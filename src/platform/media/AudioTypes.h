@@ -16,6 +16,15 @@ enum class AudioFileType : quint32 {
     none = 0,
     kAudioFileMP3Type = fourCharacterCode("MPG3"),
     kAudioFileAAC_ADTSType = fourCharacterCode("adts"),
+    kAudioFileAC3Type = fourCharacterCode("ac-3"),
+    kAudioFileWAVEType = fourCharacterCode("WAVE"),
+    kAudioFileAIFCType = fourCharacterCode("AIFC"),
+    kAudioFileAIFFType = fourCharacterCode("AIFF"),
+    kAudioFileM4AType = fourCharacterCode("m4af"),
+    kAudioFileMPEG4Type = fourCharacterCode("mp4f"),
+    kAudioFileCAFType = fourCharacterCode("caff"),
+    kAudioFile3GPType = fourCharacterCode("3gpp"),
+    kAudioFile3GP2Type = fourCharacterCode("3gp2"),
 };
 
 enum class AudioFormat : quint32 {

@@ -1,0 +1,92 @@
+#include "audio/probe/MetadataReading.h"
+
+#include "audio/probe/IcyAnswer.h"
+#include "platform/foundation/ByteText.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <utility>
+
+namespace orvel {
+
+namespace {
+
+const QString responceTypeKey = QStringLiteral("StreamResponceType");
+const QString titleKey = QStringLiteral("StreamTitle");
+const QString intervalKey = QStringLiteral("icy-metaint");
+constexpr qsizetype shortestTitle = 6;
+constexpr qsizetype unit = 16;
+constexpr qsizetype mostMetadata = 1 + 99 * unit;
+
+// The length byte's two hexadecimal digits read as a decimal number, as far as they make one: 0x10 is ten
+// units, 0x1F one and 0x0A none.
+qint32 unitCount(char lengthByte) { return intValue(QString::fromLatin1(QByteArray(1, lengthByte).toHex())); }
+
+} // namespace
+
+void MetadataReading::readResponse(const UrlResponse &response)
+{
+    const HeaderFields &headers = response.headers;
+    if (headers.value(QStringLiteral("content-type")).value_or(QString()).isEmpty())
+        return;
+    m_responceType = ResponceType::Http;
+    m_metadataDictionary.emplace();
+    for (const HeaderFields::Field &field : headers.fields())
+        m_metadataDictionary->insert(field.name, field.value);
+    m_metadataDictionary->insert(responceTypeKey, QStringLiteral("HTTP 200"));
+    m_bytesToBlock = integerValue(headers.value(intervalKey).value_or(QString()));
+    m_over = m_bytesToBlock < 1;
+}
+
+void MetadataReading::readData(QByteArrayView chunk)
+{
+    if (m_over)
+        return;
+    if (m_responceType == ResponceType::Unknown)
+        readIcyAnswer(chunk);
+    else
+        readMetadata(chunk);
+}
+
+void MetadataReading::readIcyAnswer(QByteArrayView chunk)
+{
+    m_streamData.append(chunk);
+    if (m_streamData.size() < icyAnswerSize)
+        return;
+    const QByteArray data = std::exchange(m_streamData, {});
+    const auto fields = icyHeaderFields(data);
+    if (fields) {
+        m_responceType = ResponceType::Icy;
+        m_metadataDictionary = {{responceTypeKey, QStringLiteral("ICY 200")}};
+        m_metadataDictionary->insert(*fields);
+        m_bytesToBlock = integerValue(m_metadataDictionary->value(intervalKey));
+    }
+    m_over = m_bytesToBlock == 0;
+    if (!m_over)
+        readMetadata(data); // the interval counts from the header's first byte
+}
+
+void MetadataReading::readMetadata(QByteArrayView chunk)
+{
+    if (m_bytesToBlock < 0)
+        return;
+    const qsizetype sound = qsizetype(std::min<qint64>(m_bytesToBlock, chunk.size()));
+    m_bytesToBlock -= sound;
+    chunk = chunk.sliced(sound);
+    m_streamData.append(chunk.first(std::min(chunk.size(), mostMetadata - m_streamData.size())));
+    if (m_streamData.isEmpty())
+        return;
+    const qsizetype size = unitCount(m_streamData.front()) * unit;
+    m_over = m_streamData.size() >= 1 + size;
+    if (m_over)
+        readTitle(QByteArrayView(m_streamData).sliced(1, size));
+}
+
+void MetadataReading::readTitle(QByteArrayView block)
+{
+    const QStringList pieces = decodeUtf8(block).value_or(QString()).split(u'\'');
+    if (pieces.size() >= 2 && pieces[1].size() >= shortestTitle)
+        m_metadataDictionary->insert(titleKey, pieces[1]);
+}
+
+} // namespace orvel

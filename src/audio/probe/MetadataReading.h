@@ -1,0 +1,38 @@
+#pragma once
+
+#include "audio/probe/StreamReading.h"
+
+#include <QByteArray>
+#include <QMap>
+#include <optional>
+
+namespace orvel {
+
+// A stream's header fields, "StreamResponceType" ("HTTP 200" or "ICY 200") and, when one was found,
+// "StreamTitle".
+using MetadataDictionary = QMap<QString, QString>;
+
+// Reads a stream's header fields and the title in its first metadata block. Sound is counted, not kept:
+// whatever interval a server announces, no more is held than a header and a block.
+class MetadataReading final : public StreamReading
+{
+public:
+    void readResponse(const UrlResponse &response) override;
+    void readData(QByteArrayView chunk) override;
+    bool isOver() const override { return m_over; }
+    // What is known so far; nothing before a header was understood.
+    const std::optional<MetadataDictionary> &dictionary() const { return m_metadataDictionary; }
+
+private:
+    void readIcyAnswer(QByteArrayView chunk);
+    void readMetadata(QByteArrayView chunk);
+    void readTitle(QByteArrayView block);
+
+    ResponceType m_responceType = ResponceType::Unknown;
+    std::optional<MetadataDictionary> m_metadataDictionary;
+    qint64 m_bytesToBlock = 0; // still to come before the first metadata block; negative: there is none
+    QByteArray m_streamData;   // an answer not told yet, or the length byte and its block
+    bool m_over = false;
+};
+
+} // namespace orvel

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "audio/probe/StreamRequest.h"
+#include "platform/media/AudioTypes.h"
+
+#include <QString>
+
+namespace orvel {
+
+// Finds a stream's content type, and the file extension and audio file type that go with it. Main thread;
+// held by a shared_ptr, which may be let go of at any time: that cancels.
+class StreamContentTypeGetter : public std::enable_shared_from_this<StreamContentTypeGetter>
+{
+public:
+    // A null content type or extension when there is none.
+    using CompletionHandler =
+        std::function<void(const QString &contentType, const QString &fileExtension, AudioFileType hint,
+                           const std::optional<UrlResponse> &, const std::optional<NetError> &)>;
+
+    StreamContentTypeGetter();
+
+    // Replaces a request under way, whose handler is then never called. The handler is called at most once,
+    // on the main thread: not at all when the stream ends without having told its type.
+    void getContentTypeFromUrl(const Url &url, CompletionHandler handler);
+
+private:
+    StreamRequest m_request;
+};
+
+} // namespace orvel

@@ -1,0 +1,19 @@
+#include "audio/probe/StreamMetadataGetter.h"
+
+namespace orvel {
+
+StreamMetadataGetter::StreamMetadataGetter() : m_request(QStringLiteral("stream metadata")) {}
+
+void StreamMetadataGetter::getMetadataFromUrl(const Url &url, CompletionHandler handler)
+{
+    const auto reading = std::make_shared<MetadataReading>();
+    m_request.start(url, StreamRequest::Purpose::Probe, reading,
+                    [weak = weak_from_this(), reading,
+                     completionHandler = std::move(handler)](const StreamRequest::Ending &ending) {
+                        const auto getter = weak.lock(); // alive while the handler runs
+                        if (getter && (ending.isReadingOver || ending.error))
+                            completionHandler(reading->dictionary(), ending.response, ending.error);
+                    });
+}
+
+} // namespace orvel

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "audio/probe/MetadataReading.h"
+#include "audio/probe/StreamRequest.h"
+
+namespace orvel {
+
+// Fetches the first in-band title of a station, with its header fields. Main thread; held by a shared_ptr,
+// which may be let go of at any time: that cancels.
+class StreamMetadataGetter : public std::enable_shared_from_this<StreamMetadataGetter>
+{
+public:
+    // Nothing for the dictionary when neither an HTTP answer with a content type nor a bare ICY answer came.
+    using CompletionHandler =
+        std::function<void(const std::optional<MetadataDictionary> &, const std::optional<UrlResponse> &,
+                           const std::optional<NetError> &)>;
+
+    StreamMetadataGetter();
+
+    // Replaces a request under way, whose handler is then never called. The handler is called at most once,
+    // on the main thread: not at all when the stream ends without having given its metadata.
+    void getMetadataFromUrl(const Url &url, CompletionHandler handler);
+
+private:
+    StreamRequest m_request;
+};
+
+} // namespace orvel

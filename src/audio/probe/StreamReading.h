@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/net/UrlRequest.h"
+
+#include <QByteArrayView>
+
+namespace orvel {
+
+// What is read out of one stream's answer: its head first, then its body in chunks of any size. No threads of
+// its own.
+class StreamReading
+{
+public:
+    enum class ResponceType : quint32 { Unknown = 0, Http = 1, Icy = 2 };
+
+    virtual ~StreamReading() = default;
+    virtual void readResponse(const UrlResponse &response) = 0;
+    virtual void readData(QByteArrayView chunk) = 0;
+    // True once there is no more to read; what is read afterwards is ignored.
+    virtual bool isOver() const = 0;
+};
+
+} // namespace orvel

@@ -1,0 +1,82 @@
+#include "audio/probe/StreamRecording.h"
+
+#include "audio/probe/IcyAnswer.h"
+#include "audio/probe/StreamFileType.h"
+
+#include <utility>
+
+namespace orvel {
+
+namespace {
+
+const QString contentTypeKey = QStringLiteral("content-type");
+
+QString withExtension(const QString &path, const QString &extension)
+{
+    if (extension.isEmpty())
+        return path;
+    const qsizetype name = path.lastIndexOf(u'/') + 1;
+    const qsizetype dot = path.lastIndexOf(u'.');
+    return path.first(dot > name ? dot : path.size()) + u'.' + extension;
+}
+
+} // namespace
+
+void StreamRecording::readResponse(const UrlResponse &response)
+{
+    const QString contentType = response.headers.value(contentTypeKey).value_or(QString());
+    if (contentType.isEmpty()) {
+        m_responceType = ResponceType::Icy;
+        return;
+    }
+    m_responceType = ResponceType::Http;
+    m_fileExtension = streamFileType(contentType).fileExtension;
+    open();
+}
+
+void StreamRecording::readData(QByteArrayView chunk)
+{
+    if (m_file) {
+        write(chunk);
+        return;
+    }
+    m_streamData.append(chunk);
+    if (m_streamData.size() < icyAnswerSize)
+        return;
+    if (const auto fields = icyHeaderFields(m_streamData))
+        m_fileExtension = streamFileType(fields->value(contentTypeKey)).fileExtension;
+    open();
+}
+
+QString StreamRecording::finish()
+{
+    if (m_responceType == ResponceType::Unknown)
+        return {};
+    if (!m_file)
+        open();
+    if (!isOver())
+        check(m_file->commit());
+    return isOver() ? QString() : m_file->fileName();
+}
+
+void StreamRecording::open()
+{
+    m_file = std::make_unique<QSaveFile>(withExtension(m_localPath, m_fileExtension));
+    check(m_file->open(QIODevice::WriteOnly));
+    write(std::exchange(m_streamData, {}));
+}
+
+void StreamRecording::write(QByteArrayView bytes)
+{
+    if (!isOver())
+        check(m_file->write(bytes.data(), bytes.size()) == bytes.size());
+}
+
+void StreamRecording::check(bool done)
+{
+    if (!done)
+        m_writeError =
+            QStringLiteral("%1 can't be written: %2").arg(m_file->fileName(), m_file->errorString());
+}
+
+} // namespace orvel

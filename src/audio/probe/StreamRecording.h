@@ -1,0 +1,42 @@
+#pragma once
+
+#include "audio/probe/StreamReading.h"
+
+#include <QByteArray>
+#include <QSaveFile>
+#include <memory>
+
+namespace orvel {
+
+// Writes a stream's bytes, as they come, to a temporary file beside the place they are meant for; finish()
+// puts it there. Dropped before, it leaves nothing behind.
+class StreamRecording final : public StreamReading
+{
+public:
+    // The path's extension gives way to the one of the stream's content type, when that is known.
+    explicit StreamRecording(const QString &localPath) : m_localPath(localPath) {}
+
+    void readResponse(const UrlResponse &response) override;
+    void readData(QByteArrayView chunk) override;
+    // After a failure to write.
+    bool isOver() const override { return !m_writeError.isEmpty(); }
+    // A sentence for people; empty when all is well.
+    const QString &writeError() const { return m_writeError; }
+
+    // Gives the file's path: empty when it could not be written, and when no answer has come to be written.
+    QString finish();
+
+private:
+    void open();
+    void write(QByteArrayView bytes);
+    void check(bool done);
+
+    const QString m_localPath;
+    ResponceType m_responceType = ResponceType::Unknown; // without an answer
+    QString m_fileExtension;
+    QByteArray m_streamData;           // an answer not told yet
+    std::unique_ptr<QSaveFile> m_file; // once the extension is known
+    QString m_writeError;
+};
+
+} // namespace orvel
