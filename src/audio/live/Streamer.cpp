@@ -1,33 +1,13 @@
 #include "audio/live/Streamer.h"
 
-#include "audio/playlist/M3UParser.h"
-#include "audio/playlist/PLSParser.h"
-#include "audio/playlist/XSPFParser.h"
 #include "platform/foundation/BackgroundTask.h"
-#include "platform/foundation/ByteText.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/media/AudioSession.h"
 
+#include <algorithm>
+
 namespace orvel {
-
-namespace {
-
-// What follows in a longer playlist is not read.
-constexpr qsizetype maxPlaylistBytes = 1 << 20;
-
-std::unique_ptr<PlaylistParser> playlistParserFor(const QString &extension)
-{
-    if (equalsIgnoringCase(extension, u"m3u"))
-        return std::make_unique<M3UParser>();
-    if (equalsIgnoringCase(extension, u"pls"))
-        return std::make_unique<PLSParser>();
-    if (equalsIgnoringCase(extension, u"xspf"))
-        return std::make_unique<XSPFParser>();
-    return nullptr;
-}
-
-} // namespace
 
 std::shared_ptr<Streamer> Streamer::initWithURL(const Url &url, StreamerServices services)
 {
@@ -40,9 +20,9 @@ std::shared_ptr<Streamer> Streamer::initWithURL(const Url &url, StreamerServices
 }
 
 Streamer::Streamer(const Url &url, StreamerServices services)
-    : Radio(url), m_services(std::move(services)), m_playlistParser(playlistParserFor(url.pathExtension()))
+    : Radio(url), m_services(std::move(services)), m_playlist(PlaylistDownload::forUrl(url))
 {
-    if (m_playlistParser)
+    if (m_playlist)
         m_httpState = HttpState::FetchingPlaylist;
     AudioSession::sharedInstance().setCategory(AudioSession::Category::Playback);
     AudioSession::sharedInstance().setActive(true);
@@ -163,6 +143,8 @@ void Streamer::startRequest(UrlRequest request)
         request.headers.set(QStringLiteral("User-Agent"), httpUserAgent);
     request.idleTimeout = httpTimeout;
     cancelConnection();
+    m_httpStatusCode = 0;
+    m_networkError.reset();
     m_urlConnection = UrlConnection::start(request, self());
 }
 
@@ -175,12 +157,13 @@ void Streamer::cancelConnection()
 
 void Streamer::didReceiveResponse(UrlConnection &, const UrlResponse &response)
 {
+    m_httpStatusCode = response.statusCode;
     if (response.statusCode >= 400) {
         fail(RadioErrorHostNotReachable);
         return;
     }
     if (m_httpState == HttpState::FetchingPlaylist) {
-        m_playlistData.clear();
+        m_playlist->clear();
         return;
     }
     readStreamHeaders(response.headers);
@@ -208,8 +191,7 @@ void Streamer::didReceiveData(UrlConnection &, QByteArrayView data)
         parseAudioData(data);
         return;
     }
-    m_playlistData.append(data.first(std::min(data.size(), maxPlaylistBytes - m_playlistData.size())));
-    if (m_playlistData.size() == maxPlaylistBytes)
+    if (!m_playlist->append(data))
         playlistReceived();
 }
 
@@ -233,8 +215,7 @@ void Streamer::connectionDidFinishLoading(UrlConnection &)
 void Streamer::playlistReceived()
 {
     cancelConnection();
-    const std::optional<QString> text = m_playlistParser->parseStreamUrl(std::exchange(m_playlistData, {}));
-    const std::optional<Url> url = text ? Url::fromText(*text) : std::nullopt;
+    const std::optional<Url> url = m_playlist->takeStreamUrl();
     if (!url) {
         fail(RadioErrorPlaylistParsing);
         return;
@@ -244,9 +225,10 @@ void Streamer::playlistReceived()
     requestAudioStream();
 }
 
-void Streamer::didFailWithError(UrlConnection &, const NetError &)
+void Streamer::didFailWithError(UrlConnection &, const NetError &error)
 {
     m_urlConnection.reset();
+    m_networkError = error;
     if (m_httpState == HttpState::FetchingPlaylist) {
         fail(RadioErrorHostNotReachable);
         return;
@@ -273,6 +255,8 @@ void Streamer::setState(RadioState state)
     if (m_radioState == state)
         return;
     m_radioState = state;
+    if (m_urlConnection)
+        m_urlConnection->readAtMostEvery(state == RadioStatePlaying ? relaxedReadingInterval() : 0);
     if (state == RadioStateError) {
         m_playerState.queueStarted = false;
         m_playerState.isPlaying = false;
@@ -286,6 +270,15 @@ void Streamer::setState(RadioState state)
     tell(&RadioDelegate::radioStateChanged);
     if (state == RadioStatePlaying || state == RadioStateError)
         endBackgroundTaskIfAny();
+}
+
+// While it plays, the stream is read a few times within what has been gathered, also of the richest stream.
+double Streamer::relaxedReadingInterval() const
+{
+    constexpr double mostBytesASecond = 320'000 / 8;
+    constexpr double readsWithinBuffer = 4;
+    const double buffered = double(m_playerState.bufferSize) * double(m_playerState.bufferCount);
+    return std::min(buffered / mostBytesASecond / readsWithinBuffer, 1.0);
 }
 
 void Streamer::tell(void (RadioDelegate::*operation)(Radio &))

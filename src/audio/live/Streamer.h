@@ -2,7 +2,7 @@
 
 #include "audio/live/IcyStream.h"
 #include "audio/live/Radio.h"
-#include "audio/playlist/PlaylistParser.h"
+#include "audio/playlist/PlaylistDownload.h"
 #include "platform/media/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
 
@@ -39,6 +39,13 @@ public:
     // more.
     void shutdown() override;
 
+    // What is fetched: the stream, once a playlist has named it.
+    const Url &requestedUrl() const { return m_url; }
+    // How the last request fared, for who has to explain an error: the answer's status code (0 before it, and
+    // of a bare ICY answer), and why the transfer failed, when it did.
+    int httpStatusCode() const { return m_httpStatusCode; }
+    const std::optional<NetError> &networkError() const { return m_networkError; }
+
     // Sent as "User-Agent" when not null.
     QString httpUserAgent;
     // Seconds without a byte after which a request has failed.
@@ -62,6 +69,7 @@ private:
     void playlistReceived();
     void readStreamHeaders(const HeaderFields &headers);
     void setState(RadioState state);
+    double relaxedReadingInterval() const;
     void fail(RadioError error);
     void tell(void (RadioDelegate::*operation)(Radio &));
     void startBufferTimerWithTimeout(double seconds);
@@ -112,8 +120,9 @@ private:
     StreamerServices m_services;
     std::shared_ptr<UrlConnection> m_urlConnection;
     IcyStream m_icyStream{*this, m_station};
-    QByteArray m_playlistData;
-    std::unique_ptr<PlaylistParser> m_playlistParser; // none: the URL is the stream's
+    int m_httpStatusCode = 0;
+    std::optional<NetError> m_networkError;
+    std::unique_ptr<PlaylistDownload> m_playlist; // none: the URL is the stream's
     HttpState m_httpState = HttpState::FetchingStream;
     std::atomic<bool> m_connectionFinished = false;
     std::atomic<bool> m_transferSuspended = false;
