@@ -1,4 +1,4 @@
-#include "EncodedTone.h"
+#include "support/EncodedTone.h"
 
 #include "platform/media/FfmpegHandles.h"
 
@@ -135,6 +135,28 @@ EncodedTone withBandReplication(const EncodedTone &core, std::size_t plainFrames
         append(result, adtsHeader(request, packed.size()) + packed);
     }
     return result;
+}
+
+std::vector<float> decoded(const EncodedTone &tone)
+{
+    const bool mp3 = tone.format.format == AudioFormat::mpegLayer3;
+    const AVCodec *codec = avcodec_find_decoder(mp3 ? AV_CODEC_ID_MP3 : AV_CODEC_ID_AAC);
+    const CodecContext context(avcodec_alloc_context3(codec));
+    avcodec_open2(context.get(), codec, nullptr);
+    const Packet packet(av_packet_alloc());
+    const Frame frame(av_frame_alloc());
+    std::vector<float> samples;
+    for (const AudioStreamPacketDescription &description : tone.packets) {
+        av_new_packet(packet.get(), int(description.dataByteSize));
+        std::copy_n(tone.bytes.constData() + description.startOffset, description.dataByteSize, packet->data);
+        avcodec_send_packet(context.get(), packet.get());
+        av_packet_unref(packet.get());
+        while (avcodec_receive_frame(context.get(), frame.get()) == 0)
+            for (int i = 0; i < frame->nb_samples; ++i)
+                for (int c = 0; c < frame->ch_layout.nb_channels; ++c)
+                    samples.push_back(reinterpret_cast<const float *>(frame->extended_data[c])[i]);
+    }
+    return samples;
 }
 
 } // namespace orvel::test

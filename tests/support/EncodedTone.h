@@ -30,4 +30,7 @@ EncodedTone encodeTone(const ToneRequest &request);
 // version when its core is mono. The first `plainFrames` stay as they are.
 EncodedTone withBandReplication(const EncodedTone &core, std::size_t plainFrames);
 
+// What libavcodec's own decoder makes of the tone's packets, from a fresh start: samples, interleaved.
+std::vector<float> decoded(const EncodedTone &tone);
+
 } // namespace orvel::test

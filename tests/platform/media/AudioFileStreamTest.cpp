@@ -1,6 +1,6 @@
 #include "platform/media/AudioFileStream.h"
 
-#include "EncodedTone.h"
+#include "support/EncodedTone.h"
 #include "platform/media/FfmpegHandles.h"
 
 #include <QByteArrayList>

@@ -1,4 +1,4 @@
-#include "EncodedTone.h"
+#include "support/EncodedTone.h"
 #include "platform/media/SoundOutput.h"
 
 #include <atomic>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "EncodedTone.h"
+#include "support/EncodedTone.h"
 #include "platform/media/SoundOutput.h"
 
 #include <atomic>

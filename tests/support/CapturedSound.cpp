@@ -1,0 +1,37 @@
+#include "support/CapturedSound.h"
+
+#include "platform/media/SoundOutput.h"
+
+#include <QFile>
+#include <cstring>
+
+namespace orvel::test {
+
+CapturedSound::CapturedSound()
+{
+    joinOutputQueues(); // SDL remembers its driver
+    qputenv("SDL_AUDIODRIVER", "disk");
+    qputenv("SDL_DISKAUDIODELAY", "0");
+    qputenv("SDL_DISKAUDIOFILE", m_folder.filePath(QStringLiteral("sound.raw")).toLocal8Bit());
+}
+
+CapturedSound::~CapturedSound()
+{
+    joinOutputQueues();
+    qputenv("SDL_DISKAUDIOFILE", "/dev/null");
+    qunsetenv("SDL_DISKAUDIODELAY");
+}
+
+std::vector<float> CapturedSound::samples() const
+{
+    joinOutputQueues();
+    QFile file(m_folder.filePath(QStringLiteral("sound.raw")));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = file.readAll();
+    std::vector<float> samples(std::size_t(bytes.size()) / sizeof(float));
+    std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
+    return samples;
+}
+
+} // namespace orvel::test
