@@ -2,9 +2,11 @@
 import os
 import re
 import shlex
+import shutil
 import signal
 import socket
 import subprocess
+import sys
 import tempfile
 import time
 from pathlib import Path
@@ -51,7 +53,7 @@ class Candidate:
         return number.group(0) if number else "?"
 
     def is_there(self):
-        return subprocess.run(["which", self.command[0]], capture_output=True).returncode == 0
+        return shutil.which(self.command[0]) is not None
 
 
 class Running:
@@ -145,11 +147,14 @@ def candidates():
 
 
 def chosen(only, output="silent"):
-    """Those whose names begin with one of the comma-separated texts, or all; without what is not installed."""
+    """Those whose names begin with one of the comma-separated texts, or all; without what is not there."""
     found = candidates()
     if output != "silent":
         found = [one for one in found if not getattr(one, "silent_only", False)]
     if only:
         texts = only.lower().split(",")
         found = [one for one in found if any(one.name.lower().startswith(text) for text in texts)]
-    return found
+    for one in found:
+        if not one.is_there():
+            print(f"{one.name} left out: {one.command[0]} is not there", file=sys.stderr)
+    return [one for one in found if one.is_there()]

@@ -34,15 +34,15 @@ class Listener:
     def __init__(self, port, path):
         self.port, self.path = port, path
         self.asked = time.monotonic()
-        self.sends = []  # (before, after, sound sent until then)
+        self.sends = []  # (when, sound sent with it and before it)
 
     @property
     def sent(self):
-        return self.sends[-1][2] if self.sends else 0
+        return self.sends[-1][1] if self.sends else 0
 
     def when(self, sound_bytes):
-        """When the byte of that number left; None if it has not."""
-        return next((after for _, after, total in self.sends if total >= sound_bytes), None)
+        """When the station began to send the piece with the byte of that number; None if it has not."""
+        return next((moment for moment, total in self.sends if total >= sound_bytes), None)
 
 
 class Framing:
@@ -143,6 +143,6 @@ class Station:
             before = time.monotonic()
             writer.write(framing.framed(piece) if framing else piece)
             await writer.drain()
-            listener.sends.append((before, time.monotonic(), position))
+            listener.sends.append((before, position))
             size = PIECE
             await asyncio.sleep(begin + (position + size - burst) / sound.bytes_per_second - time.monotonic())
