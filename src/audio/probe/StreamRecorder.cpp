@@ -37,9 +37,14 @@ void StreamRecorder::stopRecording(WrittenHandler written)
 
 void StreamRecorder::ended(const StreamRequest::Ending &ending)
 {
-    if (!ending.error && !ending.isReadingOver)
+    if (!ending.error && !ending.isReadingOver) {
+        const StreamEndedHandler streamEnded = m_streamEndedHandler; // may let go of this object
+        if (streamEnded)
+            streamEnded(ending.response.value_or(UrlResponse()));
         return;
-    const NetError error = ending.error.value_or(NetError{NetError::Code::Other, m_recording->writeError()});
+    }
+    const NetError error =
+        ending.error.value_or(NetError{NetError::Code::CannotWriteToFile, m_recording->writeError()});
     const ErrorHandler errorHandler = std::exchange(m_errorHandler, nullptr);
     clear();
     if (errorHandler)

@@ -16,6 +16,8 @@ public:
     // `path` is that of the file, in its place by now; empty when none was written. `error` tells why not;
     // empty when there was nothing to write.
     using WrittenHandler = std::function<void(const QString &path, const QString &error)>;
+    // The stream has ended properly; all that comes after is the stop.
+    using StreamEndedHandler = std::function<void(const UrlResponse &response)>;
 
     StreamRecorder();
 
@@ -26,6 +28,8 @@ public:
     // Recording has ended on return; the file is put in place on the queue, replacing one that was there,
     // also when the recorder is dropped meanwhile. `written` is called in any case.
     void stopRecording(WrittenHandler written = {});
+    // Of every later recording; not called from inside the stop.
+    void setStreamEndedHandler(StreamEndedHandler handler) { m_streamEndedHandler = std::move(handler); }
     bool isRecording() const { return m_recording != nullptr; }
 
     // Null when the type is not known.
@@ -38,6 +42,7 @@ private:
     StreamRequest m_request;
     std::shared_ptr<StreamRecording> m_recording; // while recording
     ErrorHandler m_errorHandler;
+    StreamEndedHandler m_streamEndedHandler;
 };
 
 } // namespace orvel

@@ -20,6 +20,8 @@ NetError netError(NetError::Code code)
         return {code, QStringLiteral("unsupported URL")};
     case Code::TooManyRedirects:
         return {code, QStringLiteral("too many HTTP redirects")};
+    case Code::CannotWriteToFile:
+        return {code, QStringLiteral("The file could not be written.")};
     case Code::Other:
         break;
     }

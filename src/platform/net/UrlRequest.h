@@ -32,6 +32,7 @@ struct NetError
         ConnectionLost,
         UnsupportedUrl,
         TooManyRedirects,
+        CannotWriteToFile,
         Other
     };
     Code code = Code::Other;
