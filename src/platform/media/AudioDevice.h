@@ -17,7 +17,7 @@ struct AudioDeviceRequest
     std::function<void()> wantsData;
 };
 
-// Where sound goes: it takes up to half a second of interleaved samples ahead. Used by one thread; destroying
+// Where sound goes: it takes up to two seconds of interleaved samples ahead. Used by one thread; destroying
 // it ends the sound and may take a while.
 class AudioDevice
 {
@@ -29,7 +29,7 @@ public:
 
     int sampleRate() const { return m_sampleRate; }
     int channels() const { return m_channels; }
-    qint64 capacity() const { return m_sampleRate / 2; } // frames
+    qint64 capacity() const { return 2 * qint64(m_sampleRate); } // frames
 
     // A device is made silent; while it is, it keeps what was written.
     virtual void setPlaying(bool playing) = 0;

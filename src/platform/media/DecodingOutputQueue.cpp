@@ -133,7 +133,13 @@ void DecodingOutputQueue::addIsRunningListener(IsRunningListener listener)
     m_listeners.push_back(std::move(listener));
 }
 
-double DecodingOutputQueue::currentTime() const { return m_playedSeconds * m_format.sampleRate; }
+double DecodingOutputQueue::currentTime() const
+{
+    const std::lock_guard lock(m_mutex);
+    const std::chrono::duration<double> since = std::chrono::steady_clock::now() - m_position.seenAt;
+    return (m_position.playedSeconds + std::min(since.count(), m_position.secondsAhead)) *
+           m_format.sampleRate;
+}
 
 // The caller holds the mutex.
 void DecodingOutputQueue::wake()
@@ -157,11 +163,17 @@ void DecodingOutputQueue::run()
             play(orders.isStopping);
         else
             m_line.setPlaying(false);
-        m_playedSeconds = m_line.playedSeconds();
+        notePosition();
         patience = m_line.nextLook();
     }
     m_line.reset();
     m_callback = nullptr; // it may hold on to what holds on to the queue
+}
+
+void DecodingOutputQueue::notePosition()
+{
+    const std::lock_guard lock(m_mutex);
+    m_position = {m_line.playedSeconds(), m_line.secondsAhead(), std::chrono::steady_clock::now()};
 }
 
 DecodingOutputQueue::Orders

@@ -48,9 +48,18 @@ private:
         std::optional<QByteArray> cookie;
     };
 
+    // How far the sound was at the thread's last look.
+    struct Position
+    {
+        double playedSeconds = 0;
+        double secondsAhead = 0;
+        std::chrono::steady_clock::time_point seenAt;
+    };
+
     std::optional<std::vector<AudioStreamPacketDescription>>
     packetsIn(const OutputBuffer &buffer, std::span<const AudioStreamPacketDescription> descriptions) const;
     void wake();
+    void notePosition();
     Orders awaitOrders(std::optional<std::chrono::milliseconds> patience);
     void play(bool isStopping);
     std::optional<RenderItem> takeItem();
@@ -61,13 +70,13 @@ private:
 
     const AudioStreamBasicDescription m_format;
     std::atomic<float> m_volume = 1;
-    std::atomic<double> m_playedSeconds = 0;
     std::atomic<bool> m_isDisposed = false; // set under the mutex
 
-    std::mutex m_mutex; // guards what follows
+    mutable std::mutex m_mutex; // guards what follows
     std::condition_variable m_wake;
     bool m_isAwake = true;
     Orders m_orders;
+    Position m_position;
     std::deque<RenderItem> m_items;
     std::vector<std::unique_ptr<OutputBuffer>> m_buffers;
     std::vector<IsRunningListener> m_listeners;

@@ -54,8 +54,7 @@ public:
     virtual void setVolume(float volume) = 0; // 0.0 to 1.0
     virtual void setMagicCookie(const QByteArray &cookie) = 0;
     virtual void addIsRunningListener(IsRunningListener listener) = 0;
-    // Frames played since the first start, at the queue's sample rate, as of the queue's last look: up to a
-    // fifth of a second ago.
+    // Frames played since the first start, at the queue's sample rate.
     virtual double currentTime() const = 0;
 };
 

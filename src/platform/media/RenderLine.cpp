@@ -110,12 +110,17 @@ std::optional<std::chrono::milliseconds> RenderLine::nextLook() const
     const bool hasMore = m_item || !m_samples.empty();
     const qint64 toRefill = hasMore ? level() - m_device->capacity() / 2 : toMark;
     const qint64 milliseconds = std::min(toMark, toRefill) * 1000 / m_device->sampleRate() + 1;
-    return std::chrono::milliseconds(std::clamp<qint64>(milliseconds, 10, 200));
+    return std::chrono::milliseconds(std::clamp<qint64>(milliseconds, 10, 1000));
 }
 
 double RenderLine::playedSeconds() const
 {
     return m_earlierSeconds + (m_device ? double(m_device->consumed()) / m_device->sampleRate() : 0);
+}
+
+double RenderLine::secondsAhead() const
+{
+    return m_device && m_isPlaying ? double(level()) / m_device->sampleRate() : 0;
 }
 
 std::vector<OutputBuffer *> RenderLine::reset()

@@ -46,6 +46,8 @@ public:
     std::optional<std::chrono::milliseconds> nextLook() const;
     // Seconds since the line was made.
     double playedSeconds() const;
+    // Seconds that the device goes on to play if nothing more is given.
+    double secondsAhead() const;
 
     // Ends the sound at once, closes the device and forgets what was given; its buffers, in their order.
     std::vector<OutputBuffer *> reset();

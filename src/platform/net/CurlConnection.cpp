@@ -157,6 +157,13 @@ void CurlConnection::resume()
     m_loop->deliverLater(self());
 }
 
+void CurlConnection::readAtMostEvery(double seconds)
+{
+    m_readingInterval = seconds;
+    if (m_loop && seconds <= 0)
+        m_loop->endRest(*this);
+}
+
 void CurlConnection::continueReading()
 {
     if (!m_readingPaused || !m_loop || m_end)

@@ -25,7 +25,9 @@ public:
     void cancel() override;
     void suspend() override;
     void resume() override;
+    void readAtMostEvery(double seconds) override;
 
+    double readingInterval() const override { return m_readingInterval; }
     CURL *handle() const override { return m_easy.get(); }
     void ended(CURLcode result) override;
     void deliver() override;
@@ -61,6 +63,7 @@ private:
     bool m_delivering = false;
     bool m_suspended = false;
     bool m_readingPaused = false;
+    double m_readingInterval = 0;
     double m_lastActivity = 0;
     RunLoop::Token m_idleTimer = 0;
 };

@@ -15,6 +15,13 @@ std::shared_ptr<CurlLoop> &threadsLoop()
     return loop;
 }
 
+CurlTransfer *ownerOf(CURL *easy)
+{
+    char *owner = nullptr;
+    curl_easy_getinfo(easy, CURLINFO_PRIVATE, &owner);
+    return reinterpret_cast<CurlTransfer *>(owner);
+}
+
 } // namespace
 
 std::shared_ptr<CurlLoop> CurlLoop::current()
@@ -82,9 +89,9 @@ void CurlLoop::deliverLater(const std::shared_ptr<CurlTransfer> &transfer)
     m_deliveryTimer.start(0);
 }
 
-int CurlLoop::onSocket(CURL *, curl_socket_t socket, int what, void *loop, void *)
+int CurlLoop::onSocket(CURL *easy, curl_socket_t socket, int what, void *loop, void *)
 {
-    static_cast<CurlLoop *>(loop)->watch(socket, what);
+    static_cast<CurlLoop *>(loop)->watch(socket, what, easy);
     return 0;
 }
 
@@ -98,7 +105,7 @@ int CurlLoop::onTimer(CURLM *, long milliseconds, void *loop)
     return 0;
 }
 
-void CurlLoop::watch(curl_socket_t socket, int what)
+void CurlLoop::watch(curl_socket_t socket, int what, CURL *easy)
 {
     if (what == CURL_POLL_REMOVE) {
         const auto gone = m_watches.extract(socket);
@@ -117,7 +124,9 @@ void CurlLoop::watch(curl_socket_t socket, int what)
                          makeNotifier(socket, QSocketNotifier::Write, CURL_CSELECT_OUT)};
         known = m_watches.emplace(socket, made).first;
     }
-    known->second.read->setEnabled((what & CURL_POLL_IN) != 0);
+    known->second.transfer = ownerOf(easy);
+    known->second.isWanted = (what & CURL_POLL_IN) != 0;
+    known->second.read->setEnabled(known->second.isWanted);
     known->second.write->setEnabled((what & CURL_POLL_OUT) != 0);
 }
 
@@ -137,6 +146,35 @@ void CurlLoop::act(curl_socket_t socket, int events)
     curl_multi_socket_action(m_multi.get(), socket, events, &running);
     collectEnds();
     deliverReady();
+    rest(socket);
+}
+
+void CurlLoop::rest(curl_socket_t socket)
+{
+    const auto known = m_watches.find(socket);
+    if (known == m_watches.end() || !known->second.read->isEnabled() ||
+        !m_transfers.contains(known->second.transfer))
+        return;
+    const double seconds = known->second.transfer->readingInterval();
+    if (seconds <= 0)
+        return;
+    QSocketNotifier *const reader = known->second.read;
+    reader->setEnabled(false);
+    RunLoop::current().after(
+        seconds,
+        [this, socket, reader = QPointer(reader)] {
+            const auto watch = m_watches.find(socket);
+            if (reader && watch != m_watches.end())
+                reader->setEnabled(watch->second.isWanted);
+        },
+        RunLoop::Lane::Service);
+}
+
+void CurlLoop::endRest(const CurlTransfer &transfer)
+{
+    for (const auto &[socket, watch] : m_watches)
+        if (watch.transfer == &transfer)
+            watch.read->setEnabled(watch.isWanted);
 }
 
 void CurlLoop::collectEnds()
@@ -145,10 +183,8 @@ void CurlLoop::collectEnds()
     while (const CURLMsg *message = curl_multi_info_read(m_multi.get(), &left)) {
         if (message->msg != CURLMSG_DONE)
             continue;
-        char *owner = nullptr;
-        curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &owner);
         const CURLcode result = message->data.result; // the message goes with the handle
-        const auto transfer = m_transfers.find(reinterpret_cast<CurlTransfer *>(owner));
+        const auto transfer = m_transfers.find(ownerOf(message->easy_handle));
         if (transfer == m_transfers.end())
             continue;
         stop(*transfer->second);

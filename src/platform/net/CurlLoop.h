@@ -3,6 +3,7 @@
 #include "platform/net/CurlHandles.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <memory>
@@ -17,6 +18,8 @@ class CurlTransfer
 public:
     virtual ~CurlTransfer() = default;
     virtual CURL *handle() const = 0;
+    // Seconds for which its socket rests after a read.
+    virtual double readingInterval() const = 0;
     // The handle has done its work; deliver() follows. Must not call out.
     virtual void ended(CURLcode result) = 0;
     // Hands on what has arrived. Outside of every call of curl, so it may do anything, a nested event loop
@@ -44,6 +47,8 @@ public:
     void remove(CurlTransfer &transfer);
     // Takes the transfer's handle off the network; the transfer is kept.
     void stop(const CurlTransfer &transfer);
+    // The transfer's interval is over: its socket is read at once.
+    void endRest(const CurlTransfer &transfer);
     // Has the transfer deliver as soon as curl has returned. From inside curl's callbacks.
     void markReady(const std::shared_ptr<CurlTransfer> &transfer);
     // The same on a later turn of the event loop. From anywhere else.
@@ -54,12 +59,15 @@ private:
     {
         QSocketNotifier *read;
         QSocketNotifier *write;
+        CurlTransfer *transfer = nullptr; // whose socket it is now
+        bool isWanted = false;            // for reading
     };
-    static int onSocket(CURL *, curl_socket_t socket, int what, void *loop, void *);
+    static int onSocket(CURL *easy, curl_socket_t socket, int what, void *loop, void *);
     static int onTimer(CURLM *, long milliseconds, void *loop);
-    void watch(curl_socket_t socket, int what);
+    void watch(curl_socket_t socket, int what, CURL *easy);
     QSocketNotifier *makeNotifier(curl_socket_t socket, QSocketNotifier::Type type, int event);
     void act(curl_socket_t socket, int events);
+    void rest(curl_socket_t socket);
     void collectEnds();
     void deliverReady();
 

@@ -43,6 +43,9 @@ public:
     // read may still come (it is kept and delivered after resume()).
     virtual void suspend() = 0;
     virtual void resume() = 0;
+    // Once data has been read, looks for more only after that many seconds: a stream that is ahead of its use
+    // comes in a few large chunks, with the machine at rest between them. 0, as at the start: at once.
+    virtual void readAtMostEvery(double seconds) = 0;
 
 protected:
     UrlConnection() = default;

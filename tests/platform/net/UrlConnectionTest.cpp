@@ -254,6 +254,39 @@ TEST(UrlConnectionTest, HoldsTheServerBackWhileSuspended)
     EXPECT_TRUE(delegate->body == bytes);
 }
 
+TEST(UrlConnectionTest, RestsBetweenReadsWhereThatIsEnough)
+{
+    const QByteArray piece(20, 'x');
+    ScriptedServer server(
+        Script{Send{httpHead()}, Send{piece}, WaitForRelease{}, Send{piece}, WaitForRelease{}, Send{piece}});
+    const auto delegate = std::make_shared<RecordingDelegate>();
+    TakenClock clock;
+    delegate->also = [](UrlConnection &it, const QString &event) {
+        if (event == "data")
+            it.readAtMostEvery(5);
+    };
+    const auto connection = start(server.url(), delegate);
+    const qint64 head = httpHead().size();
+    const auto sent = [&](int pieces) {
+        return waitUntil([&] { return server.bytesSent() == head + pieces * piece.size(); });
+    };
+    ASSERT_TRUE(waitUntil([&] { return !delegate->body.isEmpty(); }));
+    waitUntil([] { return false; }, 0.5); // curl looks by itself while its timers of the connecting run out
+    server.release();
+    ASSERT_TRUE(sent(2));
+    waitUntil([] { return false; }, 0.1);
+    EXPECT_EQ(delegate->body.size(), piece.size());
+    clock.turn(5);
+    EXPECT_TRUE(waitUntil([&] { return delegate->body.size() == 2 * piece.size(); }));
+
+    server.release();
+    ASSERT_TRUE(sent(3));
+    waitUntil([] { return false; }, 0.1);
+    EXPECT_EQ(delegate->body.size(), 2 * piece.size());
+    connection->readAtMostEvery(0);
+    EXPECT_TRUE(waitUntil([&] { return delegate->isOver; })) << "the rest did not end at once";
+}
+
 // A small body that unpacks to a great one must come whole and in order through the pauses for its size.
 TEST(UrlConnectionTest, UnpacksFarMoreThanItReceived)
 {
