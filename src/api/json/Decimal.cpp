@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdlib>
 
 namespace orvel {
 
 namespace {
-
-constexpr qsizetype maxCoefficientDigits = 19;
 
 QByteArrayView withoutLeadingZeros(QByteArrayView digits)
 {
@@ -23,6 +22,20 @@ QByteArrayView withoutTrailingZeros(QByteArrayView digits)
     return digits;
 }
 
+// Whether so many digits, times ten to the power of `exponent`, are few enough in plain text.
+bool isWritable(qint64 digits, qint64 exponent)
+{
+    return (exponent >= 0 ? digits + exponent : std::max(digits, 1 - exponent)) <= Decimal::maxPlainDigits;
+}
+
+qint64 digitCount(quint64 number)
+{
+    qint64 count = 1;
+    for (; number >= 10; number /= 10)
+        ++count;
+    return count;
+}
+
 quint64 appended(quint64 number, QByteArrayView digits)
 {
     for (const char digit : digits)
@@ -34,10 +47,25 @@ quint64 appended(quint64 number, QByteArrayView digits)
 
 Decimal::Decimal(qint64 value)
 {
-    char text[24];
-    const char *const end = std::to_chars(text, text + sizeof text, value).ptr;
-    const char *const digits = value < 0 ? text + 1 : text;
-    *this = *fromParts(value < 0, QByteArrayView(digits, end), {}, 0);
+    const auto bits = static_cast<quint64>(value);
+    *this = *fromCoefficient(value < 0, value < 0 ? 0 - bits : bits, 0);
+}
+
+std::optional<Decimal> Decimal::fromCoefficient(bool negative, quint64 coefficient, qint64 exponent)
+{
+    if (coefficient == 0)
+        return Decimal();
+    for (; coefficient % 10 == 0; coefficient /= 10)
+        ++exponent;
+    // Counting takes longer than all the rest; almost no exponent needs it.
+    const bool isModest = std::abs(exponent) < maxPlainDigits - maxCoefficientDigits;
+    if (!isModest && !isWritable(digitCount(coefficient), exponent))
+        return std::nullopt;
+    Decimal result;
+    result.m_coefficient = coefficient;
+    result.m_exponent = static_cast<qint32>(exponent);
+    result.m_negative = negative;
+    return result;
 }
 
 std::optional<Decimal> Decimal::fromParts(bool negative, QByteArrayView integer, QByteArrayView fraction,
@@ -57,8 +85,7 @@ std::optional<Decimal> Decimal::fromParts(bool negative, QByteArrayView integer,
     const qint64 count = integer.size() + fraction.size();
     if (count == 0)
         return Decimal();
-    const qint64 plainDigits = exponent >= 0 ? count + exponent : std::max(count, 1 - exponent);
-    if (plainDigits > maxPlainDigits)
+    if (!isWritable(count, exponent))
         return std::nullopt;
 
     Decimal result;
@@ -84,23 +111,23 @@ Decimal::PlainText Decimal::plainText() const
     else
         digits = {buffer, std::to_chars(buffer, buffer + sizeof buffer, m_coefficient).ptr};
 
-    PlainText text;
-    const auto append = [&text](QByteArrayView run) { text.append(run.data(), run.size()); };
-    const auto appendZeros = [&text](qsizetype count) { text.resize(text.size() + count, '0'); };
+    const qsizetype count = digits.size();
+    const qsizetype beforePoint = count + m_exponent;
+    const qsizetype length = m_exponent >= 0 ? beforePoint : beforePoint > 0 ? count + 1 : 2 - m_exponent;
+    PlainText text(length + (m_negative ? 1 : 0));
+    char *at = text.data();
     if (m_negative)
-        text.append('-');
-    const qsizetype beforePoint = digits.size() + m_exponent;
+        *at++ = '-';
     if (m_exponent >= 0) {
-        append(digits);
-        appendZeros(m_exponent);
+        std::fill_n(std::copy_n(digits.begin(), count, at), m_exponent, '0');
     } else if (beforePoint > 0) {
-        append(digits.first(beforePoint));
-        text.append('.');
-        append(digits.sliced(beforePoint));
+        at = std::copy_n(digits.begin(), beforePoint, at);
+        *at++ = '.';
+        std::copy(digits.begin() + beforePoint, digits.end(), at);
     } else {
-        append("0.");
-        appendZeros(-beforePoint);
-        append(digits);
+        *at++ = '0';
+        *at++ = '.';
+        std::copy_n(digits.begin(), count, std::fill_n(at, -beforePoint, '0'));
     }
     return text;
 }

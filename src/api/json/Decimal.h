@@ -9,12 +9,14 @@
 namespace orvel {
 
 // An exact decimal number: sign, digits and exponent, without leading or trailing zeros; there is one zero,
-// and it has no sign. Up to 19 digits are kept in place.
+// and it has no sign.
 class Decimal
 {
 public:
     // The most digits a plain text may have.
     static constexpr qint64 maxPlainDigits = 1024;
+    // The most digits that are kept in place.
+    static constexpr qsizetype maxCoefficientDigits = 19;
     using PlainText = QVarLengthArray<char, 48>;
 
     Decimal() = default;
@@ -24,6 +26,10 @@ public:
     // plain text would be longer than maxPlainDigits.
     static std::optional<Decimal> fromParts(bool negative, QByteArrayView integer, QByteArrayView fraction,
                                             qint64 exponent);
+
+    // `coefficient` times ten to the power of `exponent`, bounded likewise. At most maxCoefficientDigits
+    // digits.
+    static std::optional<Decimal> fromCoefficient(bool negative, quint64 coefficient, qint64 exponent);
 
     // The digits with a point where one belongs, never in exponent form: "-0.1", "100".
     PlainText plainText() const;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <utility>
 
 namespace orvel {
 
@@ -26,6 +27,22 @@ constexpr quint64 runEnds(quint64 bytes)
             ((backslash - everyByte(1)) & ~backslash)) &
            everyByte(0x80);
 }
+
+constexpr bool areDigits(quint64 bytes)
+{
+    return ((bytes & everyByte(0xF0)) | (((bytes + everyByte(0x06)) & everyByte(0xF0)) >> 4)) ==
+           everyByte(0x33);
+}
+
+// The number that eight digits spell, the first in the lowest byte: pairs, then fours, then all are put
+// together.
+constexpr quint64 eightDigits(quint64 bytes)
+{
+    bytes = (bytes & everyByte(0x0F)) * 0xA01 >> 8;
+    bytes = (bytes & 0x00FF'00FF'00FF'00FF) * 0x64'0001 >> 16;
+    return (bytes & 0x0000'FFFF'0000'FFFF) * 0x2710'0000'0001 >> 32;
+}
+static_assert(eightDigits(0x3837363534333231) == 12345678);
 
 int hexValue(char digit)
 {
@@ -145,16 +162,16 @@ bool JsonScanner::readEscapedString(const char *run, bool isAscii, QString &text
 bool JsonScanner::appendRun(const char *run, bool isAscii)
 {
     const QByteArrayView bytes(run, m_at);
+    const qsizetype before = m_units.size();
+    m_units.resize(before + bytes.size());
+    char16_t *const units = m_units.data() + before;
     if (isAscii) {
-        const qsizetype before = m_units.size();
-        m_units.resize(before + bytes.size());
-        std::copy(bytes.begin(), bytes.end(), m_units.begin() + before);
+        std::transform(bytes.begin(), bytes.end(), units, [](char byte) { return static_cast<uchar>(byte); });
         return true;
     }
-    const std::optional<QString> decoded = decodeUtf8(bytes);
-    if (decoded)
-        m_units.append(reinterpret_cast<const char16_t *>(decoded->utf16()), decoded->size());
-    return decoded.has_value();
+    const char16_t *const end = decodeUtf8(bytes, units);
+    m_units.resize(end ? end - m_units.data() : before);
+    return end;
 }
 
 bool JsonScanner::readEscape()
@@ -207,18 +224,27 @@ bool JsonScanner::readHexQuad(unsigned &unit)
     return true;
 }
 
-QByteArrayView JsonScanner::readDigits()
+QByteArrayView JsonScanner::readDigits(quint64 &number)
 {
-    const char *const start = m_at;
-    while (m_at < m_end && isDigit(*m_at))
-        ++m_at;
-    return {start, m_at};
+    const char *at = m_at;
+    quint64 read = number;
+    for (; m_end - at >= 8; at += 8) {
+        const quint64 bytes = qFromLittleEndian<quint64>(at);
+        if (!areDigits(bytes))
+            break;
+        read = read * 100'000'000 + eightDigits(bytes);
+    }
+    for (; at < m_end && isDigit(*at); ++at)
+        read = read * 10 + static_cast<quint64>(*at - '0');
+    number = read;
+    return {std::exchange(m_at, at), at};
 }
 
 bool JsonScanner::readNumber(Decimal &number)
 {
     const bool isNegative = skipIf('-');
-    const QByteArrayView integer = readDigits();
+    quint64 coefficient = 0; // right while there are not too many digits
+    const QByteArrayView integer = readDigits(coefficient);
     if (integer.isEmpty())
         return fail(JsonError::BadNumber, QStringLiteral("No digits after initial minus"));
     if (integer.size() > 1 && integer.front() == '0')
@@ -226,30 +252,40 @@ bool JsonScanner::readNumber(Decimal &number)
 
     QByteArrayView fraction;
     if (skipIf('.')) {
-        fraction = readDigits();
+        fraction = readDigits(coefficient);
         if (fraction.isEmpty())
             return fail(JsonError::BadNumber, QStringLiteral("No digits after decimal point"));
     }
-
     qint64 exponent = 0;
-    if (skipIf('e') || skipIf('E')) {
-        const bool isBelowZero = skipIf('-');
-        if (!isBelowZero)
-            skipIf('+');
-        const QByteArrayView digits = readDigits();
-        if (digits.isEmpty())
-            return fail(JsonError::BadNumber, QStringLiteral("No digits after exponent"));
-        // Far beyond what makes a number, and far from overflowing.
-        constexpr qint64 farOut = qint64(1) << 40;
-        for (const char digit : digits)
-            exponent = std::min(exponent * 10 + (digit - '0'), farOut);
-        exponent = isBelowZero ? -exponent : exponent;
-    }
+    if ((skipIf('e') || skipIf('E')) && !readExponent(exponent))
+        return false;
 
-    const std::optional<Decimal> made = Decimal::fromParts(isNegative, integer, fraction, exponent);
+    const std::optional<Decimal> made =
+        integer.size() + fraction.size() <= Decimal::maxCoefficientDigits
+            ? Decimal::fromCoefficient(isNegative, coefficient, exponent - fraction.size())
+            : Decimal::fromParts(isNegative, integer, fraction, exponent);
     if (!made)
         return fail(JsonError::BadNumber, QStringLiteral("Failed creating decimal instance"));
     number = *made;
+    return true;
+}
+
+bool JsonScanner::readExponent(qint64 &exponent)
+{
+    const bool isBelowZero = skipIf('-');
+    if (!isBelowZero)
+        skipIf('+');
+    quint64 number = 0;
+    const QByteArrayView digits = readDigits(number);
+    if (digits.isEmpty())
+        return fail(JsonError::BadNumber, QStringLiteral("No digits after exponent"));
+    // Far beyond what makes a number, and far from overflowing.
+    constexpr qint64 farOut = qint64(1) << 40;
+    exponent = 0;
+    for (const char digit : digits)
+        exponent = std::min(exponent * 10 + (digit - '0'), farOut);
+    if (isBelowZero)
+        exponent = -exponent;
     return true;
 }
 

@@ -52,7 +52,10 @@ private:
     bool readEscape();
     bool readUnicodeUnit();
     bool readHexQuad(unsigned &unit);
-    QByteArrayView readDigits();
+    // The run of digits, appended to `number`, which wraps around when there are too many.
+    QByteArrayView readDigits(quint64 &number);
+    // From behind the "e".
+    bool readExponent(qint64 &exponent);
     bool fail(int code, const QString &description);
 
     const char *m_at;

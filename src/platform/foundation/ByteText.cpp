@@ -1,21 +1,90 @@
 #include "platform/foundation/ByteText.h"
 
-#include <QStringDecoder>
+#include <QtEndian>
 #include <algorithm>
+#include <bit>
 #include <limits>
 
 namespace orvel {
 
+namespace {
+
+// Widens the ASCII bytes at the front, many at a time. `units` has room for as many units as there are bytes.
+void widenAscii(const char *&at, const char *end, char16_t *&units)
+{
+    constexpr int step = 8;
+    while (end - at >= step) {
+        const quint64 beyond = qFromLittleEndian<quint64>(at) & Q_UINT64_C(0x8080808080808080);
+        const int ascii = beyond ? std::countr_zero(beyond) / 8 : step;
+        for (int i = 0; i < step; ++i) // those beyond are written over
+            units[i] = static_cast<uchar>(at[i]);
+        at += ascii;
+        units += ascii;
+        if (ascii < step)
+            return;
+    }
+    while (at < end && static_cast<uchar>(*at) < 0x80)
+        *units++ = static_cast<uchar>(*at++);
+}
+
+// The code point of the sequence at the front, of two bytes at least; 0 when it is not well-formed (RFC 3629,
+// 4).
+char32_t readSequence(const char *&at, const char *end)
+{
+    const auto lead = static_cast<uchar>(*at);
+    if (lead >= 0xC2 && lead < 0xE0 && end - at >= 2 && (at[1] & 0xC0) == 0x80) {
+        const auto point = static_cast<char32_t>((lead & 0x1F) << 6 | (at[1] & 0x3F));
+        at += 2;
+        return point;
+    }
+    const int tail = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+    if (lead < 0xC2 || lead > 0xF4 || end - at <= tail)
+        return 0;
+    char32_t point = lead & (0x3Fu >> tail);
+    for (int i = 1; i <= tail; ++i) {
+        const auto byte = static_cast<uchar>(at[i]);
+        if ((byte & 0xC0) != 0x80)
+            return 0;
+        point = point << 6 | (byte & 0x3F);
+    }
+    constexpr char32_t lowest[] = {0, 0x80, 0x800, 0x10000};
+    if (point < lowest[tail] || point > 0x10FFFF || (point >= 0xD800 && point < 0xE000))
+        return 0;
+    at += tail + 1;
+    return point;
+}
+
+} // namespace
+
+char16_t *decodeUtf8(QByteArrayView bytes, char16_t *units)
+{
+    const char *at = bytes.begin();
+    const char *const end = bytes.end();
+    for (widenAscii(at, end, units); at < end; widenAscii(at, end, units)) {
+        const char32_t point = readSequence(at, end);
+        if (point == 0)
+            return nullptr;
+        if (QChar::requiresSurrogates(point)) {
+            *units++ = QChar::highSurrogate(point);
+            *units++ = QChar::lowSurrogate(point);
+        } else {
+            *units++ = static_cast<char16_t>(point);
+        }
+    }
+    return units;
+}
+
 std::optional<QString> decodeUtf8(QByteArrayView bytes)
 {
-    // Stateless, so that a sequence cut at the end counts as an error too; the mark at the start is a
-    // character.
-    QStringDecoder decoder(QStringDecoder::Utf8,
-                           QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
-    QString text = decoder(bytes);
-    if (decoder.hasError())
+    if (bytes.isEmpty())
+        return QStringLiteral("");
+    QString text(bytes.size(), Qt::Uninitialized);
+    auto *const units = reinterpret_cast<char16_t *>(text.data());
+    const char16_t *const end = decodeUtf8(bytes, units);
+    if (!end)
         return std::nullopt;
-    return text.isNull() ? QStringLiteral("") : text;
+    text.truncate(end - units);
+    return text;
 }
 
 qint64 integerValue(QStringView text)

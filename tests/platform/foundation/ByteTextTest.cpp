@@ -13,9 +13,19 @@ TEST(ByteTextTest, Utf8FailsOnEveryMalformedSequence)
     ASSERT_TRUE(decodeUtf8(""));
     EXPECT_FALSE(decodeUtf8("")->isNull());
     const char *const malformed[] = {
-        "\xC3", "abc\xE2\x82", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "caf\xE9!", "\x80"};
+        "\xC3",     "abc\xE2\x82", "\xC0\x80",     "\xED\xA0\x80",     "\xF4\x90\x80\x80",
+        "caf\xE9!", "\x80",        "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xF8\x88\x80\x80\x80",
+        "\xFF"};
     for (const char *bytes : malformed)
         EXPECT_FALSE(decodeUtf8(bytes)) << bytes;
+    // The first and the last of each length, at every place of a run.
+    for (const char32_t point : {0x80, 0x7FF, 0x800, 0xD7FF, 0xE000, 0xFFFF, 0x10000, 0x10FFFF}) {
+        const QString character = QString::fromUcs4(&point, 1);
+        for (int place = 0; place < 20; ++place) {
+            const QString text = QString(place, u'a') + character + QString(20 - place, u'b') + character;
+            EXPECT_EQ(decodeUtf8(text.toUtf8()), text) << place;
+        }
+    }
 }
 
 TEST(ByteTextTest, IntegerValueReadsTheLeadingNumberAndSaturates)
