@@ -1,0 +1,104 @@
+#include "demo/DemoStation.h"
+#include "support/ScriptedServer.h"
+#include "tools/Tool.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+using namespace orvel;
+using namespace orvel::test;
+
+namespace {
+
+struct Case
+{
+    const char *what;
+    QStringList arguments;
+    int status;
+};
+
+void check(const std::vector<Case> &cases)
+{
+    for (const Case &it : cases) {
+        SCOPED_TRACE(it.what);
+        Tool tool(it.arguments);
+        EXPECT_EQ(tool.status(), it.status);
+        // One sentence, and none of it among the results.
+        EXPECT_EQ(tool.errors().count('\n'), it.status == 0 ? 0 : 1) << tool.errors().toStdString();
+        EXPECT_EQ(tool.errors().startsWith("orvel-stream: "), it.status != 0);
+    }
+}
+
+QString unusedUrl()
+{
+    const ScriptedServer gone(Script{});
+    return gone.url(QStringLiteral("/live.mp3"));
+}
+
+} // namespace
+
+TEST(CommandLineTest, SaysWhatIsWrongWithIt)
+{
+    const QString url = QStringLiteral("http://127.0.0.1:1/");
+    check({
+        {"help", {"--help"}, 0},
+        {"version", {"-v"}, 0},
+        {"nothing", {}, 2},
+        {"command", {"sing", url}, 2},
+        {"option", {"play", url, "--loud"}, 2},
+        {"another command's option", {"probe", url, "--volume", "1"}, 2},
+        {"no URL", {"resolve"}, 2},
+        {"no file", {"record", url}, 2},
+        {"too much", {"play", url, url}, 2},
+        {"scheme", {"play", "ftp://127.0.0.1/"}, 2},
+        {"upper case", {"play", "HTTP://127.0.0.1/"}, 2},
+        {"volume", {"play", url, "--volume", "1.1"}, 2},
+        {"volume that is no number", {"play", url, "--volume", "nan"}, 2},
+        {"buffer", {"play", url, "--buffer", "1.5"}, 2},
+        {"seconds", {"play", url, "--seconds", "0"}, 2},
+        {"deadline", {"probe", url, "--deadline", "soon"}, 2},
+    });
+    EXPECT_EQ(Tool({"--help"}).status(), 0);
+}
+
+TEST(CommandLineTest, ExitStatusTellsTheKindOfFailure)
+{
+    const ScriptedServer emptyPlaylist(Script{Send{httpHead()}, Send{"#EXTM3U\n"}});
+    const ScriptedServer loop({Send{httpHead("Location: /again\r\n", "HTTP/1.1 302 Found")}});
+    const ScriptedServer silent(Script{WaitForRelease{}});
+    const QString refused = stationStream("la-radio.mp3", "status=404");
+    const QString file = QDir::temp().filePath(QStringLiteral("never-written.mp3"));
+    check({
+        {"play unreachable", {"play", unusedUrl()}, 3},
+        {"probe unreachable", {"probe", unusedUrl()}, 3},
+        {"record unreachable", {"record", unusedUrl(), file}, 3},
+        {"resolve unreachable", {"resolve", unusedUrl().replace(".mp3", ".m3u")}, 3},
+        {"reset", {"play", stationStream("la-radio.mp3", "fault=reset&after=20000")}, 3},
+        {"play refused", {"play", refused}, 4},
+        {"probe refused", {"probe", refused}, 4},
+        {"record refused", {"record", refused, file}, 4},
+        {"redirects", {"play", loop.url()}, 4},
+        {"playlist to play", {"play", emptyPlaylist.url("/a.M3U")}, 5},
+        {"playlist to resolve", {"resolve", emptyPlaylist.url("/a.m3u")}, 5},
+        {"a page", {"play", stationStream("la-radio.mp3", "fault=html")}, 6},
+        {"a probed page", {"probe", stationStream("la-radio.mp3", "fault=html")}, 6},
+        {"no folder", {"record", refused, "/nowhere/at/all.mp3"}, 8},
+        {"play out of time", {"play", silent.url(), "--seconds", "0.2"}, 9},
+        {"record out of time", {"record", silent.url(), file, "--seconds", "0.2"}, 9},
+        {"probe out of time", {"probe", silent.url(), "--deadline", "0.2"}, 9},
+        {"resolve out of time", {"resolve", silent.url("/a.pls"), "--deadline", "0.2"}, 9},
+    });
+    EXPECT_FALSE(QFile::exists(file));
+}
+
+TEST(CommandLineTest, ResolvesAsThePlayerDoes)
+{
+    for (const QString &id : station().radioIds()) {
+        Tool tool({"resolve", station().listenUrl(id)});
+        EXPECT_EQ(tool.status(), 0);
+        EXPECT_EQ(tool.out(), station().streamUrl(id).toUtf8() + '\n');
+    }
+    Tool json({"resolve", "--json", "http://never.asked.invalid/a%20b.mp3?q=1"});
+    EXPECT_EQ(json.status(), 0);
+    EXPECT_EQ(json.objects().at(0)["url"].string(), "http://never.asked.invalid/a%20b.mp3?q=1");
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/foundation/RunLoop.h"
+#include "tools/stream/Arguments.h"
+#include "tools/stream/Output.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orvel {
+
+// One of the program's commands, at work from start() until it has told its outcome. Main thread.
+class Command
+{
+public:
+    using Finished = std::function<void(const Outcome &)>;
+
+    // `finished` is called once.
+    Command(const Arguments &arguments, Output &output, Finished finished);
+    virtual ~Command();
+    Command(const Command &) = delete;
+    Command &operator=(const Command &) = delete;
+
+    virtual void start() = 0;
+    // The user has had enough.
+    virtual void interrupt(int signal) { finish(Outcome::interrupted(signal)); }
+
+protected:
+    const Arguments &arguments() const { return m_arguments; }
+    Output &output() { return m_output; }
+    // Runs `function` after so many seconds, unless the command is gone; a second one replaces the first.
+    void after(double seconds, std::function<void()> function);
+    // Tells at the user's deadline that it has passed.
+    void startDeadline(Finished passed);
+    void finish(const Outcome &outcome = {});
+
+private:
+    const Arguments m_arguments;
+    Output &m_output;
+    Finished m_finished;
+    RunLoop::Token m_timer = 0;
+};
+
+} // namespace orvel

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "audio/probe/StreamContentTypeGetter.h"
+#include "audio/probe/StreamMetadataGetter.h"
+#include "tools/stream/Command.h"
+#include "tools/stream/Resolver.h"
+
+namespace orvel {
+
+// Prints what a station tells of itself: its first title, its format and its name. What is known by then is
+// printed at the deadline, too.
+class ProbeCommand final : public Command
+{
+public:
+    using Command::Command;
+    ~ProbeCommand() override { m_resolver->cancel(); }
+    void start() override;
+
+private:
+    void probe(const Url &url);
+    void metadataCame(const MetadataDictionary &dictionary);
+    void end(const Outcome &outcome);
+
+    const std::shared_ptr<Resolver> m_resolver = std::make_shared<Resolver>();
+    const std::shared_ptr<StreamContentTypeGetter> m_contentTypeGetter =
+        std::make_shared<StreamContentTypeGetter>();
+    const std::shared_ptr<StreamMetadataGetter> m_metadataGetter = std::make_shared<StreamMetadataGetter>();
+    QString m_url;
+    QString m_contentType;
+    Output::Fields m_station; // from the metadata
+};
+
+} // namespace orvel
