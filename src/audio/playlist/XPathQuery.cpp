@@ -21,6 +21,7 @@ struct Freed
         function(handle);
     }
 };
+using Parser = std::unique_ptr<xmlParserCtxt, Freed<xmlFreeParserCtxt>>;
 using Document = std::unique_ptr<xmlDoc, Freed<xmlFreeDoc>>;
 using Context = std::unique_ptr<xmlXPathContext, Freed<xmlXPathFreeContext>>;
 using Result = std::unique_ptr<xmlXPathObject, Freed<xmlXPathFreeObject>>;
@@ -35,13 +36,40 @@ std::nullopt_t fail(const char *message)
     return std::nullopt;
 }
 
+// libxml2 compares each attribute of a tag with all those before it, so that a megabyte of them would take
+// minutes. No tag holds a "<".
+bool hasEndlessTag(const QByteArray &bytes)
+{
+    constexpr int mostAttributes = 5000;
+    int attributes = 0;
+    for (const char byte : bytes) {
+        if (byte == '<')
+            attributes = 0;
+        else if (byte == '=' && ++attributes > mostAttributes)
+            return true;
+    }
+    return false;
+}
+
+// Attributes declared with values belong to every element of a name: a small document could stand for a huge
+// one.
+void refuseAttributeDeclaration(void *parser, const xmlChar *, const xmlChar *, int, int, const xmlChar *,
+                                xmlEnumerationPtr values)
+{
+    xmlFreeEnumeration(values);
+    xmlStopParser(static_cast<xmlParserCtxtPtr>(parser));
+}
+
 Document documentOf(const QByteArray &bytes)
 {
     // Without XML_PARSE_NOENT and XML_PARSE_HUGE a document stays about as large as its text.
     constexpr int options = XML_PARSE_RECOVER | XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
-    if (bytes.size() > std::numeric_limits<int>::max())
+    const Parser parser(xmlNewParserCtxt());
+    if (!parser || bytes.size() > std::numeric_limits<int>::max() || hasEndlessTag(bytes))
         return nullptr;
-    return Document(xmlReadMemory(bytes.constData(), static_cast<int>(bytes.size()), "", nullptr, options));
+    parser->sax->attributeDecl = refuseAttributeDeclaration;
+    return Document(xmlCtxtReadMemory(parser.get(), bytes.constData(), static_cast<int>(bytes.size()), "",
+                                      nullptr, options));
 }
 
 } // namespace
