@@ -131,7 +131,8 @@ qsizetype IcyStream::parseHeaders(QByteArrayView chunk)
          p >= 0 && p + 3 <= block.size(); p = block.indexOf(lineEnd, lineStart)) {
         // Empty only when the block's last CR LF CR LF was cut in its middle.
         const bool isEmptyLine = p == lineStart && !m_headerLineTooLong;
-        if (!isEmptyLine && !m_headerLineTooLong)
+        const bool isTooLong = m_headerLineTooLong || p - lineStart > maxHeaderLine;
+        if (!isEmptyLine && !isTooLong)
             parseHeaderLine(QByteArrayView(block).sliced(lineStart, p - lineStart));
         m_headerLineTooLong = false;
         lineStart = p + 2;
