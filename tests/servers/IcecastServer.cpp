@@ -1,0 +1,152 @@
+#include "servers/IcecastServer.h"
+
+#include "support/TestLoop.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QUrl>
+
+namespace orvel::test {
+
+namespace {
+
+const QByteArray password = "orvel-essai";
+
+constexpr auto configuration = R"(<icecast>
+  <location>here</location>
+  <admin>nobody@localhost</admin>
+  <hostname>127.0.0.1</hostname>
+  <limits>
+    <clients>200</clients>
+    <sources>4</sources>
+    <queue-size>1048576</queue-size>
+    <source-timeout>60</source-timeout>
+    <burst-size>%1</burst-size>
+  </limits>
+  <authentication>
+    <source-password>%2</source-password>
+    <relay-password>%2</relay-password>
+    <admin-user>admin</admin-user>
+    <admin-password>%2</admin-password>
+  </authentication>
+  <listen-socket>
+    <port>%3</port>
+    <bind-address>127.0.0.1</bind-address>
+  </listen-socket>
+  <fileserve>0</fileserve>
+  <paths>
+    <basedir>%4</basedir>
+    <logdir>%4</logdir>
+    <webroot>%4</webroot>
+    <adminroot>%4</adminroot>
+  </paths>
+  <logging>
+    <accesslog>access.log</accesslog>
+    <errorlog>error.log</errorlog>
+    <loglevel>3</loglevel>
+  </logging>
+  <security><chroot>0</chroot></security>
+</icecast>
+)";
+
+quint16 freePort()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
+}
+
+} // namespace
+
+IcecastServer::IcecastServer(int burstBytes)
+    : m_burstBytes(burstBytes), m_process(m_folder.filePath(QStringLiteral("output.log")))
+{
+}
+
+QString IcecastServer::start()
+{
+    giveToUnprivileged(m_folder.path());
+    QString failure;
+    // A free port may be taken by another before the server has it.
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        if (m_port == 0)
+            m_port = freePort();
+        if (!writeConfiguration())
+            return QStringLiteral("The configuration can't be written");
+        failure = m_process.start(QStringLiteral("icecast2"),
+                                  {QStringLiteral("-c"), logFile(QStringLiteral("icecast.xml"))},
+                                  ChildProcess::Privilege::None);
+        if (!failure.isNull())
+            return failure;
+        if (waitUntil([this] { return !m_process.isRunning() || answers(); }) && m_process.isRunning())
+            return {};
+        m_process.end(SIGKILL);
+        m_port = 0;
+    }
+    QFile output(logFile(QStringLiteral("output.log")));
+    output.open(QIODevice::ReadOnly);
+    return QStringLiteral("icecast2 does not answer: %1").arg(QString::fromUtf8(output.readAll()));
+}
+
+QString IcecastServer::url(const QString &path) const
+{
+    return QStringLiteral("http://127.0.0.1:%1%2").arg(m_port).arg(path);
+}
+
+QString IcecastServer::sourceUrl(const QString &mount) const
+{
+    return QStringLiteral("icecast://source:%1@127.0.0.1:%2%3").arg(password).arg(m_port).arg(mount);
+}
+
+bool IcecastServer::setTitle(const QString &mount, const QString &title) const
+{
+    const QString text = QString::fromLatin1(QUrl::toPercentEncoding(title));
+    return get(QStringLiteral("/admin/metadata?mount=%1&mode=updinfo&song=%2").arg(mount, text))
+        .contains("<return>1</return>");
+}
+
+int IcecastServer::listeners() const
+{
+    const QString stats = QString::fromUtf8(get(QStringLiteral("/admin/stats")));
+    static const QRegularExpression all(
+        QStringLiteral("^[^\\0]*?<listeners>(\\d+)</listeners>[^\\0]*?<sources>"));
+    const QRegularExpressionMatch match = all.match(stats);
+    return match.hasMatch() ? match.captured(1).toInt() : -1;
+}
+
+QByteArray IcecastServer::get(const QString &path, qsizetype most) const
+{
+    constexpr int patience = 5000;
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress(QHostAddress::LocalHost), m_port);
+    if (!socket.waitForConnected(patience))
+        return {};
+    socket.write("GET " + path.toUtf8() + " HTTP/1.0\r\nAuthorization: Basic " +
+                 QByteArray("admin:" + password).toBase64() + "\r\n\r\n");
+    QByteArray answer;
+    while (answer.size() < most && (socket.bytesAvailable() > 0 || socket.waitForReadyRead(patience)))
+        answer += socket.read(most - answer.size());
+    return answer;
+}
+
+bool IcecastServer::writeConfiguration() const
+{
+    QFile file(logFile(QStringLiteral("icecast.xml")));
+    const QByteArray text = QString::fromLatin1(configuration)
+                                .arg(m_burstBytes)
+                                .arg(QString::fromLatin1(password))
+                                .arg(m_port)
+                                .arg(m_folder.path())
+                                .toUtf8();
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() &&
+           file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+}
+
+bool IcecastServer::answers() const
+{
+    return get(QStringLiteral("/admin/stats")).contains("<server_id>Icecast");
+}
+
+} // namespace orvel::test
