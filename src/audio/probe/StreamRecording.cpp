@@ -62,7 +62,7 @@ QString StreamRecording::finish()
 void StreamRecording::open()
 {
     m_file = std::make_unique<QSaveFile>(withExtension(m_localPath, m_fileExtension));
-    check(m_file->open(QIODevice::WriteOnly));
+    check(m_file->open(QIODevice::WriteOnly | QIODevice::Unbuffered)); // a full disk is told at once
     write(std::exchange(m_streamData, {}));
 }
 
