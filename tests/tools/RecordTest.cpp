@@ -56,14 +56,9 @@ TEST_F(RecordTest, SignalsLeaveACompleteFile)
         const QByteArray sound(30000, char(number));
         const ScriptedServer server(Script{Send{head}, Send{sound}, WaitForRelease{}});
         Tool tool({"record", server.url(), file});
-        // The bytes go to a temporary file as they come.
-        const auto arrived = [&] {
-            const auto found = QDir(folder.path()).entryInfoList({"kept.mp3.*"});
-            return !found.isEmpty() && found[0].size() >= 16384;
-        };
-        for (int i = 0; i < 400 && !arrived(); ++i)
-            QThread::msleep(50);
-        QThread::msleep(200);
+        while (server.bytesSent() < head.size() + sound.size())
+            QThread::msleep(20);
+        QThread::msleep(500); // what was sent has been read
         tool.signal(number);
         EXPECT_EQ(tool.status(), 128 + number);
         EXPECT_EQ(tool.out(), written.toUtf8() + '\n');
