@@ -1,0 +1,4 @@
+[playlist]
+File=
+Files
+File1 = http://a.example/%zz
