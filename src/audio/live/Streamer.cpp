@@ -134,6 +134,8 @@ void Streamer::requestAudioStream()
     UrlRequest request{m_url};
     request.headers.set(QStringLiteral("Icy-Metadata"), QStringLiteral("1"));
     request.headers.set(QStringLiteral("Cache-Control"), QStringLiteral("no-cache"));
+    // Sound is never packed: what claims to be could only unpack to a thousand times its size.
+    request.headers.set(QStringLiteral("Accept-Encoding"), QStringLiteral("identity"));
     startRequest(std::move(request));
 }
 

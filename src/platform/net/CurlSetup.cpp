@@ -70,7 +70,8 @@ CurlList setUp(CURL *easy, const CurlDemand &demand, const QByteArray &url)
     // An endless stream shares its connection with nothing.
     curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
     curl_easy_setopt(easy, CURLOPT_HTTP09_ALLOWED, 1L); // "ICY 200 OK" is a body to curl
-    curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "gzip");
+    if (!demand.request.headers.value(QStringLiteral("Accept-Encoding")))
+        curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "gzip");
     curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, bufferSize);
     curl_easy_setopt(easy, CURLOPT_NOPROXY, hostsWithoutProxy().constData());
     curl_easy_setopt(easy, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);

@@ -25,9 +25,10 @@ public:
     virtual void connectionDidFinishLoading(UrlConnection &connection) = 0;
 };
 
-// An asynchronous GET over http or https, also after redirects (at most 20), with gzip undone and nothing
-// cached. The answer "ICY 200 OK" of old streaming servers arrives as a body from its first byte. The
-// connection keeps itself and its delegate alive until it has ended or was cancelled.
+// An asynchronous GET over http or https, also after redirects (at most 20), with nothing cached, and with
+// gzip undone unless the request's own "Accept-Encoding" says otherwise. The answer "ICY 200 OK" of old
+// streaming servers arrives as a body from its first byte. The connection keeps itself and its delegate alive
+// until it has ended or was cancelled.
 class UrlConnection : public std::enable_shared_from_this<UrlConnection>
 {
 public:

@@ -5,8 +5,8 @@
 
 namespace orvel {
 
-// A GET to make: where, with which headers, and after how many seconds without a byte it has failed (0:
-// never).
+// A GET to make: where, with which headers, and after how many seconds without a byte (of the head: without a
+// whole line) it has failed (0: never).
 struct UrlRequest
 {
     Url url;
