@@ -1,0 +1,57 @@
+#pragma once
+
+#include "audio/live/Radio.h"
+#include "support/ScriptedServer.h"
+
+#include <QStringList>
+#include <limits>
+#include <optional>
+#include <ostream>
+
+namespace orvel::test {
+
+// Once the player is in a state and nothing moves any more, time passes: the state must hold until the end of
+// these seconds, and not longer.
+struct Turn
+{
+    RadioState in;
+    double seconds;
+    bool networkLeaves = false; // before
+    bool trickles = false;      // the server sends on, one piece a second
+};
+
+// What a server does to the player, and what becomes of it.
+struct Fault
+{
+    const char *name;
+    std::vector<Script> answers; // the n-th connection's; later ones get the last
+    RadioState state = RadioStateStopped;
+    RadioError error = RadioErrorNone;
+    const char *path = "/live";
+    bool sounds = state == RadioStatePlaying; // sometime; turns wait for it
+    std::vector<Turn> turns{};
+    QStringList titles{}; // the same one told again counts once
+    QString station{};
+    std::size_t requests = answers.size();
+    qint64 atLeastSent = 0; // before the player is judged
+    qint64 atMostSent = std::numeric_limits<qint64>::max();
+};
+void PrintTo(const Fault &fault, std::ostream *out);
+
+std::vector<Fault> connectionFaults();
+std::vector<Fault> answerFaults();
+std::vector<Fault> metadataFaults();
+std::vector<Fault> playlistFaults();
+
+// Two seconds of MP3, enough to start with.
+const QByteArray &sound();
+// A good answer's head, with more fields.
+QByteArray soundHead(const QByteArray &fields = {});
+// Sound without end.
+Script goodAnswer();
+// A block of in-band metadata: its length byte, the text, the padding.
+QByteArray metadataBlock(const QByteArray &text);
+// Sound with a metadata block behind every `interval` bytes, the first one `block` and the others empty.
+QByteArray framed(qsizetype interval, const QByteArray &block);
+
+} // namespace orvel::test
