@@ -2,13 +2,15 @@ import QtQuick
 import Orvel.Kit
 import Orvel.Ui
 
-// A screen's top bar: its button at the left, and in the middle its title, or the station's name while it has none.
+// A screen's top bar: its button at the left, and in the middle its title, or the station's name while it has none. What is
+// placed inside stands at the right.
 Rectangle {
     id: root
 
     required property LabelOutlet title
     property string buttonIcon: "menu"
     property string buttonText: "Menu"
+    default property alias actions: actionRow.data
     signal buttonClicked
 
     implicitHeight: Theme.barHeight
@@ -21,10 +23,16 @@ Rectangle {
         text: root.buttonText
         onClicked: root.buttonClicked()
     }
+    Row {
+        id: actionRow
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.right: parent.right
+        anchors.rightMargin: 6
+    }
     OutletText {
         outlet: root.title
         anchors.centerIn: parent
-        width: Math.min(implicitWidth, parent.width - 120)
+        width: Math.min(implicitWidth, parent.width - 2 * Math.max(60, actionRow.width + 12))
         color: Theme.inkText
         font.pixelSize: Theme.fontTitle
         font.weight: Font.DemiBold
