@@ -39,12 +39,19 @@ public:
     virtual bool sendMail(const MailDraft &draft, QString &error) = 0;
     virtual bool sendMessage(const MessageDraft &draft, QString &error) = 0;
 
+    // Whether sendMail can hand an attachment on.
+    virtual bool takesAttachments() const { return true; }
+
     bool canSendMail() const { return canOpen(QStringLiteral("mailto")); }
     bool canSendText() const { return canOpen(QStringLiteral("sms")); }
 
     // The ones in use: the desktop's, until others are handed in (tests).
     static SystemServices &current();
+    // Null: the desktop's again.
     static void use(std::shared_ptr<SystemServices> services);
+
+private:
+    static std::shared_ptr<SystemServices> &inUse();
 };
 
 } // namespace orvel

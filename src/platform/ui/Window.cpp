@@ -65,20 +65,39 @@ void Window::dismissFrontViewController()
     dismissed->disappear();
 }
 
+template<class Asked>
+void Window::ask(const std::shared_ptr<Asked> &asked, Question question)
+{
+    Window *const window = theKeyWindow;
+    if (!window)
+        return;
+    window->m_questions.push_back(std::move(question));
+    connect(asked.get(), &Asked::clicked, window, [window, answered = asked.get()] {
+        std::erase_if(window->m_questions, [&](const Question &candidate) {
+            return static_cast<const QObject *>(candidate.alert.get()) == answered ||
+                   static_cast<const QObject *>(candidate.actionSheet.get()) == answered;
+        });
+        Q_EMIT window->frontQuestionChanged();
+    });
+    Q_EMIT window->frontQuestionChanged();
+}
+
 std::shared_ptr<AlertView> Window::showAlert(const QString &title, const QString &message,
                                              const QStringList &buttons,
                                              std::weak_ptr<AlertViewDelegate> delegate, int tag)
 {
     const auto alert = std::make_shared<AlertView>(title, message, buttons, std::move(delegate), tag);
-    if (Window *const window = theKeyWindow) {
-        window->m_alerts.push_back(alert);
-        connect(alert.get(), &AlertView::clicked, window, [window, shown = alert.get()] {
-            std::erase_if(window->m_alerts, [&](const auto &candidate) { return candidate.get() == shown; });
-            Q_EMIT window->alertChanged();
-        });
-        Q_EMIT window->alertChanged();
-    }
+    ask(alert, {alert, nullptr});
     return alert;
+}
+
+std::shared_ptr<ActionSheet> Window::showActionSheet(const QString &title, const QStringList &otherButtons,
+                                                     const QString &cancelButton,
+                                                     std::weak_ptr<ActionSheetDelegate> delegate)
+{
+    const auto sheet = std::make_shared<ActionSheet>(title, otherButtons, cancelButton, std::move(delegate));
+    ask(sheet, {nullptr, sheet});
+    return sheet;
 }
 
 std::shared_ptr<ViewController> Window::frontScreen() const

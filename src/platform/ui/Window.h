@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ui/ActionSheet.h"
 #include "platform/ui/AlertView.h"
 #include "platform/ui/ProgressHud.h"
 #include "platform/ui/ViewController.h"
@@ -9,7 +10,8 @@
 namespace orvel {
 
 // What the application's only window shows, from back to front: the root screen, the screens presented over
-// it, the alerts and the progress overlay. There is one at a time; the shell draws it. Main thread.
+// it, the alerts and action sheets in the order they came, and the progress overlay. There is one at a time;
+// the shell draws it. Main thread.
 class Window : public QObject, public ScreenPresenter
 {
     Q_OBJECT
@@ -19,7 +21,8 @@ class Window : public QObject, public ScreenPresenter
         orvel::ViewController *rootViewController READ rootViewController NOTIFY rootViewControllerChanged)
     Q_PROPERTY(orvel::ViewController *presentedViewController READ presentedViewController NOTIFY
                    presentedViewControllerChanged)
-    Q_PROPERTY(orvel::AlertView *alert READ alert NOTIFY alertChanged)
+    Q_PROPERTY(orvel::AlertView *alert READ alert NOTIFY frontQuestionChanged)
+    Q_PROPERTY(orvel::ActionSheet *actionSheet READ actionSheet NOTIFY frontQuestionChanged)
     Q_PROPERTY(orvel::ProgressHud *hud READ hud CONSTANT)
 public:
     Window();
@@ -37,14 +40,23 @@ public:
     {
         return m_presented.empty() ? nullptr : m_presented.back().get();
     }
-    // The front one; null when there is none.
-    AlertView *alert() const { return m_alerts.empty() ? nullptr : m_alerts.back().get(); }
+    // The last shown, when it is in front; null when there is none or an action sheet came after it.
+    AlertView *alert() const { return m_questions.empty() ? nullptr : m_questions.back().alert.get(); }
+    // The last shown, when it is in front; null when there is none or an alert came after it.
+    ActionSheet *actionSheet() const
+    {
+        return m_questions.empty() ? nullptr : m_questions.back().actionSheet.get();
+    }
     ProgressHud *hud() const { return &ProgressHud::shared(); }
 
     // Shows an alert in the key window, in front of those already there.
     static std::shared_ptr<AlertView> showAlert(const QString &title, const QString &message,
                                                 const QStringList &buttons,
                                                 std::weak_ptr<AlertViewDelegate> delegate = {}, int tag = 0);
+    // Slides an action sheet into the key window, in front of those and of the alerts already there.
+    static std::shared_ptr<ActionSheet> showActionSheet(const QString &title, const QStringList &otherButtons,
+                                                        const QString &cancelButton,
+                                                        std::weak_ptr<ActionSheetDelegate> delegate);
 
     void present(std::shared_ptr<ViewController> controller) override;
     void dismissFrontViewController() override;
@@ -52,15 +64,23 @@ public:
 Q_SIGNALS:
     void rootViewControllerChanged();
     void presentedViewControllerChanged();
-    void alertChanged();
+    void frontQuestionChanged();
 
 private:
+    // An alert or an action sheet that waits for its answer; the other one is null.
+    struct Question
+    {
+        std::shared_ptr<AlertView> alert;
+        std::shared_ptr<ActionSheet> actionSheet;
+    };
+    template<class Asked>
+    static void ask(const std::shared_ptr<Asked> &asked, Question question);
     std::shared_ptr<ViewController> frontScreen() const;
     void showFrontScreen();
 
     std::shared_ptr<ViewController> m_root;
     std::vector<std::shared_ptr<ViewController>> m_presented;
-    std::vector<std::shared_ptr<AlertView>> m_alerts;
+    std::vector<Question> m_questions; // the last one in front
 };
 
 } // namespace orvel
