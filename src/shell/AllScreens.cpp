@@ -1,16 +1,39 @@
 #include "shell/AllScreens.h"
 
+#include "api/account/MonoCompteController.h"
+#include "api/account/MonoCompteRegister.h"
+#include "api/account/NewsLetterController.h"
 #include "app/MenuController.h"
 #include "screens/radio/RadioViewController.h"
 
 namespace orvel {
 
+namespace {
+
+template<class Screen>
+std::shared_ptr<ViewController> make()
+{
+    return std::make_shared<Screen>();
+}
+
+struct Entry
+{
+    const char *layoutName;
+    std::shared_ptr<ViewController> (*make)();
+};
+constexpr Entry screens[] = {
+    {"MenuController", make<MenuController>},           {"MonoCompteController", make<MonoCompteController>},
+    {"MonoCompteRegister", make<MonoCompteRegister>},   {"NewsLetterController", make<NewsLetterController>},
+    {"RadioViewController", make<RadioViewController>},
+};
+
+} // namespace
+
 std::shared_ptr<ViewController> AllScreens::screenNamed(const QString &layoutName) const
 {
-    if (layoutName == QLatin1String("RadioViewController"))
-        return std::make_shared<RadioViewController>();
-    if (layoutName == QLatin1String("MenuController"))
-        return std::make_shared<MenuController>();
+    for (const Entry &screen : screens)
+        if (layoutName == QLatin1String(screen.layoutName))
+            return screen.make();
     return nullptr;
 }
 

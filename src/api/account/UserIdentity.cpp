@@ -1,0 +1,21 @@
+#include "api/account/UserIdentity.h"
+
+#include "platform/foundation/UserDefaults.h"
+
+namespace orvel {
+
+void storeUserIdentity(const JsonValue &userId, const QString &email)
+{
+    UserDefaults &defaults = UserDefaults::standardUserDefaults();
+    const QString idKey = QStringLiteral("user_id");
+    const qint64 whole = userId.integerValue();
+    if (userId.isNumber() && userId == JsonValue(whole))
+        defaults.setObject(whole, idKey);
+    else if (userId.isNumber() || userId.isString())
+        defaults.setObject(userId.text(), idKey);
+    else
+        defaults.removeObjectForKey(idKey);
+    defaults.setObject(email, QStringLiteral("user_email"));
+}
+
+} // namespace orvel
