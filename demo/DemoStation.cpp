@@ -1,5 +1,6 @@
 #include "demo/DemoStation.h"
 
+#include "demo/Accounts.h"
 #include "demo/PictureBook.h"
 #include "demo/Playlists.h"
 #include "demo/StationApi.h"
@@ -36,10 +37,10 @@ struct DemoStation::Parts
         , pictures(content.programmes())
         , api({keyOr(options.stationSigningKey, ORVEL_STATION_SIGNING_KEY),
                keyOr(options.stationPublicKey, ORVEL_STATION_PUBLIC_KEY)},
-              content.webradio())
+              {{"webradio", content.webradio()}, {"frequences", content.frequences()}}, &accounts)
         , networkApi({keyOr(options.networkSigningKey, ORVEL_NETWORK_SIGNING_KEY),
                       keyOr(options.networkPublicKey, ORVEL_NETWORK_PUBLIC_KEY)},
-                     content.network())
+                     {{"webradio", content.network()}}, nullptr)
         , streams(std::move(streamServer))
         , network(std::move(networkServer))
         , site(std::move(siteServer))
@@ -61,6 +62,7 @@ struct DemoStation::Parts
 
     StationContent content;
     PictureBook pictures;
+    Accounts accounts;
     StationApi api;
     StationApi networkApi;
     // Destroyed first: they use all of the above.

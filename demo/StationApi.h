@@ -2,25 +2,32 @@
 
 #include "demo/SignatureCheck.h"
 
+#include <map>
 #include <optional>
 
 namespace orvel::demo {
+
+class Accounts;
 
 // One service's signed API: POST requests below "/api/", answers in the envelope that clients read.
 class StationApi
 {
 public:
-    // `webradio` is the answer of the endpoint of that name.
-    StationApi(KeyPair keys, QByteArray webradio);
+    using Lists = std::map<QByteArray, QByteArray>;
+
+    // `lists`: the answer of each endpoint that always gives the same one, by its path. `accounts` is null
+    // for a service without users.
+    StationApi(KeyPair keys, Lists lists, Accounts *accounts);
 
     // Nothing when the request is not for the API.
     std::optional<WebAnswer> answer(const WebRequest &request) const;
 
 private:
-    WebAnswer endpoint(const QByteArray &path) const;
+    WebAnswer endpoint(const QByteArray &path, const QByteArray &form) const;
 
     SignatureCheck check_;
-    QByteArray webradio_;
+    Lists lists_;
+    Accounts *accounts_;
 };
 
 } // namespace orvel::demo

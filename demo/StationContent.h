@@ -62,6 +62,7 @@ public:
 
     const QByteArray &webradio() const { return webradio_; }
     const QByteArray &network() const { return network_; }
+    const QByteArray &frequences() const { return frequences_; }
     const std::vector<Programme> &programmes() const { return programmes_; }
 
     const QString &siteUrl() const { return siteUrl_; }
@@ -78,6 +79,7 @@ private:
     QString streamsUrl_;
     QByteArray webradio_;
     QByteArray network_;
+    QByteArray frequences_;
     std::vector<Programme> programmes_;
 };
 
