@@ -28,6 +28,7 @@ void ViewController::appear()
         return;
     m_visible = true;
     viewWillAppear();
+    viewDidAppear();
 }
 
 void ViewController::disappear()

@@ -57,6 +57,7 @@ public:
 protected:
     virtual void viewDidLoad() {}
     virtual void viewWillAppear() {}
+    virtual void viewDidAppear() {}
     virtual void viewDidDisappear() {}
 
     // Keeps the screen alive until `function` has run, `seconds` from now.
