@@ -2,7 +2,7 @@
 
 namespace orvel {
 
-StreamMetadataGetter::StreamMetadataGetter() : m_request(QStringLiteral("stream metadata")) {}
+StreamMetadataGetter::StreamMetadataGetter(const QString &queueName) : m_request(queueName) {}
 
 void StreamMetadataGetter::getMetadataFromUrl(const Url &url, CompletionHandler handler)
 {

@@ -6,7 +6,8 @@
 namespace orvel {
 
 // Fetches the first in-band title of a station, with its header fields. Main thread; held by a shared_ptr,
-// which may be let go of at any time: that cancels.
+// which may be let go of at any time: that cancels. A handler may hold its getter: it lasts until the request
+// is over.
 class StreamMetadataGetter : public std::enable_shared_from_this<StreamMetadataGetter>
 {
 public:
@@ -15,7 +16,8 @@ public:
         std::function<void(const std::optional<MetadataDictionary> &, const std::optional<UrlResponse> &,
                            const std::optional<NetError> &)>;
 
-    StreamMetadataGetter();
+    // `queueName` is that of the queue that reads.
+    explicit StreamMetadataGetter(const QString &queueName = QStringLiteral("stream metadata"));
 
     // Replaces a request under way, whose handler is then never called. The handler is called at most once,
     // on the main thread: not at all when the stream ends without having given its metadata.

@@ -108,13 +108,15 @@ void StreamRequest::start(const Url &url, Purpose purpose, std::shared_ptr<Strea
 {
     cancel();
     const qint64 mostBytes = purpose == Purpose::Probe ? mostProbedBytes : std::numeric_limits<qint64>::max();
-    m_transfer = std::make_shared<Transfer>(m_selfQueue, mostBytes, std::move(reading), std::move(ended));
-    m_transfer->start(urlRequest(url, purpose));
+    const auto transfer =
+        std::make_shared<Transfer>(m_selfQueue, mostBytes, std::move(reading), std::move(ended));
+    m_transfer = transfer;
+    transfer->start(urlRequest(url, purpose));
 }
 
 void StreamRequest::cancel()
 {
-    if (const std::shared_ptr<Transfer> transfer = std::exchange(m_transfer, nullptr))
+    if (const std::shared_ptr<Transfer> transfer = m_transfer.lock())
         transfer->cancel();
 }
 

@@ -45,7 +45,7 @@ public:
 private:
     class Transfer;
     SerialQueue m_selfQueue;
-    std::shared_ptr<Transfer> m_transfer;
+    std::weak_ptr<Transfer> m_transfer; // its connection holds it
 };
 
 } // namespace orvel
