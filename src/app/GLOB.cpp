@@ -1,11 +1,11 @@
 #include "app/GLOB.h"
 
 #include "api/Signature.h"
-#include "api/json/JsonText.h"
 #include "app/AppDelegate.h"
+#include "app/FavouriteStore.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/MainQueue.h"
-#include "platform/foundation/UserDefaults.h"
+#include "platform/system/SystemServices.h"
 #include "platform/ui/ProgressHud.h"
 
 #include <QDateTime>
@@ -17,6 +17,8 @@ namespace orvel {
 namespace {
 
 const QStringList okButton{QStringLiteral("OK")};
+
+void tell(const QString &sentence) { Window::showAlert(QStringLiteral("Orvel Radio"), sentence, okButton); }
 
 } // namespace
 
@@ -53,11 +55,7 @@ QString GLOB::glob_GetCout(const JsonValue &array) { return QString::number(arra
 
 std::optional<std::vector<JsonValue>> GLOB::glob_favArray()
 {
-    const QVariant stored = UserDefaults::standardUserDefaults().objectForKey(QStringLiteral("arrayFav"));
-    if (!stored.isValid())
-        return std::nullopt;
-    const JsonValue archive = JSONFragmentValue(stored.toByteArray());
-    return archive.isArray() ? archive.values() : std::vector<JsonValue>();
+    return FavouriteStore().radios();
 }
 
 JsonValue GLOB::glob_isNULL(const JsonValue &value)
@@ -85,10 +83,12 @@ QStringList GLOB::glob_getNext30Days()
     return days;
 }
 
-void showNotThereYet()
+void showNotThereYet() { tell(QStringLiteral("Cette rubrique n'est pas encore disponible.")); }
+
+void openOutside(const QString &url, const QString &failure)
 {
-    Window::showAlert(QStringLiteral("Orvel Radio"),
-                      QStringLiteral("Cette rubrique n'est pas encore disponible."), okButton);
+    if (!SystemServices::current().openURL(url))
+        tell(failure);
 }
 
 } // namespace orvel

@@ -42,5 +42,7 @@ public:
 
 // Says in one sentence that a screen is not there yet.
 void showNotThereYet();
+// Hands a page or a telephone number over to the system; says `failure` when nobody takes it.
+void openOutside(const QString &url, const QString &failure);
 
 } // namespace orvel

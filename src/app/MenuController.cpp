@@ -1,5 +1,6 @@
 #include "app/MenuController.h"
 
+#include "api/StationConfiguration.h"
 #include "app/AppDelegate.h"
 #include "app/GLOB.h"
 #include "platform/foundation/FormatText.h"
@@ -24,32 +25,60 @@ constexpr std::array<Section, 4> sections{{
     {"Plus ", 11, 8},
 }};
 
+enum class Opens { Centre, Modal, Page };
+
 struct Row
 {
     const char *title;
-    const char *layoutName; // the screen that becomes the centre; null when there is none
+    Opens opens;
+    const char *layoutName = nullptr; // of the screen
+    // What is set on the screen: nothing where null. An empty title stands for the row's own.
+    const char *strTitle = nullptr;
+    const char *strType = nullptr;
+    const char *url = nullptr;
+    QString StationConfiguration::*page = nullptr; // what the system's browser shows
 };
+using enum Opens;
 constexpr std::array<Row, 19> rows{{
-    {"Radios", "RadioViewController"},
-    {"Favoris", nullptr},
-    {"Titre diffusés", nullptr},
-    {"Top 10", nullptr},
-    {"News", nullptr},
-    {"Sons", nullptr},
-    {"Vidéos", nullptr},
-    {"Concours", nullptr},
-    {"Agenda", nullptr},
-    {"Grille des programmes", nullptr},
-    {"Fréquences", nullptr},
-    {"Mon compte", nullptr},
-    {"Inscrivez-vous à la Newsletter", nullptr},
-    {"Site Web", nullptr},
-    {"Orvel Radio sur Facebook", nullptr},
-    {"Orvel Radio sur Twitter", nullptr},
-    {"Orvel Radio sur Google+", nullptr},
-    {"Orvel Radio sur Instagram", nullptr},
-    {"Mentions légales", nullptr},
+    {"Radios", Centre, "RadioViewController", ""},
+    {"Favoris", Centre, "RadioFav", ""},
+    {"Titre diffusés", Centre, "TitrusController"},
+    {"Top 10", Centre, "RadioTopTen", ""},
+    {"News", Centre, "NewsController", "", "news"},
+    {"Sons", Centre, "NewsController", "", "son"},
+    {"Vidéos", Centre, "NewsController", "", "video"},
+    {"Concours", Centre, "NewsController", "", "concours"},
+    {"Agenda", Centre, "AgendaController", "Agenda", "agenda"},
+    {"Grille des programmes", Centre, "EmissionsController"},
+    {"Fréquences", Centre, "FrequenceController", "Frequences"},
+    {"Mon compte", Modal, "MonoCompteController"},
+    {"Inscrivez-vous à la Newsletter", Modal, "NewsLetterController"},
+    {.title = "Site Web", .opens = Page, .page = &StationConfiguration::siteUrl},
+    {.title = "Orvel Radio sur Facebook", .opens = Page, .page = &StationConfiguration::facebookPage},
+    {.title = "Orvel Radio sur Twitter", .opens = Page, .page = &StationConfiguration::twitterPage},
+    {.title = "Orvel Radio sur Google+", .opens = Page, .page = &StationConfiguration::googlePage},
+    {.title = "Orvel Radio sur Instagram", .opens = Page, .page = &StationConfiguration::instagramPage},
+    {.title = "Mentions légales",
+     .opens = Modal,
+     .layoutName = "webCont",
+     .url = "qrc:/assets/pages/leagals.html"},
 }};
+
+void setIfGiven(ViewController &screen, const char *property, const QString &value)
+{
+    if (!value.isNull())
+        screen.setProperty(property, value);
+}
+
+void openPage(const QString &url)
+{
+    openOutside(url, QStringLiteral("Aucun navigateur de cet appareil n'a pu ouvrir la page %1.").arg(url));
+}
+
+void becomeCentre(const std::shared_ptr<ViewController> &screen)
+{
+    AppDelegate::shared().revealSideViewController()->popViewControllerWithNewCenterController(screen, true);
+}
 
 int indexOf(IndexPath path) { return sections[std::size_t(path.section)].firstRow + path.row; }
 
@@ -83,8 +112,15 @@ void MenuController::setData()
 
 void MenuController::searchBarSearchButtonClicked(SearchBar &bar)
 {
+    const auto home = AppDelegate::shared().catalogue().screenNamed(QStringLiteral("HomeController"));
+    if (home) {
+        home->setProperty("strSearch", bar.text());
+        home->setProperty("isRun", true);
+        becomeCentre(home);
+    } else {
+        showNotThereYet();
+    }
     bar.setText(QStringLiteral(""));
-    showNotThereYet();
 }
 
 int MenuController::numberOfSectionsInTableView(TableView &) { return int(sections.size()); }
@@ -119,16 +155,25 @@ QObject *MenuController::viewForHeaderInSection(TableView &, int section)
 
 void MenuController::didSelectRowAtIndexPath(TableView &, IndexPath indexPath)
 {
-    const char *const layoutName = rows[std::size_t(indexOf(indexPath))].layoutName;
-    const auto screen = layoutName
-                            ? AppDelegate::shared().catalogue().screenNamed(QString::fromUtf8(layoutName))
-                            : std::shared_ptr<ViewController>();
+    const Row &row = rows[std::size_t(indexOf(indexPath))];
+    if (row.opens == Page) {
+        openPage(StationConfiguration::current().*row.page);
+        return;
+    }
+    const auto screen = AppDelegate::shared().catalogue().screenNamed(QString::fromUtf8(row.layoutName));
     if (!screen) {
         showNotThereYet();
         return;
     }
-    screen->setProperty("strTitle", titleOfRow(indexPath));
-    AppDelegate::shared().revealSideViewController()->popViewControllerWithNewCenterController(screen, true);
+    const QString strTitle = QString::fromUtf8(row.strTitle);
+    setIfGiven(*screen, "strTitle",
+               strTitle.isEmpty() && !strTitle.isNull() ? titleOfRow(indexPath) : strTitle);
+    setIfGiven(*screen, "strType", QString::fromUtf8(row.strType));
+    setIfGiven(*screen, "url", QString::fromUtf8(row.url));
+    if (row.opens == Modal)
+        presentViewController(screen, false);
+    else
+        becomeCentre(screen);
 }
 
 } // namespace orvel

@@ -4,6 +4,8 @@
 #include "api/account/MonoCompteRegister.h"
 #include "api/account/NewsLetterController.h"
 #include "app/MenuController.h"
+#include "screens/radio/FrequenceController.h"
+#include "screens/radio/RadioFav.h"
 #include "screens/radio/RadioViewController.h"
 
 namespace orvel {
@@ -22,8 +24,9 @@ struct Entry
     std::shared_ptr<ViewController> (*make)();
 };
 constexpr Entry screens[] = {
-    {"MenuController", make<MenuController>},           {"MonoCompteController", make<MonoCompteController>},
-    {"MonoCompteRegister", make<MonoCompteRegister>},   {"NewsLetterController", make<NewsLetterController>},
+    {"FrequenceController", make<FrequenceController>},   {"MenuController", make<MenuController>},
+    {"MonoCompteController", make<MonoCompteController>}, {"MonoCompteRegister", make<MonoCompteRegister>},
+    {"NewsLetterController", make<NewsLetterController>}, {"RadioFav", make<RadioFav>},
     {"RadioViewController", make<RadioViewController>},
 };
 

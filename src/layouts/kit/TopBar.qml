@@ -2,12 +2,14 @@ import QtQuick
 import Orvel.Kit
 import Orvel.Ui
 
-// A screen's top bar: its button at the left, and in the middle its title, or the station's name while it has none. What is
-// placed inside stands at the right.
+// A screen's top bar: its button at the left, and in the middle its title. While that is empty, `untitled` stands
+// there, or the station's name when there is none. What is placed inside stands at the right.
 Rectangle {
     id: root
 
-    required property LabelOutlet title
+    property LabelOutlet title: null
+    property string titleText: title === null ? "" : title.text
+    property string untitled
     property string buttonIcon: "menu"
     property string buttonText: "Menu"
     default property alias actions: actionRow.data
@@ -31,8 +33,13 @@ Rectangle {
     }
     OutletText {
         outlet: root.title
+        text: outlet.text === "" ? root.untitled : outlet.text
         anchors.centerIn: parent
         width: Math.min(implicitWidth, parent.width - 2 * Math.max(60, actionRow.width + 12))
+        visible: text !== ""
+        text: root.titleText
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
         color: Theme.inkText
         font.pixelSize: Theme.fontTitle
         font.weight: Font.DemiBold
@@ -41,7 +48,7 @@ Rectangle {
     }
     NamedIcon {
         anchors.centerIn: parent
-        visible: root.title.text === ""
+        visible: root.titleText === "" && root.untitled === ""
         width: 80
         height: 24
         name: "wordmark"

@@ -25,7 +25,7 @@ public:
             action(*this);
     }
 
-    OUTLET_VALUE(QString, text, setText);
+    OUTLET_VALUE(QString, text, setText) = QStringLiteral("");
     // The inner field is drawn on dark grey with its text at the left.
     OUTLET_VALUE(bool, darkField, setDarkField) = false;
     Action m_action;

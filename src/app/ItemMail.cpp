@@ -1,0 +1,39 @@
+#include "app/ItemMail.h"
+
+#include "app/PictureDownload.h"
+#include "app/StationMail.h"
+#include "platform/foundation/FormatText.h"
+
+#include <QBuffer>
+
+namespace orvel {
+
+namespace {
+
+QByteArray jpegOf(const QImage &picture)
+{
+    constexpr int bestQuality = 100;
+    QBuffer file;
+    picture.save(&file, "JPEG", bestQuality);
+    return file.data();
+}
+
+} // namespace
+
+void ItemMail::emailCall(const QString &title, const QString &pictureUrl, const QImage &shown,
+                         ViewController &presenter)
+{
+    StationMail::compose(presenter, [&]() -> std::optional<MailDraft> {
+        const std::optional<QByteArray> picture =
+            shown.isNull() ? downloadPicture(pictureUrl) : jpegOf(shown);
+        if (!picture)
+            return std::nullopt;
+        return MailDraft{.recipients = {QStringLiteral("")},
+                         .body = formatText(title),
+                         .attachment = *picture,
+                         .attachmentType = QStringLiteral("image/jpeg"),
+                         .attachmentName = QStringLiteral("photo.jpeg")};
+    });
+}
+
+} // namespace orvel

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "api/json/JsonValue.h"
+
+#include <QImage>
+
+namespace orvel {
+
+class ViewController;
+
+// What an item of a list ("title", "media_url", "picture") is shared as, for the screens that have share
+// buttons on their rows. Main thread.
+class ItemShare
+{
+public:
+    // `shown` is the picture that the item's cell shows now, or a null one.
+    explicit ItemShare(const JsonValue &item, const QImage &shown = {});
+
+    void functionFacebook(ViewController &presenter) const;
+    // Both may wait for the picture: call them from a delayed perform, under the progress overlay, which they
+    // hide.
+    void callTwiter(ViewController &presenter) const;
+    void emailCall(ViewController &presenter) const;
+
+private:
+    QString m_title;
+    QString m_url; // of the picture
+    QImage m_shown;
+};
+
+} // namespace orvel

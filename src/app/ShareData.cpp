@@ -1,0 +1,60 @@
+#include "app/ShareData.h"
+
+#include "app/GLOB.h"
+#include "app/PictureDownload.h"
+#include "platform/foundation/FormatText.h"
+#include "platform/foundation/Log.h"
+#include "platform/ui/ComposeViewController.h"
+#include "platform/ui/PictureDecoder.h"
+#include "platform/ui/Window.h"
+
+namespace orvel {
+
+namespace {
+
+std::shared_ptr<ComposeViewController> shareSheet(ServiceType serviceType, const QString &text)
+{
+    const auto sheet = std::make_shared<ComposeViewController>(serviceType);
+    sheet->setInitialText(formatText(text));
+    sheet->setCompletionHandler([serviceType](ComposeResult result) {
+        qCInfo(logApp, "start completion block");
+        if (result == ComposeResult::Cancelled)
+            return;
+        const QString service =
+            serviceType == ServiceType::Facebook ? QStringLiteral("Facebook") : QStringLiteral("Twitter");
+        Window::showAlert(service + QStringLiteral(" Message"),
+                          result == ComposeResult::Done ? service + QStringLiteral(" Post Successfull")
+                                                        : QString(),
+                          {QStringLiteral("Ok")});
+    });
+    return sheet;
+}
+
+} // namespace
+
+void ShareData::functionFacebook(const QString &text, const QString &url, ViewController &presenter) const
+{
+    const auto sheet = shareSheet(ServiceType::Facebook, text);
+    sheet->addURL(formatText(url));
+    presenter.presentViewController(sheet, true);
+}
+
+void ShareData::functionTwitter(const QString &text, const QImage &image, const QString &url,
+                                ViewController &presenter) const
+{
+    const auto alive = presenter.shared_from_this();
+    const auto sheet = shareSheet(ServiceType::Twitter, text);
+    QImage picture = image;
+    if (picture.isNull()) {
+        const std::optional<QByteArray> bytes = downloadPicture(url);
+        if (!bytes)
+            return;
+        picture = decodePicture(*bytes);
+    }
+    if (!picture.isNull())
+        sheet->addImage(picture);
+    presenter.presentViewController(sheet, true);
+    GLOB::glob_HideHud();
+}
+
+} // namespace orvel

@@ -1,0 +1,65 @@
+import QtQuick
+import Orvel.App
+import Orvel.Kit
+
+// A city with its region, and at the right the frequency as on a tuner's dial.
+TableRow {
+    id: root
+
+    required property CellCustomFrequence cell
+
+    text: cell.lblTitle.text
+    Accessible.description: cell.lblFrequency.text + ", " + cell.lblDesc.text
+    normalColor: Theme.row
+    pressedColor: Theme.row
+
+    Column {
+        x: Theme.margin
+        anchors.right: dial.left
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 2
+
+        OutletText {
+            outlet: root.cell.lblTitle
+            width: parent.width
+            font.weight: Font.DemiBold
+        }
+        OutletText {
+            outlet: root.cell.lblDesc
+            width: parent.width
+            color: Theme.textSoft
+            font.pixelSize: Theme.fontSmall
+        }
+    }
+    Rectangle {
+        y: parent.height - 1
+        width: parent.width
+        height: 1
+        color: Theme.rowLine
+    }
+    NamedIcon {
+        id: dial
+        anchors.right: parent.right
+        width: 104
+        height: parent.height
+        visible: !root.cell.vfreq.hidden
+        name: "lblf"
+        fillMode: Image.Tile
+        sourceSize: Qt.size(8, 8)
+
+        OutletText {
+            outlet: root.cell.lblFrequency
+            anchors.centerIn: parent
+            width: Math.min(implicitWidth, parent.width - 16)
+            color: Theme.inkText
+            font.weight: Font.DemiBold
+        }
+        Rectangle {
+            y: parent.height - 1
+            width: parent.width
+            height: 1
+            color: Theme.inkLine
+        }
+    }
+}

@@ -1,0 +1,53 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Qt.labs.qmlmodels
+import Orvel.App
+import Orvel.Kit
+
+// The FM frequencies, a row a city.
+Rectangle {
+    id: root
+
+    required property FrequenceController screen
+
+    color: Theme.page
+
+    EmptyNote {
+        anchors.centerIn: parent
+        visible: root.screen.tableCont.contentHeight === 0
+        title: "Pas encore de fréquences"
+        hint: "Si la liste tarde, ouvrez le menu et choisissez « Fréquences » pour réessayer."
+    }
+    Table {
+        id: list
+        anchors.fill: parent
+        anchors.topMargin: bar.height
+        outlet: root.screen.tableCont
+        delegate: DelegateChooser {
+            role: "kind"
+
+            DelegateChoice {
+                roleValue: "row"
+                CellCustomFrequenceLayout {
+                    table: list
+                }
+            }
+            DelegateChoice {
+                Item {}
+            }
+        }
+    }
+    TopBar {
+        id: bar
+        width: parent.width
+        title: root.screen.lblTitle
+        untitled: "Fréquences"
+        onButtonClicked: root.screen.MenuController()
+
+        IconButton {
+            name: "contact"
+            text: "Contacter la station"
+            onClicked: root.screen.ShowMessage()
+        }
+    }
+}

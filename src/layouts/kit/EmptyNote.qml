@@ -1,0 +1,32 @@
+import QtQuick
+import Orvel.Kit
+
+// What a list says while it has no rows.
+Column {
+    id: root
+
+    required property string title
+    required property string hint
+
+    width: Math.min(320, (parent?.width ?? 0) - 48)
+    spacing: 6
+
+    Text {
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+        text: root.title
+        color: Theme.text
+        font.pixelSize: Theme.fontTitle
+        font.weight: Font.DemiBold
+    }
+    Text {
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+        lineHeight: 1.25
+        text: root.hint
+        color: Theme.textSoft
+        font.pixelSize: Theme.fontSmall
+    }
+}

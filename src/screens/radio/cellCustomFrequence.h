@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/ui/Label.h"
+#include "platform/ui/Outlet.h"
+#include "platform/ui/TableViewCell.h"
+
+namespace orvel {
+
+// One city with its region and the frequency there.
+class cellCustomFrequence : public orvel::TableViewCell
+{
+    Q_OBJECT
+    QML_NAMED_ELEMENT(CellCustomFrequence)
+    QML_UNCREATABLE("Cells are made by their table")
+    OUTLET(Label, lblTitle);
+    OUTLET(Label, lblDesc);
+    OUTLET(Label, lblFrequency);
+    // Lies behind the frequency; the layout fills it with the pattern "lblf.png".
+    OUTLET(View, vfreq);
+};
+
+} // namespace orvel
