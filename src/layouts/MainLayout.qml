@@ -3,17 +3,18 @@ import Orvel.Kit
 import Orvel.Shell
 import Orvel.Ui
 
-// The window: the root screen, the screen presented over it, the alert in front, the progress overlay.
+// The window: the root screen, the screen presented over it, the alert or action sheet in front, the progress overlay.
 FocusScope {
     id: root
 
     required property WindowOutlet window
-    readonly property AlertView alert: window.alert
+    readonly property QtObject question: window.alert ?? window.actionSheet
     readonly property ViewController presented: window.presentedViewController
 
     focus: true
-    onAlertChanged: (alert ? alertPanel : screens).forceActiveFocus()
-    onPresentedChanged: (presented ? presentedView : rootView).forceActiveFocus()
+    onQuestionChanged: (window.alert ? alertPanel : window.actionSheet ? sheetPanel : screens).forceActiveFocus()
+    // Within the screens: a question in front keeps the keyboard.
+    onPresentedChanged: (presented ? presentedView : rootView).focus = true
 
     Rectangle {
         anchors.fill: parent
@@ -22,7 +23,7 @@ FocusScope {
     FocusScope {
         id: screens
         anchors.fill: parent
-        enabled: root.alert === null
+        enabled: root.question === null
         focus: true
 
         ScreenView {
@@ -42,7 +43,12 @@ FocusScope {
     AlertPanel {
         id: alertPanel
         anchors.fill: parent
-        alert: root.alert
+        alert: root.window.alert
+    }
+    ActionSheetPanel {
+        id: sheetPanel
+        anchors.fill: parent
+        sheet: root.window.actionSheet
     }
     HudOverlay {
         anchors.fill: parent

@@ -7,14 +7,16 @@ T.AbstractButton {
     id: root
 
     property bool preferred: false
+    property color ground: preferred ? Theme.gold : Theme.page
 
-    implicitHeight: 46
+    implicitHeight: Math.max(46, label.implicitHeight + 20)
     Accessible.role: Accessible.Button
     Accessible.name: text
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
     contentItem: Text {
+        id: label
         text: root.text
         textFormat: Text.PlainText
         color: root.preferred ? Theme.ink : Theme.text
@@ -26,7 +28,7 @@ T.AbstractButton {
     }
     background: Rectangle {
         radius: 12
-        color: root.preferred ? Theme.gold : Theme.page
+        color: root.ground
         opacity: root.down ? 0.75 : 1
 
         FocusRing {

@@ -20,6 +20,8 @@ QtObject {
     readonly property color rowLine: "#ebe5d9"
     readonly property color text: "#1c1810"
     readonly property color textSoft: "#6a6255"
+    // A field's line, seen clearly against row and page.
+    readonly property color fieldLine: "#968c7a"
     readonly property color placeholder: "#efeae0"
     readonly property color shade: "#000000"
     // The menu's section titles and lines.

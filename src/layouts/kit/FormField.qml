@@ -1,0 +1,101 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Orvel.Kit
+import Orvel.Ui
+
+// A field of a form under its label. Text, focus and place go back to the outlet; the Enter key tells it.
+FocusScope {
+    id: root
+
+    required property TextFieldOutlet outlet
+    required property string label
+    // The page that the field stands on, to be scrolled to it.
+    required property FormPage page
+    property string hint
+    property bool password: false
+    property alias inputMethodHints: input.inputMethodHints
+
+    // The place on the page; what it depends on are the arguments.
+    function placeOnPage(place: rect, pageWidth: real, pageHeight: real): rect {
+        return mapToItem(page, 0, 0, width, height);
+    }
+
+    Layout.fillWidth: true
+    implicitHeight: title.height + 6 + input.height
+    visible: !outlet.hidden
+
+    Binding {
+        target: root.outlet
+        property: "frame"
+        value: root.placeOnPage(Qt.rect(root.x, root.y, root.width, root.height), root.page.width, root.page.height)
+        restoreMode: Binding.RestoreNone
+    }
+    Connections {
+        target: root.outlet
+
+        function onFocusWanted(wanted: bool) {
+            if (wanted)
+                input.forceActiveFocus(Qt.OtherFocusReason);
+            else
+                input.focus = false;
+        }
+    }
+    Text {
+        id: title
+        width: parent.width
+        text: root.label
+        color: Theme.textSoft
+        elide: Text.ElideRight
+        font.pixelSize: Theme.fontSmall
+        font.weight: Font.Medium
+        Accessible.ignored: true
+    }
+    T.TextField {
+        id: input
+        y: title.height + 6
+        width: parent.width
+        implicitHeight: Math.max(Theme.touch + 4, contentHeight + 20)
+        leftPadding: root.outlet.leftImage === "" ? 12 : 16
+        rightPadding: 12
+        verticalAlignment: TextInput.AlignVCenter
+        horizontalAlignment: TextInput.AlignLeft
+        focus: true
+        color: Theme.text
+        selectionColor: Theme.gold
+        selectedTextColor: Theme.ink
+        echoMode: root.password ? TextInput.Password : TextInput.Normal
+        inputMethodHints: root.password ? Qt.ImhSensitiveData | Qt.ImhHiddenText | Qt.ImhNoAutoUppercase : Qt.ImhNone
+        font.family: Theme.fontFamily
+        font.pixelSize: Theme.fontBody
+        selectByMouse: true
+        Accessible.role: Accessible.EditableText
+        Accessible.name: root.label
+        Accessible.passwordEdit: root.password
+        onTextEdited: root.outlet.text = text
+        onAccepted: root.outlet.returnKey()
+        onActiveFocusChanged: activeFocus ? root.outlet.beginEditing() : root.outlet.endEditing()
+        onVisualFocusChanged: if (visualFocus) root.page.reveal(root)
+
+        background: FieldGround {
+            active: input.activeFocus
+        }
+
+        Binding {
+            target: input
+            property: "text"
+            value: root.outlet.text
+        }
+        Text {
+            anchors.verticalCenter: parent.verticalCenter
+            x: input.leftPadding
+            width: input.width - x - input.rightPadding
+            visible: input.text === "" && input.preeditText === ""
+            text: root.hint
+            color: Theme.textSoft
+            elide: Text.ElideRight
+            font: input.font
+            Accessible.ignored: true
+        }
+    }
+}

@@ -1,0 +1,76 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Orvel.Kit
+import Orvel.Ui
+
+// A screen to fill in: a bar with the way out, which Escape and Back take as well, and under it a column of fields that
+// scrolls when the window is too low for it. In a wide window the column is a card in the middle. What is placed inside stands
+// in the column.
+FocusScope {
+    id: root
+
+    property string title
+    property string buttonIcon: "close"
+    property string buttonText: "Annuler"
+    // The card's line, where a screen sets one.
+    property BorderedViewOutlet panel: null
+    // The column takes the page's whole height, for a field that grows.
+    property bool fills: false
+    property alias actions: bar.actions
+    default property alias content: column.data
+    readonly property bool wide: width >= Theme.wideFrom
+    signal buttonClicked
+
+    // Scrolls so far that `item`, inside the column, can be seen.
+    function reveal(item: Item): void {
+        const top = item.mapToItem(flick.contentItem, 0, 0).y;
+        flick.contentY = Math.max(0, Math.min(flick.contentHeight - flick.height, Math.max(top + item.height + 16 - flick.height, Math.min(flick.contentY, top - 16))));
+    }
+
+    Keys.onEscapePressed: buttonClicked()
+    Keys.onBackPressed: buttonClicked()
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.page
+    }
+    TopBar {
+        id: bar
+        width: parent.width
+        titleText: root.title
+        buttonIcon: root.buttonIcon
+        buttonText: root.buttonText
+        onButtonClicked: root.buttonClicked()
+    }
+    Flickable {
+        id: flick
+        anchors.fill: parent
+        anchors.topMargin: bar.height
+        contentHeight: card.height + 2 * card.y
+        boundsMovement: Flickable.FollowBoundsBehavior
+        clip: true
+        T.ScrollBar.vertical: ThinScrollBar {}
+
+        Rectangle {
+            id: card
+            readonly property real inset: root.wide ? 32 : root.panel === null ? 0 : 16
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: root.wide ? Math.max(16, Math.min(48, (flick.height - column.implicitHeight - 2 * inset) / 2)) : Theme.margin
+            width: Math.min(flick.width - 2 * Theme.margin, 560)
+            height: Math.max(column.implicitHeight + 2 * inset, root.fills ? Math.min(flick.height - 2 * y, root.wide ? 640 : flick.height) : 0)
+            radius: 16
+            color: root.wide || root.panel !== null ? Theme.row : "transparent"
+            border.width: root.panel === null ? 0 : root.panel.borderWidth
+            border.color: root.panel === null ? "transparent" : root.panel.borderColor
+
+            ColumnLayout {
+                id: column
+                anchors.fill: parent
+                anchors.margins: card.inset
+                spacing: 14
+            }
+        }
+    }
+}

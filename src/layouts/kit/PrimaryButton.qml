@@ -1,0 +1,16 @@
+import QtQuick.Layouts
+import Orvel.Kit
+import Orvel.Ui
+
+// The button that a form leads to. With an outlet it is a button of its screen.
+PanelButton {
+    property ButtonOutlet outlet: null
+
+    Layout.fillWidth: true
+    implicitHeight: 50
+    preferred: true
+    visible: outlet === null || !outlet.hidden
+    enabled: outlet === null || outlet.enabled
+    opacity: enabled ? 1 : 0.45
+    onClicked: if (outlet !== null) outlet.touchUpInside()
+}

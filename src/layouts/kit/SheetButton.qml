@@ -1,0 +1,55 @@
+import QtQuick
+import QtQuick.Templates as T
+import Orvel.Kit
+
+// One choice of an action sheet. Arrow keys go to its neighbours.
+T.AbstractButton {
+    id: root
+
+    // A line parts it from what is above.
+    property bool lined: false
+
+    implicitHeight: Math.max(54, label.implicitHeight + 24)
+    hoverEnabled: true
+    font.pixelSize: Theme.fontTitle
+    font.weight: Font.Medium
+    Accessible.role: Accessible.Button
+    Accessible.name: text
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+    Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+
+    contentItem: Text {
+        id: label
+        text: root.text
+        textFormat: Text.PlainText
+        color: Theme.text
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        wrapMode: Text.Wrap
+        maximumLineCount: 2
+        elide: Text.ElideRight
+        font: root.font
+    }
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            anchors.margins: 4
+            radius: 12
+            color: root.down ? Theme.rowPressed : root.hovered ? Theme.page : "transparent"
+        }
+        Rectangle {
+            width: parent.width
+            height: 1
+            visible: root.lined
+            color: Theme.rowLine
+        }
+        FocusRing {
+            anchors.fill: parent
+            anchors.margins: 4
+            radius: 12
+            visible: root.visualFocus
+        }
+    }
+}

@@ -1,0 +1,70 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Orvel.Kit
+import Orvel.Ui
+
+// A field of several lines under its label, which takes what height is left on its page. What is typed goes back to the
+// outlet. Tab leaves it.
+FocusScope {
+    id: root
+
+    required property TextViewOutlet outlet
+    required property string label
+
+    Layout.fillWidth: true
+    Layout.fillHeight: true
+    Layout.minimumHeight: 132
+    visible: !outlet.hidden
+
+    Text {
+        id: title
+        width: parent.width
+        text: root.label
+        color: Theme.textSoft
+        elide: Text.ElideRight
+        font.pixelSize: Theme.fontSmall
+        font.weight: Font.Medium
+        Accessible.ignored: true
+    }
+    FieldGround {
+        anchors.fill: parent
+        anchors.topMargin: title.height + 6
+        active: input.activeFocus
+
+        Flickable {
+            id: flick
+            anchors.fill: parent
+            anchors.margins: 2
+            boundsMovement: Flickable.FollowBoundsBehavior
+            clip: true
+            T.ScrollBar.vertical: ThinScrollBar {}
+
+            T.TextArea.flickable: T.TextArea {
+                id: input
+                padding: 10
+                focus: true
+                color: Theme.text
+                selectionColor: Theme.gold
+                selectedTextColor: Theme.ink
+                textFormat: TextEdit.PlainText
+                wrapMode: TextEdit.Wrap
+                font.family: Theme.fontFamily
+                font.pixelSize: Theme.fontBody
+                selectByMouse: true
+                Accessible.role: Accessible.EditableText
+                Accessible.name: root.label
+                Accessible.multiLine: true
+                onTextChanged: if (activeFocus) root.outlet.text = text
+                Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+                Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
+
+                Binding {
+                    target: input
+                    property: "text"
+                    value: root.outlet.text
+                }
+            }
+        }
+    }
+}
