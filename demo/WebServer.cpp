@@ -20,6 +20,7 @@ WebRequest readRequest(const httplib::Request &request, bool post)
         result.query = QByteArray::fromStdString(request.target.substr(mark + 1));
     for (const auto &[name, value] : request.headers)
         result.headers.insert(QByteArray::fromStdString(name).toLower(), QByteArray::fromStdString(value));
+    result.body = QByteArray::fromStdString(request.body);
     return result;
 }
 

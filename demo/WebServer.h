@@ -20,6 +20,7 @@ struct WebRequest
     QString path;                          // decoded
     QByteArray query;                      // as sent, without the question mark
     QHash<QByteArray, QByteArray> headers; // names in lower case
+    QByteArray body;
 };
 
 struct WebAnswer

@@ -107,6 +107,7 @@ TEST(StationApiTest, RefusesWhatIsNotSignedForTheService)
         {"of the network", site, signedHeaders("reseau", "cle-du-reseau", "webradio"), 403},
         {"signed, of no endpoint", station->siteUrl() + "/api/rien",
          signedHeaders("station", "cle-de-la-station", "rien"), 404},
+        {"login, unsigned", station->siteUrl() + "/api/login", {}, 403},
         {"to the network", station->networkWebradioUrl(),
          signedHeaders("reseau", "cle-du-reseau", "webradio"), 200},
         {"to the network with the station's key", station->networkWebradioUrl(),
@@ -115,7 +116,9 @@ TEST(StationApiTest, RefusesWhatIsNotSignedForTheService)
     for (const auto &test : cases) {
         const Answer answer = post(test.url, test.headers);
         EXPECT_EQ(answer.status, test.status) << test.name;
-        const QJsonObject envelope = QJsonDocument::fromJson(answer.body).object();
+        QJsonObject envelope = QJsonDocument::fromJson(answer.body).object();
+        if (test.url.endsWith("/login"))
+            envelope = envelope["0"].toObject();
         EXPECT_EQ(envelope["content"].toArray().isEmpty(), test.status != 200) << test.name;
         EXPECT_EQ(envelope["error"]["message"].toString().isEmpty(), test.status == 200) << test.name;
     }
