@@ -1,35 +1,29 @@
 #include "screens/radio/RadioViewController.h"
 
 #include "app/AppDelegate.h"
+#include "app/FavouriteStore.h"
 #include "app/GLOB.h"
-#include "app/MenuController.h"
+#include "audio/probe/StreamMetadataGetter.h"
 #include "platform/foundation/FormatText.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/MainQueue.h"
 #include "platform/foundation/NotificationCentre.h"
+#include "screens/radio/RadioRows.h"
 #include "screens/radio/cellCustomRadio.h"
 
-#include <algorithm>
+#include <unordered_set>
 
 namespace orvel {
 
 namespace {
 
 constexpr double headerHeight = 352;
-constexpr double rowHeight = 60;
-
-const QString favIcon = QStringLiteral("list_fav_icon.png");
-const QString favIconFull = QStringLiteral("list_fav_icon_full.png");
+constexpr double secondsBetweenRounds = 120; // of title probes
 
 // The last scroll offset seen by any list of web radios.
 double lastContentOffset = 0;
 
 QPointF centerOf(const View &view) { return view.frame().center(); }
-
-void setImages(Button &button, const QString &name)
-{
-    button.setImage(name, ControlState::Normal);
-    button.setImage(name, ControlState::Highlighted);
-}
 
 QString emptyWhenNull(const JsonValue &value) { return value.isNull() ? QStringLiteral("") : value.text(); }
 
@@ -73,17 +67,15 @@ void RadioViewController::functionGetData()
 
 void RadioViewController::PostSuccess(const JsonValue &response)
 {
-    const std::vector<JsonValue> favourites = GLOB::glob_favArray().value_or(std::vector<JsonValue>());
+    std::unordered_set<qint64> favourites;
+    for (const JsonValue &favourite : GLOB::glob_favArray().value_or(std::vector<JsonValue>()))
+        favourites.insert(favourite["id"].integerValue());
     m_strURL = response["media_url"].text();
     const JsonValue content = response["content"];
     for (JsonValue entry : content.isArray() ? content.values() : std::vector<JsonValue>()) {
         if (!entry.isObject())
             continue;
-        const qint64 identifier = entry["id"].integerValue();
-        const bool isFavourite =
-            std::any_of(favourites.begin(), favourites.end(), [&](const JsonValue &favourite) {
-                return favourite["id"].integerValue() == identifier;
-            });
+        const bool isFavourite = favourites.contains(entry["id"].integerValue());
         entry.set(QStringLiteral("fav"), isFavourite ? favIconFull : favIcon);
         entry.set(QStringLiteral("songtitle"), QStringLiteral(""));
         entry.set(QStringLiteral("imageurl"), m_strURL);
@@ -94,6 +86,8 @@ void RadioViewController::PostSuccess(const JsonValue &response)
     if (radio && radio->isPlaying())
         setDataRadio();
     GLOB::glob_HideHud();
+    m_intTitle = -1;
+    MainQueue::async([screen = shared(this)] { screen->fire(); });
 }
 
 void RadioViewController::PostFail(const QString &message)
@@ -107,11 +101,17 @@ JsonValue RadioViewController::entryAt(qsizetype row) const
     return row >= 0 && row < qsizetype(m_array.size()) ? m_array[std::size_t(row)] : JsonValue();
 }
 
+void RadioViewController::setInEntry(qsizetype row, const QString &key, const QString &value)
+{
+    if (row >= 0 && row < qsizetype(m_array.size()))
+        m_array[std::size_t(row)].set(key, value);
+}
+
 int RadioViewController::numberOfSectionsInTableView(TableView &) { return 1; }
 
 int RadioViewController::numberOfRowsInSection(TableView &, int) { return int(m_array.size()); }
 
-double RadioViewController::heightForRowAtIndexPath(TableView &, IndexPath) { return rowHeight; }
+double RadioViewController::heightForRowAtIndexPath(TableView &, IndexPath) { return radioRowHeight; }
 
 double RadioViewController::heightForHeaderInSection(TableView &, int) { return headerHeight; }
 
@@ -125,12 +125,8 @@ std::shared_ptr<TableViewCell> RadioViewController::cellForRowAtIndexPath(TableV
     const auto cell = std::static_pointer_cast<cellCustomRadio>(
         tableView.dequeueReusableCellWithIdentifier(QStringLiteral("cell")));
     const JsonValue entry = entryAt(indexPath.row);
-    cell->img.setImageWithProgressIndicatorAndURL(formatPath(entry["imageurl"].text(), entry["file"].text()),
-                                                  centerOf(cell->img));
-    cell->lblTitle.setText(entry["title"].text());
+    cell->showRadio(entry, indexPath.row, [this](Button &sender) { functionAddFav(sender); });
     cell->lblDesc.setText(emptyWhenNull(entry["songtitle"]));
-    cell->btnFav.setTag(indexPath.row);
-    cell->btnFav.setBackgroundImage(entry["fav"].text());
     return cell;
 }
 
@@ -229,6 +225,72 @@ void RadioViewController::functionsongtitle(const QString &object)
     AppDelegate::shared().gl4 = bl2.text();
 }
 
+void RadioViewController::fire()
+{
+    ++m_intTitle;
+    // The last radio of the list is never asked.
+    if (m_intTitle + 1 >= int(m_array.size())) {
+        m_intTitle = -1;
+        performAfterDelay(secondsBetweenRounds, [this] { fire(); });
+        return;
+    }
+    probeTitle(m_intTitle);
+}
+
+void RadioViewController::probeTitle(int row)
+{
+    const auto done = [screen = shared(this), row](const std::optional<MetadataDictionary> &metadata) {
+        screen->titleWasProbed(row, metadata);
+    };
+    const std::optional<Url> url = Url::fromText(entryAt(row)["flux_aac"].text());
+    if (!url) {
+        MainQueue::async([done] { done({}); });
+        return;
+    }
+    // Its own handler keeps the probe, until it was called or the stream has ended without a title.
+    const auto probe = std::make_shared<StreamMetadataGetter>(QStringLiteral("My Queue"));
+    probe->getMetadataFromUrl(
+        *url, [probe, done](const auto &metadata, const auto &, const auto &) { done(metadata); });
+}
+
+void RadioViewController::titleWasProbed(int row, const std::optional<MetadataDictionary> &metadata)
+{
+    const MetadataDictionary fields = metadata.value_or(MetadataDictionary());
+    setInEntry(row, QStringLiteral("songtitle"),
+               fields.value(QStringLiteral("StreamTitle"), QStringLiteral("")));
+    tableCont.reloadRowsAtIndexPaths({{0, row}}, TableView::RowAnimation::None);
+    fire();
+    qCInfo(logApp) << fields;
+}
+
+void RadioViewController::functionAddFav(Button &sender)
+{
+    if (!mayChangeFavourites(QStringLiteral("You must login before do favriout/unfavriout"), *this))
+        return;
+    const int row = sender.tag();
+    if (entryAt(row)["fav"].text() != favIcon) {
+        askToUnfavourite(entryAt(row), shared(this), row);
+        return;
+    }
+    GLOB::glob_ShowHud();
+    setInEntry(row, QStringLiteral("fav"), favIconFull);
+    sender.setImage(favIconFull, ControlState::Normal);
+    FavouriteStore().add(entryAt(row));
+    GLOB::glob_HideHud();
+}
+
+void RadioViewController::clickedButtonAtIndex(AlertView &alertView, int buttonIndex)
+{
+    if (buttonIndex != unfavouriteButton)
+        return;
+    GLOB::glob_ShowHud();
+    const int row = alertView.tag();
+    FavouriteStore().remove(entryAt(row)["id"].integerValue());
+    setInEntry(row, QStringLiteral("fav"), favIcon);
+    tableCont.reloadRowsAtIndexPaths({{0, row}}, TableView::RowAnimation::Fade);
+    GLOB::glob_HideHud();
+}
+
 void RadioViewController::scrollViewDidScroll(TableView &tableView)
 {
     const double offset = tableView.contentOffset();
@@ -248,5 +310,23 @@ void RadioViewController::acctionMenu()
     AppDelegate::shared().revealSideViewController()->pushOldViewControllerOnDirection(
         RevealSideViewController::Side::Left, true);
 }
+
+void RadioViewController::acctionFacebook()
+{
+    m_shareData.functionFacebook(hl1.text(), AppDelegate::shared().gurl2, *this);
+}
+
+void RadioViewController::acctionTwitter()
+{
+    GLOB::glob_ShowHud();
+    performAfterDelay(0.1, [this] { callTwiter(); });
+}
+
+void RadioViewController::callTwiter()
+{
+    m_shareData.functionTwitter(hl1.text(), himgsinger.image(), AppDelegate::shared().gurl2, *this);
+}
+
+void RadioViewController::acctionEmail() { m_shareData.shairEmailOption(shared_from_this()); }
 
 } // namespace orvel

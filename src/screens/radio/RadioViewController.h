@@ -1,6 +1,9 @@
 #pragma once
 
 #include "api/PostData.h"
+#include "app/ShareData.h"
+#include "audio/probe/MetadataReading.h"
+#include "platform/ui/AlertView.h"
 #include "platform/ui/Button.h"
 #include "platform/ui/ImageView.h"
 #include "platform/ui/Label.h"
@@ -17,7 +20,8 @@ namespace orvel {
 class RadioViewController : public orvel::ViewController,
                             public PostDataDelegate,
                             public TableViewDataSource,
-                            public TableViewDelegate
+                            public TableViewDelegate,
+                            public AlertViewDelegate
 {
     Q_OBJECT
     QML_ELEMENT
@@ -60,7 +64,19 @@ public:
     void setDataRadio();
     void function_PlayPause();
     void functionsongtitle(const QString &object);
+    // Probes the next radio for the title it plays. From each probe's completion the next one begins, and two
+    // minutes after the last the round begins anew, for as long as every probe is completed; the pending call
+    // or the probe keeps the screen alive.
+    void fire();
+    void functionAddFav(Button &sender);
     Q_INVOKABLE void acctionMenu();
+    Q_INVOKABLE void acctionFacebook();
+    Q_INVOKABLE void acctionTwitter();
+    Q_INVOKABLE void acctionEmail();
+    void acctionGoogle() {}
+    void acctionLike() {}
+    // The contact sheet in every screen's numbering. The screen's one contact button is acctionEmail's.
+    void ShowMessage() { m_contactSheet->ShowMessage(*this); }
 
     int numberOfSectionsInTableView(TableView &tableView) override;
     int numberOfRowsInSection(TableView &tableView, int section) override;
@@ -70,6 +86,7 @@ public:
     QObject *viewForHeaderInSection(TableView &tableView, int section) override;
     void didSelectRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
     void scrollViewDidScroll(TableView &tableView) override;
+    void clickedButtonAtIndex(AlertView &alertView, int buttonIndex) override;
 
 protected:
     void viewDidLoad() override;
@@ -77,12 +94,19 @@ protected:
 
 private:
     JsonValue entryAt(qsizetype row) const;
+    void setInEntry(qsizetype row, const QString &key, const QString &value);
     void playEntry(const JsonValue &entry);
     void showPlaying(bool isPlaying);
+    void probeTitle(int row);
+    void titleWasProbed(int row, const std::optional<MetadataDictionary> &metadata);
+    void callTwiter();
 
+    qint32 m_intTitle = -1;         // the row being probed; -1 between two rounds
     std::vector<JsonValue> m_array; // the list, in server order
     QString m_strURL;               // the media base URL
     View m_viewFooter;              // empty and clear
+    ShareData m_shareData;
+    const std::shared_ptr<ContactSheet> m_contactSheet = ContactSheet::make();
     QObject *viewForFooterInSection(TableView &tableView, int section) override;
 };
 

@@ -1,0 +1,68 @@
+#include "app/FavouriteStore.h"
+
+#include "api/json/JsonText.h"
+#include "platform/foundation/Log.h"
+
+#include <algorithm>
+
+namespace orvel {
+
+namespace {
+
+const QString key = QStringLiteral("arrayFav");
+const QString damagedKey = QStringLiteral("arrayFavDamaged");
+
+bool isListOfRadios(const JsonValue &archive)
+{
+    return archive.isArray() && std::ranges::all_of(archive.values(), &JsonValue::isObject);
+}
+
+} // namespace
+
+std::optional<FavouriteStore::Radios> FavouriteStore::radios() const
+{
+    const QVariant stored = m_defaults.objectForKey(key);
+    if (!stored.isValid())
+        return std::nullopt;
+    const JsonValue archive = JSONFragmentValue(stored.toByteArray());
+    if (isListOfRadios(archive))
+        return archive.values();
+    if (!archive.isNull()) {
+        qCWarning(logApp) << "The stored favourites are damaged; they are kept under" << damagedKey;
+        m_defaults.setObject(stored, damagedKey);
+        m_defaults.setObject(QByteArray("[]"), key);
+        m_defaults.synchronise();
+    }
+    return Radios();
+}
+
+void FavouriteStore::add(const JsonValue &radio)
+{
+    std::optional<Radios> changed = radios();
+    if (changed)
+        changed->insert(changed->begin(), radio);
+    store(changed);
+}
+
+void FavouriteStore::remove(qint64 id)
+{
+    std::optional<Radios> changed = radios();
+    if (changed) {
+        const auto found = std::ranges::find_if(
+            *changed, [id](const JsonValue &radio) { return radio["id"].integerValue() == id; });
+        if (found != changed->end())
+            changed->erase(found);
+    }
+    store(changed);
+}
+
+void FavouriteStore::store(const std::optional<Radios> &radios)
+{
+    const QString archive = JSONFragment(radios ? JsonValue::array(*radios) : JsonValue::null());
+    if (archive.isNull()) // not to be written, and told; what was stored stays
+        return;
+    m_defaults.setObject(archive.toUtf8(), key);
+    m_defaults.synchronise();
+}
+
+} // namespace orvel

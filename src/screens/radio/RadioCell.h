@@ -1,0 +1,27 @@
+#pragma once
+
+#include "api/json/JsonValue.h"
+#include "platform/ui/Button.h"
+#include "platform/ui/ImageView.h"
+#include "platform/ui/Label.h"
+#include "platform/ui/Outlet.h"
+#include "platform/ui/TableViewCell.h"
+
+namespace orvel {
+
+// What every row of a radio shows: its large picture, its name, whether it is a favourite.
+class RadioCell : public orvel::TableViewCell
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Cells are made by their table")
+    OUTLET(ImageView, img);
+    OUTLET(Label, lblTitle);
+    OUTLET(Button, btnFav);
+
+public:
+    // `favTapped` is called with the favourite button, whose tag is the row.
+    void showRadio(const JsonValue &radio, int row, Button::Action favTapped);
+};
+
+} // namespace orvel
