@@ -9,7 +9,7 @@ using namespace orvel::demo;
 
 namespace {
 
-QJsonObject ask(Accounts &accounts, const char *endpoint, const char *form)
+QJsonValue ask(Accounts &accounts, const QByteArray &endpoint, const QByteArray &form)
 {
     return QJsonDocument::fromJson(accounts.answer(endpoint, form)->body).object();
 }
@@ -59,11 +59,11 @@ TEST(AccountsTest, TellsWhatIsWrongWhereTheEndpointPutsIt)
         {"newsletter", "name=A&email=A%40b.fr", "Cette adresse est déjà inscrite à la newsletter."},
     };
     for (const auto &test : cases) {
-        const QJsonObject answer = ask(accounts, test.endpoint, test.form);
+        const QJsonValue answer = ask(accounts, test.endpoint, test.form);
         const bool wraps = qstrcmp(test.endpoint, "register") != 0;
         const QJsonValue error = wraps ? answer["0"]["error"] : answer["error"];
         EXPECT_EQ(error["message"].toString(), QString::fromUtf8(test.message)) << test.form;
-        EXPECT_EQ(answer.contains("content"), test.message == nullptr) << test.form;
+        EXPECT_EQ(answer["content"].isUndefined(), test.message != nullptr) << test.form;
     }
 }
 

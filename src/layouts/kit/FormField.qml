@@ -18,7 +18,7 @@ FocusScope {
 
     // The place on the page; what it depends on are the arguments.
     function placeOnPage(place: rect, pageWidth: real, pageHeight: real): rect {
-        return mapToItem(page, 0, 0, width, height);
+        return page.placeOf(this);
     }
 
     Layout.fillWidth: true
@@ -35,10 +35,9 @@ FocusScope {
         target: root.outlet
 
         function onFocusWanted(wanted: bool) {
-            if (wanted)
-                input.forceActiveFocus(Qt.OtherFocusReason);
-            else
-                input.focus = false;
+            // Within the page: an alert in front keeps the keyboard until it goes.
+            input.focus = wanted;
+            root.focus = root.focus || wanted;
         }
     }
     Text {
@@ -74,8 +73,11 @@ FocusScope {
         Accessible.passwordEdit: root.password
         onTextEdited: root.outlet.text = text
         onAccepted: root.outlet.returnKey()
-        onActiveFocusChanged: activeFocus ? root.outlet.beginEditing() : root.outlet.endEditing()
-        onVisualFocusChanged: if (visualFocus) root.page.reveal(root)
+        onActiveFocusChanged: {
+            activeFocus ? root.outlet.beginEditing() : root.outlet.endEditing();
+            if (activeFocus)
+                root.page.reveal(root);
+        }
 
         background: FieldGround {
             active: input.activeFocus

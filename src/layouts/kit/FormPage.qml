@@ -17,22 +17,38 @@ FocusScope {
     property BorderedViewOutlet panel: null
     // The column takes the page's whole height, for a field that grows.
     property bool fills: false
+    // How many points the page stands above its place, to keep a field clear of the keyboard. It doesn't scroll meanwhile.
+    property int lift: 0
     property alias actions: bar.actions
     default property alias content: column.data
     readonly property bool wide: width >= Theme.wideFrom
     signal buttonClicked
 
+    // Where `item`, inside the column, stands on the page while that isn't scrolled.
+    function placeOf(item: Item): rect {
+        const place = item.mapToItem(flick.contentItem, 0, 0, item.width, item.height);
+        return Qt.rect(place.x, place.y + bar.height, place.width, place.height);
+    }
     // Scrolls so far that `item`, inside the column, can be seen.
     function reveal(item: Item): void {
+        if (lift !== 0)
+            return;
         const top = item.mapToItem(flick.contentItem, 0, 0).y;
         flick.contentY = Math.max(0, Math.min(flick.contentHeight - flick.height, Math.max(top + item.height + 16 - flick.height, Math.min(flick.contentY, top - 16))));
     }
 
+    onLiftChanged: if (lift !== 0) flick.contentY = 0
+    transform: Translate {
+        y: -root.lift
+
+        Behavior on y { NumberAnimation { id: anim; duration: 300 } }
+    }
     Keys.onEscapePressed: buttonClicked()
     Keys.onBackPressed: buttonClicked()
 
     Rectangle {
-        anchors.fill: parent
+        width: parent.width
+        height: parent.height + Math.max(0, root.lift)
         color: Theme.page
     }
     TopBar {
@@ -50,6 +66,7 @@ FocusScope {
         contentHeight: card.height + 2 * card.y
         boundsMovement: Flickable.FollowBoundsBehavior
         clip: true
+        interactive: root.lift === 0
         T.ScrollBar.vertical: ThinScrollBar {}
 
         Rectangle {

@@ -1,0 +1,53 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Orvel.Kit
+import Orvel.Ui
+
+// A check box of a screen beside its label: checked while the button's tag says so, drawn by its background image.
+T.AbstractButton {
+    id: root
+
+    required property ButtonOutlet outlet
+
+    Layout.fillWidth: true
+    implicitHeight: Math.max(Theme.touch, label.implicitHeight + 12)
+    visible: !outlet.hidden
+    enabled: outlet.enabled
+    checked: outlet.tag !== 0
+    Accessible.role: Accessible.CheckBox
+    Accessible.name: text
+    Accessible.checkable: true
+    Accessible.checked: checked
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+    onClicked: outlet.touchUpInside()
+
+    contentItem: Item {
+        NamedIcon {
+            id: box
+            anchors.verticalCenter: parent.verticalCenter
+            x: 2
+            width: 24
+            height: 24
+            name: root.outlet.backgroundImage
+        }
+        Text {
+            id: label
+            anchors.verticalCenter: parent.verticalCenter
+            x: box.x + box.width + 12
+            width: parent.width - x
+            text: root.text
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: Theme.text
+            font.pixelSize: Theme.fontBody
+        }
+    }
+    background: FocusRing {
+        anchors.fill: parent
+        anchors.leftMargin: -6
+        anchors.rightMargin: -6
+        visible: root.visualFocus
+    }
+}
