@@ -86,8 +86,11 @@ void ContactSheet::showSMS(ViewController &presenter)
 
 void ContactSheet::showEmail(ViewController &presenter)
 {
-    StationMail::compose(
-        presenter, [] { return MailDraft{.recipients = {StationConfiguration::current().contactMail}}; });
+    StationMail::compose(presenter, [] {
+        MailDraft draft;
+        draft.recipients = {StationConfiguration::current().contactMail};
+        return draft;
+    });
 }
 
 void ContactSheet::call()

@@ -28,11 +28,13 @@ void ItemMail::emailCall(const QString &title, const QString &pictureUrl, const 
             shown.isNull() ? downloadPicture(pictureUrl) : jpegOf(shown);
         if (!picture)
             return std::nullopt;
-        return MailDraft{.recipients = {QStringLiteral("")},
-                         .body = formatText(title),
-                         .attachment = *picture,
-                         .attachmentType = QStringLiteral("image/jpeg"),
-                         .attachmentName = QStringLiteral("photo.jpeg")};
+        MailDraft draft;
+        draft.recipients = {QStringLiteral("")};
+        draft.body = formatText(title);
+        draft.attachment = *picture;
+        draft.attachmentType = QStringLiteral("image/jpeg");
+        draft.attachmentName = QStringLiteral("photo.jpeg");
+        return draft;
     });
 }
 
