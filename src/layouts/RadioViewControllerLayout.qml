@@ -15,31 +15,12 @@ Rectangle {
 
     color: Theme.page
 
-    Column {
-        id: emptyText
+    EmptyNote {
         anchors.horizontalCenter: parent.horizontalCenter
         y: (root.height + bar.height + root.screen.viewHeader.frame.height - height) / 2
-        width: Math.min(320, parent.width - 48)
-        spacing: 6
         visible: root.empty
-
-        Text {
-            width: parent.width
-            horizontalAlignment: Text.AlignHCenter
-            text: "Pas encore de radios"
-            color: Theme.text
-            font.pixelSize: Theme.fontTitle
-            font.weight: Font.DemiBold
-        }
-        Text {
-            width: parent.width
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            lineHeight: 1.25
-            text: "Si la liste tarde, ouvrez le menu et choisissez « Radios » pour réessayer."
-            color: Theme.textSoft
-            font.pixelSize: Theme.fontSmall
-        }
+        title: "Pas encore de radios"
+        hint: "Si la liste tarde, ouvrez le menu et choisissez « Radios » pour réessayer."
     }
     Table {
         id: list
@@ -74,16 +55,20 @@ Rectangle {
         width: parent.width
         title: root.screen.lblTitle
         onButtonClicked: root.screen.acctionMenu()
-    }
-    RadioViewHideShowLayout {
-        id: floating
-        screen: root.screen
-        anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width - 16, Theme.pageWidth)
-        y: root.barShown ? root.height - height - 8 : root.height
-        visible: y < root.height
-        enabled: root.barShown
 
-        Behavior on y { NumberAnimation { duration: Theme.slide; easing.type: Easing.OutCubic } }
+        IconButton {
+            name: "contact"
+            text: "Contacter la station"
+            onClicked: root.screen.acctionEmail()
+        }
+    }
+    NowPlayingBar {
+        id: floating
+        picture: root.screen.bimgsinger
+        logo: root.screen.bimg
+        title: root.screen.bl1.text === "" ? root.screen.hl1 : root.screen.bl1
+        artist: root.screen.bl2
+        play: root.screen.bplay
+        shown: root.barShown
     }
 }

@@ -7,10 +7,18 @@ Column {
 
     required property string title
     required property string hint
+    property string icon
 
     width: Math.min(320, (parent?.width ?? 0) - 48)
     spacing: 6
 
+    NamedIcon {
+        anchors.horizontalCenter: parent.horizontalCenter
+        visible: root.icon !== ""
+        width: 44
+        height: 44
+        name: root.icon
+    }
     Text {
         width: parent.width
         horizontalAlignment: Text.AlignHCenter

@@ -1,25 +1,37 @@
 import QtQuick
-import Orvel.App
 import Orvel.Kit
+import Orvel.Ui
 
-// The compact bar: what plays now, and its play button.
+// A compact bar over a list's end: what plays now, and its play button.
 Rectangle {
     id: root
 
-    required property RadioViewController screen
+    required property ImageViewOutlet picture
+    required property ImageViewOutlet logo
+    required property LabelOutlet title
+    required property LabelOutlet artist
+    required property ButtonOutlet play
+    required property bool shown
 
+    anchors.horizontalCenter: parent.horizontalCenter
+    width: Math.min(parent.width - 16, Theme.pageWidth)
     height: 64
+    y: shown ? parent.height - height - 8 : parent.height
+    visible: y < parent.height
+    enabled: shown
     radius: 16
     color: Theme.ink
     border.color: Theme.inkLine
     border.width: 1
 
+    Behavior on y { NumberAnimation { duration: Theme.slide; easing.type: Easing.OutCubic } }
+
     MouseArea {
         anchors.fill: parent
     }
     Picture {
-        id: picture
-        outlet: root.screen.bimgsinger
+        id: pictureItem
+        outlet: root.picture
         x: 10
         anchors.verticalCenter: parent.verticalCenter
         width: 44
@@ -27,15 +39,15 @@ Rectangle {
         radius: 10
     }
     Column {
-        anchors.left: picture.right
+        anchors.left: pictureItem.right
         anchors.leftMargin: 12
-        anchors.right: logo.visible ? logo.left : play.left
+        anchors.right: logoItem.visible ? logoItem.left : playButton.left
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         spacing: 2
 
         OutletText {
-            outlet: root.screen.bl1.text === "" ? root.screen.hl1 : root.screen.bl1
+            outlet: root.title
             width: parent.width
             color: Theme.inkText
             font.weight: Font.DemiBold
@@ -43,7 +55,7 @@ Rectangle {
             Accessible.name: text
         }
         OutletText {
-            outlet: root.screen.bl2
+            outlet: root.artist
             width: parent.width
             color: Theme.inkTextSoft
             font.pixelSize: Theme.fontSmall
@@ -52,11 +64,11 @@ Rectangle {
         }
     }
     Picture {
-        id: logo
-        outlet: root.screen.bimg
+        id: logoItem
+        outlet: root.logo
         placeholder: false
         visible: !empty && !outlet.hidden
-        anchors.right: play.left
+        anchors.right: playButton.left
         anchors.rightMargin: 2
         anchors.verticalCenter: parent.verticalCenter
         width: 32
@@ -64,8 +76,8 @@ Rectangle {
         radius: 8
     }
     ImageButton {
-        id: play
-        outlet: root.screen.bplay
+        id: playButton
+        outlet: root.play
         anchors.right: parent.right
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
