@@ -1,9 +1,12 @@
 #pragma once
 
+#include "api/account/MonoCompteController.h"
 #include "app/AppDelegate.h"
 #include "app/MenuController.h"
 #include "audio/live/FakeMedia.h"
 #include "platform/ui/NavigationController.h"
+#include "platform/ui/RecordingServices.h"
+#include "screens/radio/RadioFav.h"
 #include "screens/radio/RadioViewController.h"
 #include "support/TestLoop.h"
 
@@ -20,20 +23,34 @@ public:
             return std::make_shared<RadioViewController>();
         if (layoutName == "MenuController")
             return std::make_shared<MenuController>();
+        if (layoutName == "MonoCompteController")
+            return std::make_shared<MonoCompteController>();
+        if (layoutName == "RadioFav")
+            return std::make_shared<RadioFav>();
         return nullptr;
     }
 };
 
-// The launched application without a window on the screen and without sound. Time stands still.
+// The launched application without a window on the screen and without sound, on a system that takes all it is
+// handed. Time stands still.
 struct AppFixture : testing::Test
 {
     TakenClock clock;
     FakeMedia media;
-    std::shared_ptr<AppDelegate> app =
-        std::make_shared<AppDelegate>(std::make_unique<Screens>(), media.services());
+    std::shared_ptr<RecordingServices> system = std::make_shared<RecordingServices>();
+    std::shared_ptr<AppDelegate> app;
 
-    AppFixture() { app->didFinishLaunchingWithOptions(); }
-    ~AppFixture() override { letEventsRun(); }
+    explicit AppFixture(std::unique_ptr<ScreenCatalogue> catalogue = std::make_unique<Screens>())
+        : app(std::make_shared<AppDelegate>(std::move(catalogue), media.services()))
+    {
+        SystemServices::use(system);
+        app->didFinishLaunchingWithOptions();
+    }
+    ~AppFixture() override
+    {
+        letEventsRun();
+        SystemServices::use(nullptr);
+    }
 
     ViewController &center() { return *app->revealSideViewController()->centerController(); }
     RadioViewController &radios()
