@@ -55,6 +55,8 @@ struct DemoStation::Parts
             return *answer;
         if (const auto answer = playlistAnswer(content, request))
             return *answer;
+        if (!request.post && request.path == QLatin1String("/"))
+            return {200, "text/html; charset=utf-8", content.home()};
         return missing();
     }
 

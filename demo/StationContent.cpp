@@ -80,6 +80,7 @@ StationContent::StationContent(const QString &siteUrl, const QString &streamsUrl
     , webradio_(filled("webradio.json"))
     , network_(filled("network.json"))
     , frequences_(contentFile("frequences.json"))
+    , home_(contentFile("index.html"))
 {
     for (const QJsonValue &channel : QJsonDocument::fromJson(contentFile("channels.json")).array())
         programmes_.push_back(programmeOf(channel.toObject()));

@@ -63,6 +63,8 @@ public:
     const QByteArray &webradio() const { return webradio_; }
     const QByteArray &network() const { return network_; }
     const QByteArray &frequences() const { return frequences_; }
+    // The site's home page.
+    const QByteArray &home() const { return home_; }
     const std::vector<Programme> &programmes() const { return programmes_; }
 
     const QString &siteUrl() const { return siteUrl_; }
@@ -80,6 +82,7 @@ private:
     QByteArray webradio_;
     QByteArray network_;
     QByteArray frequences_;
+    QByteArray home_;
     std::vector<Programme> programmes_;
 };
 
