@@ -85,6 +85,12 @@ QStringList GLOB::glob_getNext30Days()
 
 void showNotThereYet() { tell(QStringLiteral("Cette rubrique n'est pas encore disponible.")); }
 
+void backToMenu()
+{
+    AppDelegate::shared().revealSideViewController()->pushOldViewControllerOnDirection(
+        RevealSideViewController::Side::Left, true);
+}
+
 void openOutside(const QString &url, const QString &failure)
 {
     if (!SystemServices::current().openURL(url))

@@ -42,6 +42,8 @@ public:
 
 // Says in one sentence that a screen is not there yet.
 void showNotThereYet();
+// Pushes the side panel open again with the menu in it.
+void backToMenu();
 // Hands a page or a telephone number over to the system; says `failure` when nobody takes it.
 void openOutside(const QString &url, const QString &failure);
 

@@ -1,7 +1,6 @@
 #include "api/account/MonoCompteRegister.h"
 
 #include "api/account/UserIdentity.h"
-#include "app/AppDelegate.h"
 #include "app/GLOB.h"
 #include "platform/foundation/UserDefaults.h"
 
@@ -60,10 +59,6 @@ void MonoCompteRegister::requestSucceeded(const JsonValue &content)
 
 void MonoCompteRegister::acctionBack() { dismissViewController(false); }
 
-void MonoCompteRegister::acctionMenu()
-{
-    AppDelegate::shared().revealSideViewController()->pushOldViewControllerOnDirection(
-        RevealSideViewController::Side::Left, true);
-}
+void MonoCompteRegister::acctionMenu() { backToMenu(); }
 
 } // namespace orvel

@@ -1,6 +1,5 @@
 #include "screens/radio/FrequenceController.h"
 
-#include "app/AppDelegate.h"
 #include "app/GLOB.h"
 #include "screens/radio/cellCustomFrequence.h"
 
@@ -53,10 +52,6 @@ std::shared_ptr<TableViewCell> FrequenceController::cellForRowAtIndexPath(TableV
     return cell;
 }
 
-void FrequenceController::MenuController()
-{
-    AppDelegate::shared().revealSideViewController()->pushOldViewControllerOnDirection(
-        RevealSideViewController::Side::Left, true);
-}
+void FrequenceController::MenuController() { backToMenu(); }
 
 } // namespace orvel

@@ -120,10 +120,6 @@ void RadioFav::clickedButtonAtIndex(AlertView &alertView, int buttonIndex)
     GLOB::glob_HideHud();
 }
 
-void RadioFav::acctionMenu()
-{
-    AppDelegate::shared().revealSideViewController()->pushOldViewControllerOnDirection(
-        RevealSideViewController::Side::Left, true);
-}
+void RadioFav::acctionMenu() { backToMenu(); }
 
 } // namespace orvel

@@ -305,11 +305,7 @@ void RadioViewController::scrollViewDidScroll(TableView &tableView)
     lastContentOffset = offset;
 }
 
-void RadioViewController::acctionMenu()
-{
-    AppDelegate::shared().revealSideViewController()->pushOldViewControllerOnDirection(
-        RevealSideViewController::Side::Left, true);
-}
+void RadioViewController::acctionMenu() { backToMenu(); }
 
 void RadioViewController::acctionFacebook()
 {
