@@ -53,10 +53,7 @@ void GLOB::glob_HideHud()
 
 QString GLOB::glob_GetCout(const JsonValue &array) { return QString::number(array.size()); }
 
-std::optional<std::vector<JsonValue>> GLOB::glob_favArray()
-{
-    return FavouriteStore().radios();
-}
+std::optional<std::vector<JsonValue>> GLOB::glob_favArray() { return FavouriteStore().radios(); }
 
 JsonValue GLOB::glob_isNULL(const JsonValue &value)
 {
