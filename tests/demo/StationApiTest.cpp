@@ -116,9 +116,9 @@ TEST(StationApiTest, RefusesWhatIsNotSignedForTheService)
     for (const auto &test : cases) {
         const Answer answer = post(test.url, test.headers);
         EXPECT_EQ(answer.status, test.status) << test.name;
-        QJsonObject envelope = QJsonDocument::fromJson(answer.body).object();
+        QJsonValue envelope = QJsonDocument::fromJson(answer.body).object();
         if (test.url.endsWith("/login"))
-            envelope = envelope["0"].toObject();
+            envelope = envelope["0"];
         EXPECT_EQ(envelope["content"].toArray().isEmpty(), test.status != 200) << test.name;
         EXPECT_EQ(envelope["error"]["message"].toString().isEmpty(), test.status == 200) << test.name;
     }
@@ -140,6 +140,23 @@ TEST(StationApiTest, ListsRadiosOfEveryKind)
     for (const char *kind : {"mp3", "aac", "m3u", "pls", "xspf"})
         EXPECT_TRUE(kinds.contains(kind)) << kind;
     EXPECT_EQ(withoutSubtitle, 1);
+}
+
+TEST(StationApiTest, ListsFrequenciesCityByCity)
+{
+    const auto station = DemoStation::start(keys);
+    const Answer answer = post(station->siteUrl() + "/api/frequences",
+                               signedHeaders("station", "cle-de-la-station", "frequences"));
+    const QJsonArray cities = QJsonDocument::fromJson(answer.body)["content"].toArray();
+    EXPECT_GE(cities.size(), 40);
+    QSet<QString> different;
+    for (const QJsonValue &city : cities) {
+        for (const char *key : {"ville", "region_nom", "frequence"})
+            EXPECT_FALSE(city[QLatin1String(key)].toString().isEmpty()) << key;
+        different << city["ville"].toString() + city["frequence"].toString();
+    }
+    EXPECT_EQ(different.size(), cities.size() - 1); // one is there twice
+    EXPECT_TRUE(get(station->siteUrl() + "/").body.contains("<title>Orvel Radio</title>"));
 }
 
 TEST(StationApiTest, DrawsEveryPictureOfTheListButOne)
