@@ -1,0 +1,130 @@
+#include "app/FavouriteStore.h"
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace orvel;
+
+namespace {
+
+const QString key = "arrayFav";
+
+JsonValue radio(int id)
+{
+    JsonValue entry = JsonValue::emptyObject();
+    entry.set("id", QString::number(id));
+    entry.set("title", QString::fromUtf8("Orvel \"Été\" 😎, n° %1").arg(id));
+    entry.set("subtitle", JsonValue::null());
+    return entry;
+}
+
+QStringList ids(const FavouriteStore &store)
+{
+    QStringList result;
+    for (const JsonValue &entry : store.radios().value_or(FavouriteStore::Radios()))
+        result << entry["id"].text();
+    return result;
+}
+
+struct FavouriteStoreTest : testing::Test
+{
+    QTemporaryDir folder;
+    QString path = folder.filePath("orvel.ini");
+    UserDefaults defaults{path};
+    FavouriteStore store{defaults};
+};
+
+} // namespace
+
+TEST_F(FavouriteStoreTest, LosesTheFirstAndKeepsTheNextNewestFirst)
+{
+    EXPECT_FALSE(store.radios());
+    store.add(radio(1));
+    // From here on as after a restart each time.
+    for (int id = 2; id <= 4; ++id) {
+        UserDefaults reopened(path);
+        FavouriteStore again(reopened);
+        ASSERT_TRUE(again.radios());
+        EXPECT_EQ(again.radios()->size(), std::size_t(id - 2));
+        again.add(radio(id));
+    }
+    EXPECT_EQ(ids(store), QStringList({"4", "3", "2"}));
+    EXPECT_EQ(store.radios()->at(2), radio(2));
+}
+
+TEST_F(FavouriteStoreTest, RemovesTheFirstOfAnId)
+{
+    store.remove(1);
+    EXPECT_EQ(defaults.objectForKey(key).toByteArray(), "null");
+    for (const int id : {1, 2, 1, 3})
+        store.add(radio(id));
+    JsonValue odd = radio(0);
+    odd.set("id", "1 bis"); // equal as an integer
+    store.add(odd);
+    store.remove(1);
+    EXPECT_EQ(ids(store), QStringList({"3", "1", "2", "1"}));
+    store.remove(7);
+    store.remove(1);
+    EXPECT_EQ(ids(store), QStringList({"3", "2", "1"}));
+    for (const int id : {1, 2, 3})
+        store.remove(id);
+    const UserDefaults reopened(path);
+    EXPECT_EQ(reopened.objectForKey(key).toByteArray(), "[]");
+}
+
+TEST_F(FavouriteStoreTest, KeepsWhatIsDamagedAside)
+{
+    const QVariant damaged[] = {QByteArray(R"([{"id":"7")"), QByteArray("{}"), QByteArray("[7]"),
+                                QByteArray("\xFF\0\1", 3),   QByteArray(),     QStringList({"a", "b"})};
+    for (const QVariant &stored : damaged) {
+        defaults.setObject(stored, key);
+        ASSERT_TRUE(store.radios());
+        EXPECT_TRUE(store.radios()->empty());
+        EXPECT_EQ(defaults.objectForKey("arrayFavDamaged"), stored);
+        store.add(radio(1));
+        EXPECT_EQ(ids(store), QStringList("1"));
+    }
+}
+
+TEST_F(FavouriteStoreTest, AKillAtAnyMomentLosesNothingStored)
+{
+    defaults.setObject(QByteArray("[]"), key);
+    defaults.synchronise();
+    int added = 0;
+    for (int round = 0; round < 20; ++round) {
+        int told[2];
+        ASSERT_EQ(pipe(told), 0);
+        const pid_t writer = fork();
+        if (writer == 0) {
+            UserDefaults ownDefaults(path);
+            FavouriteStore own(ownDefaults);
+            for (int id = added + 1;; ++id) {
+                own.add(radio(id));
+                if (write(told[1], &id, sizeof id) != sizeof id)
+                    _exit(1);
+            }
+        }
+        close(told[1]);
+        int last = added;
+        ASSERT_EQ(read(told[0], &last, sizeof last), ssize_t(sizeof last));
+        usleep(useconds_t(round * 173 % 2000));
+        kill(writer, SIGKILL);
+        waitpid(writer, nullptr, 0);
+        while (read(told[0], &last, sizeof last) == ssize_t(sizeof last)) {
+        }
+        close(told[0]);
+
+        UserDefaults reopened(path);
+        const QStringList found = ids(FavouriteStore(reopened));
+        EXPECT_FALSE(reopened.objectForKey("arrayFavDamaged").isValid());
+        ASSERT_GE(found.size(), last);
+        ASSERT_LE(found.size(), last + 1); // at most what was being added
+        added = int(found.size());
+        EXPECT_EQ(found.first(), QString::number(added));
+        EXPECT_EQ(found.last(), "1");
+    }
+}
