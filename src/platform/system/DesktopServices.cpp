@@ -1,6 +1,5 @@
 #include "platform/system/DesktopServices.h"
 
-#include "platform/foundation/Url.h"
 #include "platform/system/MailFile.h"
 #include "platform/system/SchemeHandlers.h"
 
@@ -8,6 +7,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -34,7 +34,11 @@ QStringList browser()
     return {};
 }
 
-bool isWeb(const QString &scheme) { return scheme == u"http" || scheme == u"https"; }
+bool isWeb(const QString &scheme)
+{
+    return scheme.compare(u"http", Qt::CaseInsensitive) == 0 ||
+           scheme.compare(u"https", Qt::CaseInsensitive) == 0;
+}
 
 bool startBrowser(const QString &url)
 {
@@ -47,6 +51,16 @@ bool startBrowser(const QString &url)
         words.replaceInStrings(QStringLiteral("%s"), url);
     const QString program = words.takeFirst();
     return QProcess::startDetached(program, words);
+}
+
+// Escapes what is not ASCII and leaves the rest as it is: "tel://+33" is no URL to a strict reader.
+QString inAscii(const QString &url)
+{
+    QString encoded;
+    for (const char byte : url.toUtf8())
+        encoded +=
+            byte > 0 ? QString(QLatin1Char(byte)) : QStringLiteral("%%1").arg(uchar(byte), 2, 16).toUpper();
+    return encoded;
 }
 
 QString escaped(const QString &text) { return QString::fromLatin1(QUrl::toPercentEncoding(text)); }
@@ -117,20 +131,22 @@ std::shared_ptr<SystemServices> &SystemServices::inUse()
 
 bool DesktopServices::canOpen(const QString &scheme) const
 {
-    if (isWeb(scheme.toLower()) && !browser().isEmpty())
+    if (isWeb(scheme) && !browser().isEmpty())
         return true;
     return isInstalled(QStringLiteral("xdg-open")) && hasSchemeHandler(scheme);
 }
 
 bool DesktopServices::openURL(const QString &url)
 {
-    const std::optional<Url> parsed = Url::fromText(url);
-    if (!parsed || !canOpen(parsed->scheme()))
+    static const QRegularExpression form(
+        QStringLiteral("^([A-Za-z][A-Za-z0-9+.-]*):[^\\s\\x00-\\x1f\\x7f]*\\z"));
+    const QRegularExpressionMatch parts = form.match(url);
+    if (!parts.hasMatch() || !canOpen(parts.captured(1)))
         return false;
-    const QString encoded = QString::fromLatin1(parsed->encoded());
+    const QString encoded = inAscii(url);
     if (QProcess::startDetached(QStringLiteral("xdg-open"), {encoded}))
         return true;
-    return isWeb(parsed->scheme().toLower()) && startBrowser(encoded);
+    return isWeb(parts.captured(1)) && startBrowser(encoded);
 }
 
 bool DesktopServices::takesAttachments() const { return isInstalled(QStringLiteral("xdg-email")); }

@@ -13,8 +13,9 @@ ComposeViewController::ComposeViewController(ServiceType serviceType) : m_servic
 {
     serviceName.setText(serviceType == ServiceType::Facebook ? QStringLiteral("Facebook")
                                                              : QStringLiteral("Twitter"));
-    imageNote.setText(QStringLiteral("La photo sera copiée : collez-la dans votre message."));
-    imageNote.setHidden(true);
+    imageName.setText(QStringLiteral("Photo"));
+    imageName.setHidden(true);
+    imageNote.setText(QStringLiteral("Elle sera copiée : collez-la dans votre message."));
     cancelButton.setTarget([this](Button &) { finish(ComposeResult::Cancelled); });
     sendButton.setTarget([this](Button &) { send(); });
 }
@@ -32,7 +33,7 @@ void ComposeViewController::addImage(const QImage &image)
     if (!imageView.image().isNull() || image.isNull())
         return;
     imageView.setImage(image);
-    imageNote.setHidden(false);
+    imageName.setHidden(false);
 }
 
 void ComposeViewController::setCompletionHandler(std::function<void(ComposeResult)> handler)
@@ -58,6 +59,8 @@ QString ComposeViewController::sharePage() const
 
 void ComposeViewController::send()
 {
+    if (m_finished)
+        return;
     if (!SystemServices::current().openURL(sharePage())) {
         Window::showAlert(serviceName.text(),
                           QStringLiteral("Aucun navigateur ne peut ouvrir la page de partage."),

@@ -36,7 +36,9 @@ public:
     OUTLET(TextView, textView);
     OUTLET(Label, urlLabel);
     OUTLET(ImageView, imageView);
-    // What becomes of the picture; hidden without one.
+    // Hidden without a picture.
+    OUTLET(Label, imageName);
+    // What becomes of it.
     OUTLET(Label, imageNote);
     OUTLET(Button, cancelButton);
     OUTLET(Button, sendButton);

@@ -72,6 +72,8 @@ MailDraft MailComposeViewController::draft() const
 
 void MailComposeViewController::send()
 {
+    if (m_finished)
+        return;
     QString error;
     const bool sent = SystemServices::current().sendMail(draft(), error);
     finish(sent ? MailComposeResult::Sent : MailComposeResult::Failed, error);
@@ -79,6 +81,8 @@ void MailComposeViewController::send()
 
 void MailComposeViewController::save()
 {
+    if (m_finished)
+        return;
     QString error;
     const QString path = saveMailFile(draft(), error);
     if (path.isEmpty()) {

@@ -37,6 +37,8 @@ MessageDraft MessageComposeViewController::draft() const
 
 void MessageComposeViewController::send()
 {
+    if (m_finished)
+        return;
     QString error;
     const bool sent = SystemServices::current().sendMessage(draft(), error);
     finish(sent ? MessageComposeResult::Sent : MessageComposeResult::Failed);

@@ -8,8 +8,12 @@ using namespace orvel;
 
 namespace {
 
-struct Answers : AlertViewDelegate
+struct Answers : AlertViewDelegate, ActionSheetDelegate
 {
+    void clickedButtonAtIndex(ActionSheet &sheet, int button) override
+    {
+        seen << QStringLiteral("sheet %1 of %2").arg(button).arg(sheet.cancelButtonIndex());
+    }
     void clickedButtonAtIndex(AlertView &alert, int button) override
     {
         seen << QStringLiteral("%1 %2 %3").arg(alert.title()).arg(alert.tag()).arg(button);
@@ -38,6 +42,26 @@ TEST(AlertViewTest, StacksAndTellsItsDelegateOnce)
     answers.reset();
     window.alert()->click(0);
     EXPECT_EQ(window.alert(), nullptr) << "a delegate that is gone is not missed";
+}
+
+TEST(ActionSheetTest, StandsAmongAlertsInTheOrderTheyCame)
+{
+    Window window;
+    window.makeKeyAndVisible();
+    const auto answers = std::make_shared<Answers>();
+    const auto sheet = Window::showActionSheet("Choose", {"SMS", "Mail"}, "Cancel", answers);
+    EXPECT_TRUE(window.actionSheet() == sheet.get() && !window.alert());
+    const auto alert = Window::showAlert("over", "message", {"OK"}, answers);
+    const auto second = Window::showActionSheet("Again", {"SMS"}, "Cancel", answers);
+    EXPECT_TRUE(window.actionSheet() == second.get() && !window.alert());
+    sheet->click(sheet->cancelButtonIndex()); // from beneath
+    sheet->click(0);
+    EXPECT_EQ(window.actionSheet(), second.get());
+    second->click(0);
+    EXPECT_TRUE(window.alert() == alert.get() && !window.actionSheet());
+    alert->click(0);
+    EXPECT_FALSE(window.alert() || window.actionSheet());
+    EXPECT_EQ(answers->seen, QStringList({"sheet 2 of 2", "sheet 0 of 1", "over 0 0"}));
 }
 
 TEST(ProgressHudTest, HoldsTheInputGateWhileItIsShown)

@@ -1,0 +1,33 @@
+import QtQuick
+import Orvel.Kit
+import Orvel.Ui
+
+// What goes to a share page: a text, a link, a picture.
+FormPage {
+    id: root
+
+    required property ComposeViewController screen
+
+    title: screen.serviceName.text
+    fills: true
+    onButtonClicked: screen.cancelButton.touchUpInside()
+    Component.onCompleted: body.focus = true
+
+    TextArea {
+        id: body
+        outlet: root.screen.textView
+        label: "Votre message"
+    }
+    LinkRow {
+        url: root.screen.urlLabel
+    }
+    AttachmentRow {
+        picture: root.screen.imageView
+        name: root.screen.imageName
+        note: root.screen.imageNote
+    }
+    PrimaryButton {
+        outlet: root.screen.sendButton
+        text: "Continuer sur " + root.screen.serviceName.text
+    }
+}

@@ -1,0 +1,65 @@
+#include "platform/system/MailFile.h"
+#include "support/FakeDesktop.h"
+
+#include <QFile>
+#include <gmock/gmock.h>
+
+using namespace orvel;
+using testing::HasSubstr;
+using testing::Not;
+
+TEST(MailFileTest, TurnsHtmlIntoTextAndBack)
+{
+    EXPECT_EQ(plainTextOfHtml("<p>Un</p><p>Deux &lt;3 &eacute;t&eacute;</p><img src='file:///x'>"),
+              u"Un\nDeux <3 été"_qs);
+    EXPECT_EQ(plainTextOfHtml(""), "");
+    for (const QString &text :
+         {u"a < b & c\n\n  deux  espaces\nété 🎧"_qs, u"<script>alert(1)</script>"_qs, u""_qs})
+        EXPECT_EQ(plainTextOfHtml(htmlOfPlainText(text)), text);
+}
+
+TEST(MailFileTest, NamesAFileSafely)
+{
+    const QList<QPair<QString, QString>> cases{{"photo.jpeg", "photo.jpeg"},
+                                               {"../../etc/passwd", "passwd"},
+                                               {"C:\\x\\y.png", "y.png"},
+                                               {"..", "document"},
+                                               {"a\nb\x1b.txt", "ab.txt"},
+                                               {"", "document"},
+                                               {QString(300, u'a') + ".jpeg", QString(115, u'a') + ".jpeg"}};
+    for (const auto &[name, safe] : cases)
+        EXPECT_EQ(safeFileName(name), safe) << name.toStdString();
+}
+
+TEST(MailFileTest, KeepsADraftAsAFileAmongTheDocuments)
+{
+    const test::FakeDesktop desktop;
+    const MailDraft draft{{"a@b.example", "c@d.example\r\nBcc: e@f.example"},
+                          u"Un long sujet accentué, été comme hiver 🎧🎧🎧\r\nX-Other: 1"_qs,
+                          "<b>Bonjour</b>",
+                          QByteArray(200, '\xff'),
+                          "image/jpeg\r\nX-Third: 1",
+                          u"photo d'été.jpeg"_qs};
+    QString error;
+    const QString path = saveMailFile(draft, error);
+    const QString second = saveMailFile(draft, error);
+    ASSERT_FALSE(path.isEmpty() || second.isEmpty()) << error.toStdString();
+    EXPECT_NE(path, second);
+    EXPECT_TRUE(path.startsWith(desktop.path("")));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const std::string mail = file.readAll().toStdString();
+    EXPECT_THAT(mail, HasSubstr("X-Unsent: 1\r\n"));
+    EXPECT_THAT(mail, HasSubstr("To: a@b.example, c@d.example Bcc: e@f.example\r\n"));
+    for (const char *injected : {"\r\nX-Other", "\r\nX-Third", "\r\nBcc"})
+        EXPECT_THAT(mail, Not(HasSubstr(injected)));
+    EXPECT_THAT(mail, HasSubstr(QByteArray("<b>Bonjour</b>").toBase64().toStdString()));
+    EXPECT_THAT(mail, HasSubstr("filename*=UTF-8''photo%20d%27%C3%A9t%C3%A9.jpeg\r\n"));
+    for (const QByteArray &line : QByteArray::fromStdString(mail).split('\n'))
+        EXPECT_LE(line.size(), 120) << line.toStdString();
+
+    desktop.write("blocked", {});
+    qputenv("HOME", desktop.path("blocked/home").toUtf8());
+    EXPECT_EQ(saveMailFile(draft, error), "");
+    EXPECT_NE(error, "");
+}
