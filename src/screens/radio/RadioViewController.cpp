@@ -86,7 +86,6 @@ void RadioViewController::PostSuccess(const JsonValue &response)
     if (radio && radio->isPlaying())
         setDataRadio();
     GLOB::glob_HideHud();
-    m_intTitle = -1;
     MainQueue::async([screen = shared(this)] { screen->fire(); });
 }
 
@@ -225,16 +224,14 @@ void RadioViewController::functionsongtitle(const QString &object)
     AppDelegate::shared().gl4 = bl2.text();
 }
 
-void RadioViewController::fire()
+void RadioViewController::fire(qint32 intTitle)
 {
-    ++m_intTitle;
+    ++intTitle;
     // The last radio of the list is never asked.
-    if (m_intTitle + 1 >= int(m_array.size())) {
-        m_intTitle = -1;
+    if (intTitle + 1 < int(m_array.size()))
+        probeTitle(intTitle);
+    else
         performAfterDelay(secondsBetweenRounds, [this] { fire(); });
-        return;
-    }
-    probeTitle(m_intTitle);
 }
 
 void RadioViewController::probeTitle(int row)
@@ -259,7 +256,7 @@ void RadioViewController::titleWasProbed(int row, const std::optional<MetadataDi
     setInEntry(row, QStringLiteral("songtitle"),
                fields.value(QStringLiteral("StreamTitle"), QStringLiteral("")));
     tableCont.reloadRowsAtIndexPaths({{0, row}}, TableView::RowAnimation::None);
-    fire();
+    fire(row);
     qCInfo(logApp) << fields;
 }
 

@@ -64,10 +64,11 @@ public:
     void setDataRadio();
     void function_PlayPause();
     void functionsongtitle(const QString &object);
-    // Probes the next radio for the title it plays. From each probe's completion the next one begins, and two
-    // minutes after the last the round begins anew, for as long as every probe is completed; the pending call
-    // or the probe keeps the screen alive.
-    void fire();
+    // Probes the radio after `intTitle` for the title it plays, and so on from each probe's completion; two
+    // minutes after the last but one the round begins anew. Each list that arrives starts a chain of its own,
+    // which goes on while its probes are completed and keeps the screen alive by its probe or its pending
+    // call.
+    void fire(qint32 intTitle = -1);
     void functionAddFav(Button &sender);
     Q_INVOKABLE void acctionMenu();
     Q_INVOKABLE void acctionFacebook();
@@ -101,7 +102,6 @@ private:
     void titleWasProbed(int row, const std::optional<MetadataDictionary> &metadata);
     void callTwiter();
 
-    qint32 m_intTitle = -1;         // the row being probed; -1 between two rounds
     std::vector<JsonValue> m_array; // the list, in server order
     QString m_strURL;               // the media base URL
     View m_viewFooter;              // empty and clear
