@@ -1,0 +1,200 @@
+#include "api/json/JsonText.h"
+#include "app/AppFixture.h"
+#include "app/FavouriteStore.h"
+#include "platform/foundation/UserDefaults.h"
+#include "platform/net/UrlConnection.h"
+#include "platform/ui/ProgressHud.h"
+#include "screens/radio/RadioCell.h"
+
+using namespace orvel;
+using namespace orvel::test;
+
+namespace {
+
+constexpr const char *radiosAnswer = R"({"media_url":"http://127.0.0.1:1/media","content":[
+    {"id":"1","title":"Un","file":"1.jpg","thumb_smartphone":"1.png","flux_aac":"http://127.0.0.1:1/1"},
+    {"id":2,"title":"Deux","file":"2.jpg","thumb_smartphone":"2.png","flux_aac":"http://127.0.0.1:1/2"},
+    {"id":"3","title":"Trois","file":"3.jpg","thumb_smartphone":"3.png","flux_aac":"http://127.0.0.1:1/3"}]})";
+
+// A logged-in user with the list of web radios before them.
+struct FavouritesTest : AppFixture
+{
+    RadioViewController &list = radios();
+    FavouriteStore store;
+
+    FavouritesTest()
+    {
+        app->isLogin = true;
+        list.tableCont.setFrame({0, 0, 375, 600});
+        list.PostSuccess(JSONValue(QString::fromUtf8(radiosAnswer)));
+    }
+    ~FavouritesTest() override
+    {
+        for (const char *name : {"arrayFav", "user_save"})
+            UserDefaults::standardUserDefaults().removeObjectForKey(name);
+        closeConnections();
+    }
+    static std::shared_ptr<RadioCell> cell(const TableView &table, int row)
+    {
+        return std::static_pointer_cast<RadioCell>(table.cellForRowAtIndexPath({0, row}));
+    }
+    void tapHeart(int row) { cell(list.tableCont, row)->btnFav.touchUpInside(); }
+    // Favourites 3, 2, 1, in this order.
+    void storeAll()
+    {
+        UserDefaults::standardUserDefaults().setObject(QByteArray("[]"), "arrayFav");
+        for (int row = 0; row < 3; ++row)
+            tapHeart(row);
+    }
+    RadioFav &openFavourites()
+    {
+        const auto screen = std::make_shared<RadioFav>();
+        app->revealSideViewController()->popViewControllerWithNewCenterController(screen, false);
+        screen->tableCont.setFrame({0, 0, 375, 600});
+        return *screen;
+    }
+    QStringList stored() const
+    {
+        QStringList titles;
+        for (const JsonValue &radio : store.radios().value_or(FavouriteStore::Radios()))
+            titles << radio["title"].text();
+        return titles;
+    }
+    QStringList shown(const RadioFav &screen)
+    {
+        QStringList titles;
+        for (int row = 0; cell(screen.tableCont, row); ++row) {
+            titles << cell(screen.tableCont, row)->lblTitle.text();
+            EXPECT_EQ(cell(screen.tableCont, row)->btnFav.tag(), row);
+        }
+        return titles;
+    }
+};
+
+} // namespace
+
+TEST_F(FavouritesTest, AreForUsersWhoLoggedIn)
+{
+    storeAll();
+    RadioFav &favourites = openFavourites();
+    app->isLogin = false;
+    const std::pair<RadioCell *, const char *> cases[] = {
+        {cell(list.tableCont, 0).get(), "You must login before do favriout/unfavriout"},
+        {cell(favourites.tableCont, 0).get(), "You must login before do unfavriout"}};
+    for (const auto &[row, refusal] : cases) {
+        row->btnFav.touchUpInside();
+        ASSERT_TRUE(alert());
+        EXPECT_EQ(alert()->message(), refusal);
+        alert()->click(0);
+        EXPECT_FALSE(alert());
+        EXPECT_EQ(app->window()->presentedViewController()->layoutName(), "MonoCompteController");
+        app->window()->dismissFrontViewController();
+    }
+    EXPECT_EQ(stored().size(), 3);
+    UserDefaults::standardUserDefaults().setObject(true, "user_save");
+    cell(favourites.tableCont, 0)->btnFav.touchUpInside();
+    EXPECT_EQ(alert()->title(), "Trois");
+}
+
+TEST_F(FavouritesTest, TheFirstIsDrawnAndNotKept)
+{
+    letEventsRun();
+    tapHeart(0);
+    EXPECT_EQ(cell(list.tableCont, 0)->btnFav.normalImage(), "list_fav_icon_full.png");
+    ASSERT_TRUE(store.radios());
+    EXPECT_TRUE(store.radios()->empty());
+    tapHeart(1);
+    tapHeart(2);
+    EXPECT_EQ(stored(), QStringList({"Trois", "Deux"}));
+    EXPECT_EQ(store.radios()->at(0)["fav"].text(), "list_fav_icon_full.png");
+    EXPECT_EQ(store.radios()->at(0)["imageurl"].text(), "http://127.0.0.1:1/media");
+    EXPECT_FALSE(alert());
+    letEventsRun();
+    EXPECT_FALSE(ProgressHud::shared().isVisible());
+}
+
+TEST_F(FavouritesTest, LeaveFromTheListWhenAskedTwice)
+{
+    storeAll();
+    store.add(store.radios()->at(0)); // the same id again
+    tapHeart(2);
+    ASSERT_TRUE(alert());
+    EXPECT_EQ(alert()->title(), "Trois");
+    EXPECT_EQ(alert()->message(), "Are you sure, you want to unfavourite?");
+    EXPECT_EQ(alert()->buttons(), QStringList({"Cancel", "Yes"}));
+    alert()->click(0);
+    EXPECT_EQ(stored().size(), 4);
+    EXPECT_EQ(cell(list.tableCont, 2)->btnFav.normalImage(), "list_fav_icon_full.png");
+    tapHeart(2);
+    alert()->click(1);
+    EXPECT_EQ(stored(), QStringList({"Trois", "Deux", "Un"}));
+    EXPECT_EQ(cell(list.tableCont, 2)->btnFav.normalImage(), "");
+    EXPECT_EQ(cell(list.tableCont, 2)->btnFav.backgroundImage(), "list_fav_icon.png");
+}
+
+TEST_F(FavouritesTest, LeaveTheirOwnScreenAndRenewTheRowsBelow)
+{
+    storeAll();
+    RadioFav &screen = openFavourites();
+    EXPECT_EQ(shown(screen), QStringList({"Trois", "Deux", "Un"}));
+    cell(screen.tableCont, 1)->btnFav.touchUpInside();
+    alert()->click(0);
+    EXPECT_EQ(shown(screen).size(), 3);
+    cell(screen.tableCont, 1)->btnFav.touchUpInside();
+    alert()->click(1);
+    EXPECT_EQ(shown(screen), QStringList({"Trois", "Un"}));
+    EXPECT_EQ(stored(), QStringList({"Trois", "Un"}));
+    store.remove(1); // meanwhile, elsewhere
+    cell(screen.tableCont, 1)->btnFav.touchUpInside();
+    alert()->click(1);
+    EXPECT_EQ(shown(screen), QStringList("Trois"));
+    EXPECT_EQ(stored(), QStringList("Trois"));
+}
+
+TEST_F(FavouritesTest, ATapPlaysTheRowWithThePicturesOfTheRowBuiltLast)
+{
+    storeAll();
+    RadioFav &screen = openFavourites();
+    EXPECT_TRUE(screen.viewHideShow.hidden());
+    app->gl4 = "x";
+    screen.tableCont.selectRow(0, 0);
+    EXPECT_EQ(app->url, "http://127.0.0.1:1/3");
+    EXPECT_TRUE(app->radio());
+    EXPECT_EQ(screen.bl1.text(), "Trois");
+    EXPECT_EQ(app->gl3, "Trois");
+    EXPECT_EQ(app->gl4, "x");
+    EXPECT_EQ(app->gurl1, "http://127.0.0.1:1/media/1.png");
+    EXPECT_EQ(app->gurl2, "http://127.0.0.1:1/media/1.jpg");
+    EXPECT_FALSE(screen.viewHideShow.hidden());
+}
+
+TEST_F(FavouritesTest, TheBarsFirstPressAfterATapPlays)
+{
+    storeAll();
+    RadioFav &screen = openFavourites();
+    screen.tableCont.selectRow(0, 1);
+    const struct
+    {
+        int tag, intPlay;
+        const char *image;
+        bool plays;
+    } states[] = {{0, 1, "mstop.png", true},
+                  {1, 1, "mstop.png", true},
+                  {0, -1, "mplay.png", false},
+                  {1, -1, "mstop.png", true}};
+    for (const auto &state : states) {
+        EXPECT_EQ(screen.bplay.tag(), state.tag);
+        EXPECT_EQ(screen.bplay.normalImage(), state.image);
+        EXPECT_EQ(screen.bplay.highlightedImage(), state.image);
+        EXPECT_EQ(app->intPlay, state.intPlay);
+        EXPECT_EQ(app->radio()->isPlaying(), state.plays);
+        screen.bplay.touchUpInside();
+    }
+    // Paused by now: a new visit shows no bar. Playing, it does.
+    EXPECT_TRUE(openFavourites().viewHideShow.hidden());
+    app->radio()->play();
+    app->gl3 = "Titre";
+    RadioFav &visited = openFavourites();
+    EXPECT_EQ(visited.bl1.text(), "Titre");
+    EXPECT_EQ(visited.bplay.tag(), 1);
+}
