@@ -2,6 +2,7 @@
 #include "app/AppFixture.h"
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/foundation/UserDefaults.h"
+#include "platform/ui/ComposeViewController.h"
 #include "platform/ui/ProgressHud.h"
 #include "screens/radio/cellCustomRadio.h"
 
@@ -171,6 +172,50 @@ TEST_F(RadioViewControllerTest, TheCompactBarFollowsTheHeaderOverItsEdge)
         screen.tableCont.setContentOffset(offset);
         EXPECT_EQ(screen.viewHideShow.hidden(), hidden) << offset;
     }
+}
+
+TEST_F(RadioViewControllerTest, SharesTheRadioThatPlays)
+{
+    receive(twoRadios);
+    screen.tableCont.selectRow(0, 1);
+    screen.acctionFacebook();
+    const auto sheet = [&] {
+        return dynamic_cast<ComposeViewController *>(app->window()->presentedViewController());
+    };
+    ASSERT_TRUE(sheet());
+    EXPECT_EQ(sheet()->serviceType(), ServiceType::Facebook);
+    EXPECT_EQ(sheet()->textView.text(), "Orvel Rock");
+    EXPECT_EQ(sheet()->urlLabel.text(), "http://127.0.0.1:1/media/rock.jpg");
+    sheet()->cancelButton.touchUpInside();
+    EXPECT_FALSE(sheet());
+
+    QImage picture(2, 1, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    screen.himgsinger.setImage(picture);
+    screen.acctionTwitter();
+    letEventsRun();
+    EXPECT_TRUE(ProgressHud::shared().isVisible());
+    EXPECT_FALSE(sheet());
+    clock.turn(0.1);
+    ASSERT_TRUE(sheet());
+    EXPECT_EQ(sheet()->serviceType(), ServiceType::Twitter);
+    EXPECT_EQ(sheet()->textView.text(), "Orvel Rock");
+    EXPECT_EQ(sheet()->imageView.image(), picture);
+    letEventsRun();
+    EXPECT_FALSE(ProgressHud::shared().isVisible());
+}
+
+TEST_F(RadioViewControllerTest, TheContactButtonsSheetIsNumberedOneLater)
+{
+    screen.acctionEmail();
+    ASSERT_TRUE(app->window()->actionSheet());
+    app->window()->actionSheet()->click(3); // "Cancel", also by Escape
+    ASSERT_TRUE(app->window()->presentedViewController());
+    EXPECT_EQ(app->window()->presentedViewController()->layoutName(), "MailComposeViewController");
+    app->window()->dismissFrontViewController();
+    screen.ShowMessage();
+    app->window()->actionSheet()->click(3);
+    EXPECT_FALSE(app->window()->presentedViewController());
 }
 
 TEST_F(RadioViewControllerTest, AFailedRequestIsToldAndTheOverlayGoes)
