@@ -17,7 +17,6 @@ FocusScope {
     visible: sheet !== null
     Keys.onEscapePressed: cancel()
     Keys.onBackPressed: cancel()
-    Keys.onDownPressed: (event) => nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
 
     Rectangle {
         anchors.fill: parent
@@ -33,16 +32,14 @@ FocusScope {
         onWheel: (wheel) => wheel.accepted = true
     }
     Column {
-        id: panel
+        property real risen: root.visible ? 1 : 0
+
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(480, root.width - 16)
-        y: root.visible ? root.height - height - 8 : root.height
+        y: root.height - (height + 8) * risen
         spacing: 8
 
-        Behavior on y {
-            enabled: root.visible
-            NumberAnimation { duration: Theme.slide; easing.type: Easing.OutCubic }
-        }
+        Behavior on risen { NumberAnimation { duration: Theme.slide; easing.type: Easing.OutCubic } }
 
         Rectangle {
             width: parent.width

@@ -55,9 +55,11 @@ void MailComposeViewController::addAttachmentData(const QByteArray &attachment, 
     attachmentImage.setImage(none ? QImage() : decodePicture(attachment));
     attachmentName.setText(fileName);
     attachmentName.setHidden(none);
-    attachmentNote.setText(!SystemServices::current().takesAttachments()
-                               ? QStringLiteral("Votre messagerie ne la prendra pas : ajoutez-la vous-même.")
-                               : QLocale(QLocale::French).formattedDataSize(attachment.size(), 0));
+    attachmentNote.setText(
+        !SystemServices::current().takesAttachments()
+            ? QStringLiteral("Votre messagerie ne la prendra pas : ajoutez-la vous-même.")
+            : QLocale(QLocale::French)
+                  .formattedDataSize(attachment.size(), 0, QLocale::DataSizeTraditionalFormat));
 }
 
 MailDraft MailComposeViewController::draft() const
