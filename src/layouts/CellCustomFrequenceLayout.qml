@@ -14,7 +14,8 @@ TableRow {
     pressedColor: Theme.row
 
     Column {
-        x: Theme.margin
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.margin
         anchors.right: dial.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
@@ -46,7 +47,8 @@ TableRow {
         visible: !root.cell.vfreq.hidden
         name: "lblf"
         fillMode: Image.Tile
-        sourceSize: Qt.size(8, 8)
+        sourceSize.width: 8
+        sourceSize.height: 8
 
         OutletText {
             outlet: root.cell.lblFrequency
