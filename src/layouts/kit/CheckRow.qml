@@ -14,11 +14,10 @@ T.AbstractButton {
     implicitHeight: Math.max(Theme.touch, label.implicitHeight + 12)
     visible: !outlet.hidden
     enabled: outlet.enabled
-    checked: outlet.tag !== 0
     Accessible.role: Accessible.CheckBox
     Accessible.name: text
     Accessible.checkable: true
-    Accessible.checked: checked
+    Accessible.checked: outlet.tag !== 0
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
     onClicked: outlet.touchUpInside()

@@ -54,7 +54,7 @@ FocusScope {
     TopBar {
         id: bar
         width: parent.width
-        titleText: root.title
+        untitled: root.title
         buttonIcon: root.buttonIcon
         buttonText: root.buttonText
         onButtonClicked: root.buttonClicked()

@@ -2,14 +2,14 @@ import QtQuick
 import Orvel.Kit
 import Orvel.Ui
 
-// A screen's top bar: its button at the left, and in the middle its title. While that is empty, `untitled` stands
-// there, or the station's name when there is none. What is placed inside stands at the right.
+// A screen's top bar: its button at the left, and in the middle its title. Without one, or while that is empty, `untitled`
+// stands there, or else the station's name. What is placed inside stands at the right.
 Rectangle {
     id: root
 
     property LabelOutlet title: null
-    property string titleText: title === null ? "" : title.text
     property string untitled
+    readonly property string titleText: title === null || title.text === "" ? untitled : title.text
     property string buttonIcon: "menu"
     property string buttonText: "Menu"
     default property alias actions: actionRow.data
@@ -31,9 +31,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: 6
     }
-    OutletText {
-        outlet: root.title
-        text: outlet.text === "" ? root.untitled : outlet.text
+    Text {
         anchors.centerIn: parent
         width: Math.min(implicitWidth, parent.width - 2 * Math.max(60, actionRow.width + 12))
         visible: text !== ""
@@ -48,7 +46,7 @@ Rectangle {
     }
     NamedIcon {
         anchors.centerIn: parent
-        visible: root.titleText === "" && root.untitled === ""
+        visible: root.titleText === ""
         width: 80
         height: 24
         name: "wordmark"
