@@ -75,6 +75,23 @@ Item {
         }
     }
 
+    Row {
+        visible: root.chosen
+        x: root.width - width - (root.wide ? root.side - 4 : 8)
+        y: root.wide ? picture.y : 8
+
+        ShareButton {
+            name: "share-facebook"
+            text: "Partager sur Facebook"
+            onClicked: root.screen.acctionFacebook()
+        }
+        ShareButton {
+            name: "share-twitter"
+            text: "Partager sur Twitter"
+            onClicked: root.screen.acctionTwitter()
+        }
+    }
+
     Column {
         visible: root.chosen
         x: root.wide ? picture.x + picture.width + 36 : root.side
@@ -153,23 +170,6 @@ Item {
                 text: outlet.tag !== 0 ? "Pause" : "Lecture"
                 ringColor: Theme.inkText
             }
-        }
-    }
-
-    Row {
-        visible: root.chosen
-        x: root.width - width - (root.wide ? root.side - 4 : 8)
-        y: root.wide ? picture.y : 8
-
-        ShareButton {
-            name: "share-facebook"
-            text: "Partager sur Facebook"
-            onClicked: root.screen.acctionFacebook()
-        }
-        ShareButton {
-            name: "share-twitter"
-            text: "Partager sur Twitter"
-            onClicked: root.screen.acctionTwitter()
         }
     }
 
