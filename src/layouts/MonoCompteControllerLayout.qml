@@ -20,7 +20,7 @@ FormPage {
 
     FormIntro {
         title: "Connectez-vous"
-        hint: "Gardez vos radios préférées et retrouvez les titres que vous avez écoutés."
+        hint: "Gardez vos radios préférées et vos titres écoutés."
     }
     FormField {
         outlet: root.screen.txtEmail

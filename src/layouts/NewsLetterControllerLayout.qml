@@ -20,7 +20,7 @@ FormPage {
 
     FormIntro {
         title: "Restez à l'écoute"
-        hint: "Les nouveautés, les concours et les concerts de la radio, par e-mail."
+        hint: "Les nouveautés, les concours et les concerts, par e-mail."
     }
     FormField {
         outlet: root.screen.txtPass

@@ -10,6 +10,7 @@ T.AbstractButton {
 
     required property ButtonOutlet outlet
 
+    focusPolicy: Qt.TabFocus
     Layout.fillWidth: true
     implicitHeight: Math.max(Theme.touch, label.implicitHeight + 12)
     visible: !outlet.hidden

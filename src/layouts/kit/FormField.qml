@@ -21,6 +21,9 @@ FocusScope {
         return page.placeOf(this);
     }
 
+    // After the field has given up the keyboard, Tab goes on from it.
+    Keys.onTabPressed: input.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+    Keys.onBacktabPressed: input.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
     Layout.fillWidth: true
     implicitHeight: title.height + 6 + input.height
     visible: !outlet.hidden

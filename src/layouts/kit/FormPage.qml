@@ -39,6 +39,7 @@ FocusScope {
 
     onLiftChanged: if (lift !== 0) flick.contentY = 0
     transform: Translate {
+        id: shift
         y: -root.lift
 
         Behavior on y { NumberAnimation { id: anim; duration: 300 } }
@@ -48,7 +49,7 @@ FocusScope {
 
     Rectangle {
         width: parent.width
-        height: parent.height + Math.max(0, root.lift)
+        height: parent.height - Math.min(0, shift.y)
         color: Theme.page
     }
     TopBar {
@@ -65,13 +66,14 @@ FocusScope {
         anchors.topMargin: bar.height
         contentHeight: card.height + 2 * card.y
         boundsMovement: Flickable.FollowBoundsBehavior
-        clip: true
+        // What hangs over the page's end comes into sight while the page stands higher.
+        clip: shift.y === 0
         interactive: root.lift === 0
         T.ScrollBar.vertical: ThinScrollBar {}
 
         Rectangle {
             id: card
-            readonly property real inset: root.wide ? 32 : root.panel === null ? 0 : 16
+            readonly property real inset: root.wide ? (root.height < 480 ? 16 : 32) : root.panel === null ? 0 : 16
 
             anchors.horizontalCenter: parent.horizontalCenter
             y: root.wide ? Math.max(16, Math.min(48, (flick.height - column.implicitHeight - 2 * inset) / 2)) : Theme.margin

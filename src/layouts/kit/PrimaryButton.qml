@@ -1,3 +1,4 @@
+import QtQuick
 import QtQuick.Layouts
 import Orvel.Kit
 import Orvel.Ui
@@ -6,6 +7,8 @@ import Orvel.Ui
 PanelButton {
     property ButtonOutlet outlet: null
 
+    // A touch leaves the keyboard with the field that has it: a page that is lifted for it would sink under the finger.
+    focusPolicy: Qt.TabFocus
     Layout.fillWidth: true
     implicitHeight: 50
     preferred: true
