@@ -60,6 +60,20 @@ void refuseAttributeDeclaration(void *parser, const xmlChar *, const xmlChar *, 
     xmlStopParser(static_cast<xmlParserCtxtPtr>(parser));
 }
 
+// libxml2 tells of bytes that are not in a document's encoding on stderr, whatever the options, while a
+// thread has no handler of its own.
+class SilentErrors
+{
+public:
+    SilentErrors() { xmlSetStructuredErrorFunc(nullptr, ignore); }
+    ~SilentErrors() { xmlSetStructuredErrorFunc(nullptr, nullptr); }
+    SilentErrors(const SilentErrors &) = delete;
+    SilentErrors &operator=(const SilentErrors &) = delete;
+
+private:
+    static void ignore(void *, xmlErrorPtr) {}
+};
+
 Document documentOf(const QByteArray &bytes)
 {
     // Without XML_PARSE_NOENT and XML_PARSE_HUGE a document stays about as large as its text.
@@ -67,6 +81,7 @@ Document documentOf(const QByteArray &bytes)
     const Parser parser(xmlNewParserCtxt());
     if (!parser || bytes.size() > std::numeric_limits<int>::max() || hasEndlessTag(bytes))
         return nullptr;
+    const SilentErrors silent;
     parser->sax->attributeDecl = refuseAttributeDeclaration;
     return Document(xmlCtxtReadMemory(parser.get(), bytes.constData(), static_cast<int>(bytes.size()), "",
                                       nullptr, options));

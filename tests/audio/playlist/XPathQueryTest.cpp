@@ -63,3 +63,10 @@ TEST(XPathQueryTest, ConvertsNoMoreNodesThanAreAskedFor)
     ASSERT_EQ(first->size(), 1u);
     EXPECT_EQ(first->front().nodeContent, QString("1"));
 }
+
+TEST(XPathQueryTest, KeepsQuietAboutBrokenEncodings)
+{
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(xpathQuery("<?xml version='1.0' encoding='ISO-8859-3'?><a>\xA5\xA5</a>", {}, "//a"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
