@@ -81,8 +81,10 @@ void Watch::frameDrawn() { m_drawEnd = cpuMs(CLOCK_THREAD_CPUTIME_ID); }
 
 void Watch::frameEnds()
 {
-    if (m_first == 0)
+    if (m_first == 0) {
         m_first = nowMs();
+        m_firstCpu = cpuMs(CLOCK_PROCESS_CPUTIME_ID);
+    }
     if (m_list == 0) {
         if (QQuickItem *const shown = list(); shown && rowsOf(shown) > 0) {
             m_list = nowMs();
@@ -123,8 +125,10 @@ void Watch::flick()
 
 void Watch::finish()
 {
-    std::printf("{\"first\": %lld, \"list\": %lld, \"listCpu\": %.1f, \"anonymous\": %d, ",
-                static_cast<long long>(m_first), static_cast<long long>(m_list), m_listCpu, anonymousKib());
+    std::printf(
+        "{\"first\": %lld, \"list\": %lld, \"firstCpu\": %.1f, \"listCpu\": %.1f, \"anonymous\": %d, ",
+        static_cast<long long>(m_first), static_cast<long long>(m_list), m_firstCpu, m_listCpu,
+        anonymousKib());
     print("frames", m_frames);
     std::printf(", ");
     print("drawing", m_drawings);

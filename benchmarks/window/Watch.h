@@ -27,6 +27,7 @@ private:
     double m_seconds;
     qint64 m_first = 0;
     qint64 m_list = 0;
+    double m_firstCpu = 0;
     double m_listCpu = 0;
     bool m_flicking = false;
     bool m_down = true;
