@@ -105,9 +105,7 @@ class Mpd(Candidate):
 
 def ours():
     """Given as a command with {url} in ORVEL_PLAYER, or the tool as it was built."""
-    tool = next((str(path) for path in (BUILD / "tools/stream/orvel-stream", BUILD / "tools/orvel-stream")
-                 if path.exists()), str(BUILD / "tools/stream/orvel-stream"))
-    return shlex.split(os.environ.get("ORVEL_PLAYER", f"{tool} play {{url}}"))
+    return shlex.split(os.environ.get("ORVEL_PLAYER", f"{BUILD}/tools/stream/orvel-stream play {{url}}"))
 
 
 def candidates():
@@ -130,6 +128,8 @@ def candidates():
                   pulse_env={"SDL_AUDIODRIVER": "pulseaudio"}),
         # What reading alone costs.
         Candidate("curl to nowhere", ["curl", "-s", "-H", "Icy-Metadata: 1", "-o", "/dev/null", "{url}"], silent_only=True),
+        # What orvel-stream's libraries take before anything is done: the floor of its memory.
+        Candidate("orvel's libraries, idle", [str(BUILD / "benchmarks/players/orvel-bench-libraries")], silent_only=True),
     ]
 
 
