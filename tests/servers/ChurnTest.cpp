@@ -1,4 +1,5 @@
 #include "audio/live/Streamer.h"
+#include "platform/foundation/OneHeap.h"
 #include "platform/foundation/SerialQueue.h"
 #include "servers/Footprint.h"
 #include "servers/IcecastServer.h"
@@ -10,7 +11,6 @@
 #include <gtest/gtest.h>
 #include <iostream>
 #include <list>
-#include <malloc.h>
 #include <random>
 
 using namespace orvel;
@@ -80,8 +80,7 @@ struct ChurnTest : testing::TestWithParam<const char *>
 
     void SetUp() override
     {
-        // Threads that come and go scatter what they hold over many arenas, which hides what is lost.
-        ::mallopt(M_ARENA_MAX, 1);
+        keepOneHeap(); // as the programs do
         qputenv("ORVEL_AUDIO_DEVICE", GetParam());
         ASSERT_EQ(server.start(), QString());
         ASSERT_EQ(mp3.start(), QString());
