@@ -89,7 +89,7 @@ bool SdlAudioDevice::openDevice()
     wanted.freq = sampleRate();
     wanted.format = AUDIO_F32SYS;
     wanted.channels = Uint8(channels());
-    wanted.samples = 2048;
+    wanted.samples = 1024; // a period of silence may go first
     wanted.userdata = this;
     wanted.callback = [](void *device, Uint8 *bytes, int size) {
         auto *self = static_cast<SdlAudioDevice *>(device);
