@@ -125,7 +125,8 @@ void PlayCommand::end(const Outcome &outcome)
                            {QStringLiteral("message"), outcome.sentence}});
         tell("end", {{QStringLiteral("status"), outcome.exitStatus}});
     }
-    m_streamer->shutdown();
+    if (m_streamer) // a signal may come before the start
+        m_streamer->shutdown();
     finish(outcome);
 }
 
