@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QUrl>
+#include <algorithm>
 #include <array>
 #include <cmath>
 

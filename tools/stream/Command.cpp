@@ -1,5 +1,7 @@
 #include "tools/stream/Command.h"
 
+#include <utility>
+
 namespace orvel {
 
 Command::Command(const Arguments &arguments, Output &output, Finished finished)

@@ -17,23 +17,6 @@ bool isOnThisMachine(const Url &url)
     return host == u"localhost" || QHostAddress(host).isLoopback();
 }
 
-QString nameOf(RadioState state)
-{
-    switch (state) {
-    case RadioStateStopped:
-        return QStringLiteral("stopped");
-    case RadioStateConnecting:
-        return QStringLiteral("connecting");
-    case RadioStateBuffering:
-        return QStringLiteral("buffering");
-    case RadioStatePlaying:
-        return QStringLiteral("playing");
-    case RadioStateError:
-        break;
-    }
-    return QStringLiteral("error");
-}
-
 } // namespace
 
 PlayCommand::~PlayCommand()

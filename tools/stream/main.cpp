@@ -49,7 +49,10 @@ Outcome run(const Arguments &arguments, Output &output)
             QCoreApplication::quit();
         });
         const Signals interruptions([&](int signal) { command->interrupt(signal); });
-        MainQueue::async([&] { command->start(); });
+        MainQueue::async([&] {
+            if (!command->hasFinished()) // by a signal that came first
+                command->start();
+        });
         QCoreApplication::exec();
     }
     joinOutputQueues();

@@ -34,8 +34,8 @@ qsizetype widenAscii(const char *at, const char *end, char16_t *units)
     return at - start;
 }
 
-// The code point of the sequence at the front, of two bytes at least; 0 when it is not well-formed (RFC 3629,
-// 4).
+// The code point of the sequence at the front, of two bytes at least; 0 when it is not well-formed (RFC
+// 3629).
 char32_t readSequence(const char *&at, const char *end)
 {
     const auto lead = static_cast<uchar>(*at);
