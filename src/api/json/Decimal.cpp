@@ -1,7 +1,9 @@
 #include "api/json/Decimal.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <cstring>
 #include <iterator>
 
 namespace orvel {
@@ -43,13 +45,21 @@ quint64 appended(quint64 number, QByteArrayView digits)
     return number;
 }
 
+// "00", "01" and so on to "99".
+constexpr auto digitPairs = [] {
+    std::array<char, 200> pairs{};
+    for (size_t i = 0; i < pairs.size(); ++i)
+        pairs[i] = static_cast<char>('0' + (i % 2 == 0 ? i / 20 : i / 2 % 10));
+    return pairs;
+}();
+
 // Writes the digits of a number so that they end at `end` and gives where they start. In short pieces,
 // because the processor can work on several at once and divides short numbers faster.
 char *writeDigits(quint64 number, char *end)
 {
     const auto writeTwo = [&end](quint32 two) {
-        *--end = static_cast<char>('0' + two % 10);
-        *--end = static_cast<char>('0' + two / 10);
+        end -= 2;
+        std::memcpy(end, &digitPairs[static_cast<size_t>(two * 2)], 2);
     };
     constexpr quint64 piece = 100'000'000;
     for (; number >= piece; number /= piece) {
