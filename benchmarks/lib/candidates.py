@@ -1,6 +1,5 @@
 """The players that are compared: how each is started on a silent output, or on a PulseAudio server."""
 import os
-import re
 import shlex
 import shutil
 import signal
@@ -19,7 +18,6 @@ NOBODY = 65534
 class Candidate:
     """`command` may hold {url}; `silent` and `pulse` are what it needs to play to nowhere, or to PULSE_SERVER."""
     formats = ("mp3", "aac")
-    version = ()  # command whose first number with a dot is the version
 
     def __init__(self, name, command, silent=(), pulse=(), silent_env=None, pulse_env=None, **more):
         self.name, self.command, self.options = name, command, {"silent": silent, "pulse": pulse}
@@ -41,16 +39,6 @@ class Candidate:
         env = {"PATH": os.environ["PATH"], "LANG": "C.UTF-8", "LC_ALL": "C.UTF-8"}
         env |= self.environments[output] | (environment or {})
         return Running(self.arguments(url, output, sound), env, user=getattr(self, "user", None))
-
-    def version_text(self):
-        if not self.version:
-            return ""
-        try:
-            text = subprocess.run(self.version, capture_output=True, text=True, timeout=20).stdout
-        except OSError:
-            return "missing"
-        number = re.search(r"\d+\.\d+[\w.+-]*", text)
-        return number.group(0) if number else "?"
 
     def is_there(self):
         return shutil.which(self.command[0]) is not None
@@ -97,11 +85,12 @@ class Mpd(Candidate):
     OUTPUTS = {"silent": 'type "null"\n name "null"\n sync "yes"', "pulse": 'type "pulse"\n name "pulse"'}
 
     def start(self, url, output, sound, environment=None):
-        folder = tempfile.mkdtemp(prefix="orvel-benchmark-mpd-")
-        config, commands = f"{folder}/mpd.conf", f"{folder}/socket"
+        folder = tempfile.TemporaryDirectory(prefix="orvel-benchmark-mpd-")
+        config, commands = f"{folder.name}/mpd.conf", f"{folder.name}/socket"
         Path(config).write_text(f'bind_to_address "{commands}"\nlog_file "/dev/stderr"\ninput {{\n plugin "curl"\n}}\n'
                                 f"audio_output {{\n {self.OUTPUTS[output]}\n}}\n")
         running = super().start(config, output, sound, environment)
+        running.folder = folder
         with socket.socket(socket.AF_UNIX) as control:
             while control.connect_ex(commands) != 0:
                 if not running.is_running():
@@ -109,16 +98,14 @@ class Mpd(Candidate):
                 time.sleep(0.001)
             control.sendall(f'add "{url}"\nplay\n'.encode())
             answer = b""
-            while answer.count(b"OK\n") < 2 and b"ACK" not in answer:
-                answer += control.recv(4096)
+            while answer.count(b"OK\n") < 2 and b"ACK" not in answer and (more := control.recv(4096)):
+                answer += more
         return running
 
 
 def ours():
     """Given as a command with {url} in ORVEL_PLAYER, or the tool as it was built."""
-    tool = next((str(path) for path in (BUILD / "tools/stream/orvel-stream", BUILD / "tools/orvel-stream")
-                 if path.exists()), str(BUILD / "tools/stream/orvel-stream"))
-    return shlex.split(os.environ.get("ORVEL_PLAYER", f"{tool} play {{url}}"))
+    return shlex.split(os.environ.get("ORVEL_PLAYER", f"{BUILD}/tools/stream/orvel-stream play {{url}}"))
 
 
 def candidates():
@@ -128,21 +115,21 @@ def candidates():
                   pulse_env={"SDL_AUDIODRIVER": "pulseaudio"}),
         # Its silent output does not wait: it decodes what comes when it comes, in real time after the burst.
         Candidate("mpg123", ["mpg123", "-q", "{output}", "{url}"], silent=("-o", "dummy"), pulse=("-o", "pulse"),
-                  formats=("mp3",), version=("mpg123", "--version")),
+                  formats=("mp3",)),
         Candidate("GStreamer", ["gst-launch-1.0", "-q", "souphttpsrc", "iradio-mode=true", "location={url}", "!",
                                 "icydemux", "!", "{decoder}", "!", "audioconvert", "!", "audioresample", "!", "{output}"],
-                  silent=("fakesink", "sync=true"), pulse=("pulsesink",), decoders=gst_decoders,
-                  version=("gst-launch-1.0", "--version")),
-        Mpd("MPD", ["mpd", "--no-daemon", "--stderr", "{url}"], version=("mpd", "--version")),
+                  silent=("fakesink", "sync=true"), pulse=("pulsesink",), decoders=gst_decoders),
+        Mpd("MPD", ["mpd", "--no-daemon", "--stderr", "{url}"]),
         Candidate("VLC", ["cvlc", "-q", "--no-video", "--no-dbus", "{output}", "{url}"], silent=("--aout=adummy",),
-                  pulse=("--aout=pulse",), user=NOBODY, version=("cvlc", "--version")),
+                  pulse=("--aout=pulse",), user=NOBODY),
         Candidate("mpv", ["mpv", "--no-config", "--no-terminal", "--vo=null", "{output}", "{url}"], silent=("--ao=null",),
-                  pulse=("--ao=pulse",), version=("mpv", "--version")),
+                  pulse=("--ao=pulse",)),
         Candidate("ffplay", ["ffplay", "-nodisp", "-loglevel", "error", "{url}"], silent_env={"SDL_AUDIODRIVER": "dummy"},
-                  pulse_env={"SDL_AUDIODRIVER": "pulseaudio"}, version=("ffplay", "-version")),
+                  pulse_env={"SDL_AUDIODRIVER": "pulseaudio"}),
         # What reading alone costs.
-        Candidate("curl to nowhere", ["curl", "-s", "-H", "Icy-Metadata: 1", "-o", "/dev/null", "{url}"],
-                  version=("curl", "--version"), silent_only=True),
+        Candidate("curl to nowhere", ["curl", "-s", "-H", "Icy-Metadata: 1", "-o", "/dev/null", "{url}"], silent_only=True),
+        # What orvel-stream's libraries take before anything is done: the floor of its memory.
+        Candidate("orvel's libraries, idle", [str(BUILD / "benchmarks/players/orvel-bench-libraries")], silent_only=True),
     ]
 
 

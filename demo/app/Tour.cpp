@@ -13,27 +13,6 @@
 
 namespace orvel {
 
-namespace {
-
-QString nameOf(RadioState state)
-{
-    switch (state) {
-    case RadioStateStopped:
-        return QStringLiteral("stopped");
-    case RadioStateConnecting:
-        return QStringLiteral("connecting");
-    case RadioStateBuffering:
-        return QStringLiteral("buffering");
-    case RadioStatePlaying:
-        return QStringLiteral("playing");
-    case RadioStateError:
-        return QStringLiteral("error");
-    }
-    return {};
-}
-
-} // namespace
-
 Tour::Tour(AppDelegate &delegate, QQuickWindow &window, const QString &folder, double seconds)
     : m_delegate(delegate)
     , m_window(window)

@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "platform/foundation/MainQueue.h"
+#include "platform/foundation/OneHeap.h"
 #include "platform/foundation/RunLoop.h"
 #include "platform/foundation/SerialQueue.h"
 #include "platform/media/SoundOutput.h"
@@ -16,6 +17,7 @@ namespace orvel {
 
 void Application::prepare()
 {
+    keepOneHeap();
     QCoreApplication::setOrganizationName(QStringLiteral("Tarvane"));
     QCoreApplication::setApplicationName(QStringLiteral("Orvel"));
     QCoreApplication::setApplicationVersion(QStringLiteral("0.1.0"));

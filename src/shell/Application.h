@@ -13,7 +13,7 @@ class Shell;
 class Application
 {
 public:
-    // Names the program to the system; call before the QGuiApplication is made.
+    // Names the program to the system and has it keep one heap; call before the QGuiApplication is made.
     static void prepare();
 
     explicit Application(const StationConfiguration &station, StreamerServices services = {});

@@ -40,9 +40,8 @@ std::vector<float> soundTaken()
     QFile file(qEnvironmentVariable("SDL_DISKAUDIOFILE"));
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    const QByteArray bytes = file.readAll();
-    std::vector<float> samples(std::size_t(bytes.size()) / sizeof(float));
-    std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
+    std::vector<float> samples(std::size_t(file.size()) / sizeof(float));
+    file.read(reinterpret_cast<char *>(samples.data()), qint64(samples.size() * sizeof(float)));
     return samples;
 }
 

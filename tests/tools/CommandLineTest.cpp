@@ -52,6 +52,9 @@ TEST(CommandLineTest, SaysWhatIsWrongWithIt)
         {"too much", {"play", url, url}, 2},
         {"scheme", {"play", "ftp://127.0.0.1/"}, 2},
         {"upper case", {"play", "HTTP://127.0.0.1/"}, 2},
+        {"no host", {"resolve", "http:///live.mp3"}, 2},
+        {"space", {"resolve", url + " b.mp3"}, 2},
+        {"one dash", {"resolve", url, "-json"}, 0},
         {"volume", {"play", url, "--volume", "1.1"}, 2},
         {"volume that is no number", {"play", url, "--volume", "nan"}, 2},
         {"buffer", {"play", url, "--buffer", "1.5"}, 2},
@@ -66,6 +69,7 @@ TEST(CommandLineTest, ExitStatusTellsTheKindOfFailure)
     const ScriptedServer emptyPlaylist(Script{Send{httpHead()}, Send{"#EXTM3U\n"}});
     const ScriptedServer loop({Send{httpHead("Location: /again\r\n", "HTTP/1.1 302 Found")}});
     const ScriptedServer silent(Script{WaitForRelease{}});
+    const ScriptedServer empty(Script{Send{httpHead("Content-Type: audio/mpeg\r\n")}});
     const QString refused = stationStream("la-radio.mp3", "status=404");
     const QString file = QDir::temp().filePath(QStringLiteral("never-written.mp3"));
     check({
@@ -83,6 +87,15 @@ TEST(CommandLineTest, ExitStatusTellsTheKindOfFailure)
         {"a page", {"play", stationStream("la-radio.mp3", "fault=html")}, 6},
         {"a probed page", {"probe", stationStream("la-radio.mp3", "fault=html")}, 6},
         {"no folder", {"record", refused, "/nowhere/at/all.mp3"}, 8},
+        {"a folder", {"record", refused, QDir::tempPath()}, 8},
+        {"a folder's name", {"record", refused, QDir::tempPath() + "/"}, 8},
+        {"no name", {"record", refused, ""}, 8},
+        {"a long name", {"record", refused, QDir::temp().filePath(QString(300, u'n'))}, 8},
+        {"a device", {"record", refused, "/dev/null"}, 8},
+        {"no byte", {"record", empty.url(), file}, 6},
+        {"no byte in time",
+         {"record", stationStream("la-radio.mp3", "fault=stall&after=0"), file, "--seconds", "0.5"},
+         9},
         {"play out of time", {"play", silent.url(), "--seconds", "0.2"}, 9},
         {"record out of time", {"record", silent.url(), file, "--seconds", "0.2"}, 9},
         {"probe out of time", {"probe", silent.url(), "--deadline", "0.2"}, 9},

@@ -1,6 +1,8 @@
 #include "tools/stream/Arguments.h"
 
 #include <QCommandLineParser>
+#include <QUrl>
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -56,15 +58,22 @@ bool read(const QCommandLineParser &parser, const QString &option, double least,
     return true;
 }
 
+std::optional<Url> stationUrl(const QString &text)
+{
+    const std::optional<Url> url = Url::fromText(text);
+    const bool isWeb = url && (url->scheme() == u"http" || url->scheme() == u"https");
+    return isWeb && !QUrl(text).host().isEmpty() ? url : std::nullopt;
+}
+
 std::optional<QString> readOptions(const QCommandLineParser &parser, Arguments &arguments)
 {
     constexpr double shortest = 0.001;
     constexpr double aYear = 366.0 * 86400;
     arguments.json = parser.isSet(QStringLiteral("json"));
     if (!read(parser, QStringLiteral("seconds"), shortest, aYear, arguments.seconds))
-        return QStringLiteral("--seconds takes a number above 0.");
+        return QStringLiteral("--seconds takes a number from 0.001 to 31622400.");
     if (!read(parser, QStringLiteral("deadline"), shortest, aYear, arguments.deadline))
-        return QStringLiteral("--deadline takes a number above 0.");
+        return QStringLiteral("--deadline takes a number from 0.001 to 31622400.");
     if (!read(parser, QStringLiteral("volume"), 0, 1, arguments.volume))
         return QStringLiteral("--volume takes a number from 0 to 1.");
     if (!read(parser, QStringLiteral("buffer"), 1, 30, arguments.bufferSeconds))
@@ -77,6 +86,8 @@ std::optional<QString> readOptions(const QCommandLineParser &parser, Arguments &
 std::variant<Arguments, Outcome> Arguments::of(const QStringList &commandLine)
 {
     QCommandLineParser parser;
+    // "-json" is a mistyped "--json", not five options.
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({{{"h", "help"}, {}}, {{"v", "version"}, {}}, {"json", {}}});
     for (const char *name : {"seconds", "volume", "buffer", "deadline"})
         parser.addOption({QString::fromLatin1(name), {}, QStringLiteral("number")});
@@ -101,9 +112,9 @@ std::variant<Arguments, Outcome> Arguments::of(const QStringList &commandLine)
         if (!rule->options.contains(option))
             return usage(QStringLiteral("%1 takes no --%2.").arg(words[0], option));
 
-    Arguments arguments{.task = rule->task, .url = Url::fromText(words[1])};
-    if (!arguments.url || (arguments.url->scheme() != u"http" && arguments.url->scheme() != u"https"))
-        return usage(QStringLiteral("\"%1\" is no http:// or https:// URL.").arg(words[1]));
+    Arguments arguments{.task = rule->task, .url = stationUrl(words[1])};
+    if (!arguments.url)
+        return usage(QStringLiteral("\"%1\" is no valid http:// or https:// URL.").arg(words[1]));
     if (rule->task == Task::Record)
         arguments.file = words[2];
     if (const std::optional<QString> wrong = readOptions(parser, arguments))

@@ -1,5 +1,7 @@
 #include "tools/stream/Command.h"
 
+#include <utility>
+
 namespace orvel {
 
 Command::Command(const Arguments &arguments, Output &output, Finished finished)
@@ -18,7 +20,7 @@ void Command::after(double seconds, std::function<void()> function)
 void Command::startDeadline(Finished passed)
 {
     after(m_arguments.deadline, [this, passed = std::move(passed)] {
-        const QString sentence = QStringLiteral("There was no complete answer within %1 seconds.");
+        const QString sentence = QStringLiteral("There was no complete answer within %1 s.");
         passed(Outcome::failure(ExitCode::TimedOut, sentence.arg(m_arguments.deadline)));
     });
 }

@@ -25,6 +25,7 @@ public:
     virtual void start() = 0;
     // The user has had enough.
     virtual void interrupt(int signal) { finish(Outcome::interrupted(signal)); }
+    bool hasFinished() const { return !m_finished; }
 
 protected:
     const Arguments &arguments() const { return m_arguments; }

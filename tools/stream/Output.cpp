@@ -16,7 +16,11 @@ QString printable(QString text)
 {
     for (QChar &character : text) {
         const QChar::Category category = character.category();
-        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+        const QChar::Direction direction = character.direction();
+        const bool turnsText = (direction >= QChar::DirRLE && direction <= QChar::DirPDF) ||
+                               direction == QChar::DirLRE || direction == QChar::DirLRO ||
+                               (direction >= QChar::DirLRI && direction <= QChar::DirPDI);
+        if (turnsText || category == QChar::Other_Control || category == QChar::Separator_Line ||
             category == QChar::Separator_Paragraph)
             character = QChar::ReplacementCharacter;
     }

@@ -17,23 +17,6 @@ bool isOnThisMachine(const Url &url)
     return host == u"localhost" || QHostAddress(host).isLoopback();
 }
 
-QString nameOf(RadioState state)
-{
-    switch (state) {
-    case RadioStateStopped:
-        return QStringLiteral("stopped");
-    case RadioStateConnecting:
-        return QStringLiteral("connecting");
-    case RadioStateBuffering:
-        return QStringLiteral("buffering");
-    case RadioStatePlaying:
-        return QStringLiteral("playing");
-    case RadioStateError:
-        break;
-    }
-    return QStringLiteral("error");
-}
-
 } // namespace
 
 PlayCommand::~PlayCommand()
@@ -125,7 +108,8 @@ void PlayCommand::end(const Outcome &outcome)
                            {QStringLiteral("message"), outcome.sentence}});
         tell("end", {{QStringLiteral("status"), outcome.exitStatus}});
     }
-    m_streamer->shutdown();
+    if (m_streamer) // a signal may come before the start
+        m_streamer->shutdown();
     finish(outcome);
 }
 

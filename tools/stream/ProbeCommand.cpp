@@ -2,6 +2,8 @@
 
 #include "audio/probe/StreamFileType.h"
 
+#include <algorithm>
+
 namespace orvel {
 
 void ProbeCommand::start()

@@ -13,12 +13,12 @@ public:
     using Command::Command;
     ~RecordCommand() override { m_resolver->cancel(); }
     void start() override;
-    void interrupt(int signal) override { stop(Outcome::interrupted(signal)); }
+    void interrupt(int signal) override { stop(Outcome::interrupted(signal), Outcome::interrupted(signal)); }
 
 private:
     void record(const Url &url);
-    // Puts the file in place, then ends with `outcome`.
-    void stop(const Outcome &outcome);
+    // Puts the file in place and ends with `outcome`; with `nothing` when no byte has come.
+    void stop(const Outcome &outcome, const Outcome &nothing);
 
     const std::shared_ptr<Resolver> m_resolver = std::make_shared<Resolver>();
     const std::shared_ptr<StreamRecorder> m_recorder = std::make_shared<StreamRecorder>();

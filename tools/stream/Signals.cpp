@@ -1,9 +1,11 @@
 #include "tools/stream/Signals.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace orvel {
 

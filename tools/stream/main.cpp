@@ -1,4 +1,5 @@
 #include "platform/foundation/MainQueue.h"
+#include "platform/foundation/OneHeap.h"
 #include "platform/foundation/RunLoop.h"
 #include "platform/foundation/SerialQueue.h"
 #include "platform/media/SoundOutput.h"
@@ -48,7 +49,10 @@ Outcome run(const Arguments &arguments, Output &output)
             QCoreApplication::quit();
         });
         const Signals interruptions([&](int signal) { command->interrupt(signal); });
-        MainQueue::async([&] { command->start(); });
+        MainQueue::async([&] {
+            if (!command->hasFinished()) // by a signal that came first
+                command->start();
+        });
         QCoreApplication::exec();
     }
     joinOutputQueues();
@@ -62,6 +66,7 @@ Outcome run(const Arguments &arguments, Output &output)
 
 int main(int argc, char *argv[])
 {
+    keepOneHeap();
     // Turns of Qt's own event loop cost less than those of GLib's, which nothing here needs.
     qputenv("QT_NO_GLIB", "1");
     // A server or a reader of stdout that has left is told by the write itself.

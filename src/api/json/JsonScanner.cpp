@@ -4,6 +4,7 @@
 
 #include <QtEndian>
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <utility>
@@ -28,10 +29,11 @@ constexpr quint64 runEnds(quint64 bytes)
            everyByte(0x80);
 }
 
-constexpr bool areDigits(quint64 bytes)
+// How many of eight bytes, from the lowest on, are digits.
+constexpr int digitCount(quint64 bytes)
 {
-    return ((bytes & everyByte(0xF0)) | (((bytes + everyByte(0x06)) & everyByte(0xF0)) >> 4)) ==
-           everyByte(0x33);
+    const quint64 values = bytes ^ everyByte('0'); // at most 9 each for digits
+    return std::countr_zero(((values + everyByte(0x80 - 10)) | values) & everyByte(0x80)) / 8;
 }
 
 // The number that eight digits spell, the first in the lowest byte: pairs, then fours, then all are put
@@ -43,6 +45,9 @@ constexpr quint64 eightDigits(quint64 bytes)
     return (bytes & 0x0000'FFFF'0000'FFFF) * 0x2710'0000'0001 >> 32;
 }
 static_assert(eightDigits(0x3837363534333231) == 12345678);
+
+constexpr std::array<quint64, 9> powersOfTen{1,       10,        100,        1'000,      10'000,
+                                             100'000, 1'000'000, 10'000'000, 100'000'000};
 
 int hexValue(char digit)
 {
@@ -228,11 +233,13 @@ QByteArrayView JsonScanner::readDigits(quint64 &number)
 {
     const char *at = m_at;
     quint64 read = number;
-    for (; m_end - at >= 8; at += 8) {
+    int count = 8;
+    while (count == 8 && m_end - at >= 8) {
         const quint64 bytes = qFromLittleEndian<quint64>(at);
-        if (!areDigits(bytes))
-            break;
-        read = read * 100'000'000 + eightDigits(bytes);
+        count = digitCount(bytes);
+        if (count > 0) // moved up behind zeros
+            read = read * powersOfTen[static_cast<size_t>(count)] + eightDigits(bytes << (64 - 8 * count));
+        at += count;
     }
     for (; at < m_end && isDigit(*at); ++at)
         read = read * 10 + static_cast<quint64>(*at - '0');

@@ -194,20 +194,20 @@ bool JsonValue::operator==(const JsonValue &other) const
 JsonContainer::~JsonContainer()
 {
     // Containers are taken out of what is about to be freed, so that no destructor meets another below it.
-    std::vector<JsonValue> pending;
+    std::vector<JsonValue::Container> pending;
     const auto takeContainers = [&pending](std::vector<JsonValue> &from) {
         for (JsonValue &value : from) {
-            if (value.isContainer())
-                pending.push_back(std::move(value));
+            auto *const container = std::get_if<JsonValue::Container>(&value.m_content);
+            if (container && *container) // or taken already
+                pending.push_back(std::move(*container));
         }
     };
     takeContainers(values);
     while (!pending.empty()) {
-        const JsonValue last = std::move(pending.back());
+        const JsonValue::Container last = std::move(pending.back());
         pending.pop_back();
-        const auto &container = std::get<JsonValue::Container>(last.m_content);
-        if (container.use_count() == 1)
-            takeContainers(container->values);
+        if (last.use_count() == 1)
+            takeContainers(last->values);
     }
 }
 

@@ -6,6 +6,23 @@
 
 namespace orvel {
 
+QString nameOf(RadioState state)
+{
+    switch (state) {
+    case RadioStateStopped:
+        return QStringLiteral("stopped");
+    case RadioStateConnecting:
+        return QStringLiteral("connecting");
+    case RadioStateBuffering:
+        return QStringLiteral("buffering");
+    case RadioStatePlaying:
+        return QStringLiteral("playing");
+    case RadioStateError:
+        break;
+    }
+    return QStringLiteral("error");
+}
+
 Radio::Radio(const Url &url) : m_url(url), m_bgTask(invalidBackgroundTask) {}
 
 Radio::~Radio() = default;

@@ -25,6 +25,8 @@ enum class RadioState : qint32 {
     RadioStateError = 4,
 };
 using enum RadioState;
+// In one word, for tools and logs: "stopped", "connecting", "buffering", "playing", "error".
+QString nameOf(RadioState state);
 
 // 8 is never used.
 enum class RadioError : qint32 {

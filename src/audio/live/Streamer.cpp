@@ -257,8 +257,8 @@ void Streamer::setState(RadioState state)
     if (m_radioState == state)
         return;
     m_radioState = state;
-    if (m_urlConnection)
-        m_urlConnection->readAtMostEvery(state == RadioStatePlaying ? relaxedReadingInterval() : 0);
+    if (m_urlConnection && state != RadioStatePlaying)
+        m_urlConnection->readAtMostEvery(0);
     if (state == RadioStateError) {
         m_playerState.queueStarted = false;
         m_playerState.isPlaying = false;
@@ -272,15 +272,6 @@ void Streamer::setState(RadioState state)
     tell(&RadioDelegate::radioStateChanged);
     if (state == RadioStatePlaying || state == RadioStateError)
         endBackgroundTaskIfAny();
-}
-
-// While it plays, the stream is read a few times within what has been gathered, also of the richest stream.
-double Streamer::relaxedReadingInterval() const
-{
-    constexpr double mostBytesASecond = 320'000 / 8;
-    constexpr double readsWithinBuffer = 4;
-    const double buffered = double(m_playerState.bufferSize) * double(m_playerState.bufferCount);
-    return std::min(buffered / mostBytesASecond / readsWithinBuffer, 1.0);
 }
 
 void Streamer::tell(void (RadioDelegate::*operation)(Radio &))

@@ -69,7 +69,6 @@ private:
     void playlistReceived();
     void readStreamHeaders(const HeaderFields &headers);
     void setState(RadioState state);
-    double relaxedReadingInterval() const;
     void fail(RadioError error);
     void tell(void (RadioDelegate::*operation)(Radio &));
     void startBufferTimerWithTimeout(double seconds);

@@ -20,6 +20,14 @@ quint32 bufferSizeOf(double bytes)
     return quint32(std::min(bytes, double(std::numeric_limits<qint32>::max())));
 }
 
+// Seconds. The more sound waits, the longer the connection may rest: half of what is there even of the
+// richest stream, at most a second.
+double restBetweenReads(std::size_t bytesWaiting)
+{
+    constexpr double mostBytesASecond = 320'000 / 8;
+    return std::min(double(bytesWaiting) / mostBytesASecond / 2, 1.0);
+}
+
 } // namespace
 
 AudioFileType Streamer::fileTypeHint() const
@@ -182,6 +190,8 @@ void Streamer::handlePacket(AudioFileStream &, quint32 numberOfPackets, QByteArr
         m_transferSuspended = true;
         m_urlConnection->suspend();
     }
+    if (m_urlConnection && m_radioState == RadioStatePlaying)
+        m_urlConnection->readAtMostEvery(restBetweenReads(bytesWaiting));
 }
 
 std::size_t Streamer::transferBound() const

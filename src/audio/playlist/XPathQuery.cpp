@@ -2,6 +2,7 @@
 
 #include "platform/foundation/Log.h"
 
+#include <libxml/SAX2.h>
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
@@ -36,19 +37,21 @@ std::nullopt_t fail(const char *message)
     return std::nullopt;
 }
 
-// libxml2 compares each attribute of a tag with all those before it, so that a megabyte of them would take
-// minutes. No tag holds a "<".
-bool hasEndlessTag(const QByteArray &bytes)
+// libxml2 takes quadratic time for the attributes of one tag: it compares each with the differing ones before
+// it, whose names the parser's dictionary bounds, and looks for the end of its list of them all. A megabyte
+// of attributes would take minutes. Counted here, whatever encoding the document is in.
+constexpr std::size_t mostNameBytes = 16 * 1024;
+constexpr int mostAttributes = 5000;
+
+void startElement(void *parser, const xmlChar *name, const xmlChar *prefix, const xmlChar *uri,
+                  int namespaceCount, const xmlChar **namespaces, int attributeCount, int defaultedCount,
+                  const xmlChar **attributes)
 {
-    constexpr int mostAttributes = 5000;
-    int attributes = 0;
-    for (const char byte : bytes) {
-        if (byte == '<')
-            attributes = 0;
-        else if (byte == '=' && ++attributes > mostAttributes)
-            return true;
-    }
-    return false;
+    if (attributeCount > mostAttributes)
+        xmlStopParser(static_cast<xmlParserCtxtPtr>(parser));
+    else
+        xmlSAX2StartElementNs(parser, name, prefix, uri, namespaceCount, namespaces, attributeCount,
+                              defaultedCount, attributes);
 }
 
 // Attributes declared with values belong to every element of a name: a small document could stand for a huge
@@ -60,13 +63,30 @@ void refuseAttributeDeclaration(void *parser, const xmlChar *, const xmlChar *, 
     xmlStopParser(static_cast<xmlParserCtxtPtr>(parser));
 }
 
+// libxml2 tells of bytes that are not in a document's encoding on stderr, whatever the options, while a
+// thread has no handler of its own.
+class SilentErrors
+{
+public:
+    SilentErrors() { xmlSetStructuredErrorFunc(nullptr, ignore); }
+    ~SilentErrors() { xmlSetStructuredErrorFunc(nullptr, nullptr); }
+    SilentErrors(const SilentErrors &) = delete;
+    SilentErrors &operator=(const SilentErrors &) = delete;
+
+private:
+    static void ignore(void *, xmlErrorPtr) {}
+};
+
 Document documentOf(const QByteArray &bytes)
 {
     // Without XML_PARSE_NOENT and XML_PARSE_HUGE a document stays about as large as its text.
     constexpr int options = XML_PARSE_RECOVER | XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
     const Parser parser(xmlNewParserCtxt());
-    if (!parser || bytes.size() > std::numeric_limits<int>::max() || hasEndlessTag(bytes))
+    if (!parser || bytes.size() > std::numeric_limits<int>::max())
         return nullptr;
+    const SilentErrors silent;
+    xmlDictSetLimit(parser->dict, mostNameBytes);
+    parser->sax->startElementNs = startElement;
     parser->sax->attributeDecl = refuseAttributeDeclaration;
     return Document(xmlCtxtReadMemory(parser.get(), bytes.constData(), static_cast<int>(bytes.size()), "",
                                       nullptr, options));

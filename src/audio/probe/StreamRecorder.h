@@ -28,7 +28,7 @@ public:
     // Recording has ended on return; the file is put in place on the queue, replacing one that was there,
     // also when the recorder is dropped meanwhile. `written` is called in any case.
     void stopRecording(WrittenHandler written = {});
-    // Of every later recording; not called from inside the stop.
+    // Called for each recording whose stream ends before the stop.
     void setStreamEndedHandler(StreamEndedHandler handler) { m_streamEndedHandler = std::move(handler); }
     bool isRecording() const { return m_recording != nullptr; }
 

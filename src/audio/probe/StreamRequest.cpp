@@ -18,6 +18,8 @@ UrlRequest urlRequest(const Url &url, StreamRequest::Purpose purpose)
     const bool wantsMetadata = purpose == StreamRequest::Purpose::Probe;
     request.headers.set(QStringLiteral("Icy-MetaData"),
                         wantsMetadata ? QStringLiteral("1") : QStringLiteral("0"));
+    // Sound is never packed: what claims to be could only unpack to a thousand times its size.
+    request.headers.set(QStringLiteral("Accept-Encoding"), QStringLiteral("identity"));
     return request;
 }
 

@@ -9,26 +9,33 @@ namespace orvel {
 
 namespace {
 
-// Widens the ASCII bytes at the front, many at a time. `units` has room for as many units as there are bytes.
-void widenAscii(const char *&at, const char *end, char16_t *&units)
+// Nothing read is written here: the compiler may do them all at once.
+template<int count>
+void widen(const char *__restrict bytes, char16_t *__restrict units)
 {
-    constexpr int step = 8;
-    while (end - at >= step) {
-        const quint64 beyond = qFromLittleEndian<quint64>(at) & Q_UINT64_C(0x8080808080808080);
-        const int ascii = beyond ? std::countr_zero(beyond) / 8 : step;
-        for (int i = 0; i < step; ++i) // those beyond are written over
-            units[i] = static_cast<uchar>(at[i]);
-        at += ascii;
-        units += ascii;
-        if (ascii < step)
-            return;
+    for (int i = 0; i < count; ++i)
+        units[i] = static_cast<uchar>(bytes[i]);
+}
+
+// Widens the ASCII bytes from `at` to `end`, many at a time; gives how many there were. `units` has room for
+// as many units as there are bytes.
+qsizetype widenAscii(const char *at, const char *end, char16_t *units)
+{
+    constexpr int step = 16;
+    const char *const start = at;
+    for (; end - at >= step; at += step, units += step) {
+        widen<step>(at, units); // those beyond ASCII are written over
+        for (const int half : {0, step / 2})
+            if (const quint64 beyond = qFromLittleEndian<quint64>(at + half) & Q_UINT64_C(0x8080808080808080))
+                return at - start + half + std::countr_zero(beyond) / 8;
     }
     while (at < end && static_cast<uchar>(*at) < 0x80)
         *units++ = static_cast<uchar>(*at++);
+    return at - start;
 }
 
-// The code point of the sequence at the front, of two bytes at least; 0 when it is not well-formed (RFC 3629,
-// 4).
+// The code point of the sequence at the front, of two bytes at least; 0 when it is not well-formed (RFC
+// 3629).
 char32_t readSequence(const char *&at, const char *end)
 {
     const auto lead = static_cast<uchar>(*at);
@@ -60,7 +67,12 @@ char16_t *decodeUtf8(QByteArrayView bytes, char16_t *units)
 {
     const char *at = bytes.begin();
     const char *const end = bytes.end();
-    for (widenAscii(at, end, units); at < end; widenAscii(at, end, units)) {
+    while (true) {
+        const qsizetype ascii = widenAscii(at, end, units);
+        at += ascii;
+        units += ascii;
+        if (at == end)
+            return units;
         const char32_t point = readSequence(at, end);
         if (point == 0)
             return nullptr;
@@ -71,7 +83,6 @@ char16_t *decodeUtf8(QByteArrayView bytes, char16_t *units)
             *units++ = static_cast<char16_t>(point);
         }
     }
-    return units;
 }
 
 std::optional<QString> decodeUtf8(QByteArrayView bytes)

@@ -89,7 +89,7 @@ bool SdlAudioDevice::openDevice()
     wanted.freq = sampleRate();
     wanted.format = AUDIO_F32SYS;
     wanted.channels = Uint8(channels());
-    wanted.samples = 2048;
+    wanted.samples = 1024; // a period of silence may go first
     wanted.userdata = this;
     wanted.callback = [](void *device, Uint8 *bytes, int size) {
         auto *self = static_cast<SdlAudioDevice *>(device);
@@ -138,7 +138,7 @@ qint64 SdlAudioDevice::write(const float *samples, qint64 frames)
 
 void SdlAudioDevice::wakeReader()
 {
-    if (!m_waitsForData)
+    if (!m_waitsForData && m_hasBegun)
         return;
     {
         const std::lock_guard lock(m_waitMutex);
@@ -149,6 +149,8 @@ void SdlAudioDevice::wakeReader()
 void SdlAudioDevice::render(float *samples, qint64 frames)
 {
     qint64 got = 0;
+    if (!m_waitsForData && !m_hasBegun)
+        awaitBeginning();
     if (m_waitsForData)
         got = readWaiting(samples, frames);
     else if (m_isPlaying)
@@ -164,6 +166,15 @@ void SdlAudioDevice::render(float *samples, qint64 frames)
     }
     m_gain = volume;
     std::fill(samples + heard, samples + values, 0.f);
+}
+
+void SdlAudioDevice::awaitBeginning()
+{
+    static constexpr std::chrono::milliseconds patience(100);
+    std::unique_lock lock(m_waitMutex);
+    m_dataOrEnd.wait_for(lock, patience,
+                         [this] { return m_isClosing || (m_isPlaying && m_ring->written() > 0); });
+    m_hasBegun = true;
 }
 
 qint64 SdlAudioDevice::readWaiting(float *samples, qint64 frames)

@@ -9,8 +9,9 @@
 namespace orvel {
 
 // SDL's default device. Its callback reads the ring and applies the volume; it neither locks nor allocates
-// nor waits. The one exception is SDL's disk driver, which runs at the pace of its data: there the callback
-// waits for it, so that what it writes holds what was sent without gaps.
+// nor waits. There are two exceptions. The first callback waits a little for the first sound, which would
+// else follow a whole period of silence. And SDL's disk driver runs at the pace of its data: there every
+// callback waits for it, so that what it writes holds what was sent without gaps.
 class SdlAudioDevice final : public AudioDevice
 {
 public:
@@ -37,6 +38,7 @@ private:
     explicit SdlAudioDevice(const AudioDeviceRequest &request);
     bool openDevice();
     void render(float *samples, qint64 frames);
+    void awaitBeginning();
     qint64 readWaiting(float *samples, qint64 frames);
     void wakeReader();
 
@@ -47,7 +49,8 @@ private:
     std::atomic<bool> m_isPlaying = false;
     float m_gain; // callback only: the volume of the last sample
 
-    bool m_waitsForData = false; // set before the first callback; what follows is for waiting only
+    std::atomic<bool> m_hasBegun = false; // the first callback need wait no more
+    bool m_waitsForData = false;          // set before the first callback; what follows is for waiting only
     std::mutex m_waitMutex;
     std::condition_variable m_dataOrEnd;
     bool m_isClosing = false;

@@ -2,6 +2,8 @@
 
 #include "platform/net/NetErrors.h"
 
+#include <algorithm>
+
 namespace orvel {
 
 namespace {
@@ -159,7 +161,9 @@ void CurlConnection::resume()
 
 void CurlConnection::readAtMostEvery(double seconds)
 {
-    m_readingInterval = seconds;
+    // What arrives during a rest must be seen before it counts as late.
+    const double idleTimeout = m_demand.request.idleTimeout;
+    m_readingInterval = idleTimeout > 0 ? std::min(seconds, idleTimeout / 2) : seconds;
     if (m_loop && seconds <= 0)
         m_loop->endRest(*this);
 }

@@ -162,9 +162,12 @@ void CurlLoop::rest(curl_socket_t socket)
     reader->setEnabled(false);
     RunLoop::current().after(
         seconds,
-        [this, socket, reader = QPointer(reader)] {
-            const auto watch = m_watches.find(socket);
-            if (reader && watch != m_watches.end())
+        [weak = weak_from_this(), socket, reader] {
+            const auto loop = weak.lock();
+            if (!loop)
+                return;
+            const auto watch = loop->m_watches.find(socket);
+            if (watch != loop->m_watches.end() && watch->second.read == reader)
                 reader->setEnabled(watch->second.isWanted);
         },
         RunLoop::Lane::Service);

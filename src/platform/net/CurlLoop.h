@@ -3,7 +3,6 @@
 #include "platform/net/CurlHandles.h"
 
 #include <QObject>
-#include <QPointer>
 #include <QSocketNotifier>
 #include <QTimer>
 #include <memory>

@@ -54,7 +54,8 @@ NetError netError(CURLcode result)
         return {Code::Other,
                 QStringLiteral(
                     "An SSL error has occurred and a secure connection to the server cannot be made.")};
-    case CURLE_WRITE_ERROR: // a header over its bounds
+    case CURLE_WRITE_ERROR:   // a header over its bounds, ours
+    case CURLE_OUT_OF_MEMORY: // or curl's
     case CURLE_WEIRD_SERVER_REPLY:
     case CURLE_BAD_CONTENT_ENCODING:
         return netError(Code::Other);

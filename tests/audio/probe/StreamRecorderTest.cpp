@@ -111,7 +111,9 @@ TEST_F(StreamRecorderTest, PutsEveryByteInPlaceAtTheStop)
     QFile old(m_folder.filePath("take.aac"));
     ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
     old.close();
-    ScriptedServer server({Send{head}, Send{sound}});
+    // Bytes that claim to be packed are kept as they come.
+    ScriptedServer server(
+        {Send{httpHead("Content-Type: audio/aacp\r\nContent-Encoding: deflate\r\n")}, Send{sound}});
     start(server.url(), "take");
     start(server.url(), "other"); // one at a time
     ASSERT_TRUE(recordsUntil(sound.size()));

@@ -254,18 +254,19 @@ TEST(UrlConnectionTest, HoldsTheServerBackWhileSuspended)
     EXPECT_TRUE(delegate->body == bytes);
 }
 
-TEST(UrlConnectionTest, RestsBetweenReadsWhereThatIsEnough)
+// Rests for five seconds: what was asked for, or half of the time-out.
+void restsBetweenReads(double interval, double idleTimeout)
 {
     const QByteArray piece(20, 'x');
     ScriptedServer server(
         Script{Send{httpHead()}, Send{piece}, WaitForRelease{}, Send{piece}, WaitForRelease{}, Send{piece}});
     const auto delegate = std::make_shared<RecordingDelegate>();
     TakenClock clock;
-    delegate->also = [](UrlConnection &it, const QString &event) {
+    delegate->also = [=](UrlConnection &it, const QString &event) {
         if (event == "data")
-            it.readAtMostEvery(5);
+            it.readAtMostEvery(interval);
     };
-    const auto connection = start(server.url(), delegate);
+    const auto connection = start(server.url(), delegate, idleTimeout);
     const qint64 head = httpHead().size();
     const auto sent = [&](int pieces) {
         return waitUntil([&] { return server.bytesSent() == head + pieces * piece.size(); });
@@ -285,6 +286,12 @@ TEST(UrlConnectionTest, RestsBetweenReadsWhereThatIsEnough)
     EXPECT_EQ(delegate->body.size(), 2 * piece.size());
     connection->readAtMostEvery(0);
     EXPECT_TRUE(waitUntil([&] { return delegate->isOver; })) << "the rest did not end at once";
+}
+
+TEST(UrlConnectionTest, RestsBetweenReadsWhereThatIsEnough)
+{
+    restsBetweenReads(5, 60);
+    restsBetweenReads(60, 10);
 }
 
 // A small body that unpacks to a great one must come whole and in order through the pauses for its size.
@@ -342,12 +349,13 @@ TEST(UrlConnectionTest, ClosingConnectionsCancelsThemAll)
 {
     const ScriptedServer server(Script{Send{httpHead()}, SendForever{QByteArray(512, 'x'), 0.001}});
     auto first = std::make_shared<RecordingDelegate>();
-    start(server.url(), first);
+    start(server.url(), first)->readAtMostEvery(0.05);
     start(server.url(), std::make_shared<RecordingDelegate>())->suspend();
     ASSERT_TRUE(waitUntil([&] { return !first->body.isEmpty() && server.requestCount() == 2; }));
     closeConnections();
     EXPECT_EQ(first.use_count(), 1);
     EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
+    waitUntil([] { return false; }, 0.1); // a rest's end is still scheduled
     EXPECT_FALSE(first->isOver);
 }
 

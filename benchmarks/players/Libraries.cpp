@@ -1,0 +1,3 @@
+#include <unistd.h>
+
+int main() { return pause(); }
