@@ -10,9 +10,14 @@ TableRow {
 
     text: cell.lblTitle.text
     Accessible.description: cell.lblFrequency.text + ", " + cell.lblDesc.text
-    normalColor: Theme.row
-    pressedColor: Theme.row
+    pressedColor: normalColor
 
+    // Grounds lie under the row's own, whose focus ring goes round all of it.
+    Rectangle {
+        z: -3
+        anchors.fill: parent
+        color: Theme.row
+    }
     Column {
         anchors.left: parent.left
         anchors.leftMargin: Theme.margin
@@ -41,6 +46,7 @@ TableRow {
     }
     NamedIcon {
         id: dial
+        z: -2
         anchors.right: parent.right
         width: 104
         height: parent.height
