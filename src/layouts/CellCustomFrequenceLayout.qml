@@ -17,6 +17,13 @@ TableRow {
         z: -3
         anchors.fill: parent
         color: Theme.row
+
+        Rectangle {
+            y: parent.height - 1
+            width: parent.width
+            height: 1
+            color: Theme.rowLine
+        }
     }
     Column {
         anchors.left: parent.left
@@ -37,12 +44,6 @@ TableRow {
             color: Theme.textSoft
             font.pixelSize: Theme.fontSmall
         }
-    }
-    Rectangle {
-        y: parent.height - 1
-        width: parent.width
-        height: 1
-        color: Theme.rowLine
     }
     NamedIcon {
         id: dial
