@@ -1,6 +1,7 @@
 #include "e2e/Listener.h"
 
 #include "app/AppDelegate.h"
+#include "app/MenuController.h"
 #include "platform/ui/NavigationController.h"
 #include "screens/radio/RadioViewController.h"
 #include "support/TestLoop.h"
@@ -97,6 +98,21 @@ bool Listener::touches(const QString &text)
 }
 
 void Listener::presses(Qt::Key key) { QTest::keyClick(&window(), key); }
+
+void Listener::types(const char *text)
+{
+    for (; *text != 0; ++text)
+        QTest::keyClick(&window(), *text);
+}
+
+bool Listener::choosesAtMenusEnd(const QString &row)
+{
+    if (!touches(QStringLiteral("Menu")) || !waitsToSee(QStringLiteral("Favoris")))
+        return false;
+    auto &menu = dynamic_cast<MenuController &>(*app().revealSideViewController()->leftController());
+    menu.tableCont.setContentOffset(menu.tableCont.contentHeight() - menu.tableCont.frame().height());
+    return waitsToSee(row) && touches(row);
+}
 
 void Listener::scrollsTo(double offset)
 {

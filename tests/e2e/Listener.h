@@ -25,6 +25,10 @@ public:
     // Touches what bears this text. False when nothing does.
     bool touches(const QString &text);
     void presses(Qt::Key key);
+    // Key by key, into what has the keyboard.
+    void types(const char *text);
+    // Opens the menu and touches one of its last rows.
+    bool choosesAtMenusEnd(const QString &row);
     void scrollsTo(double offset);
     bool waitsFor(const std::function<bool()> &condition);
     // How loud the sound written so far is at its end: the root mean square of the last half second, 0 to 1.
