@@ -59,7 +59,7 @@ char *writeDigits(quint64 number, char *end)
 {
     const auto writeTwo = [&end](quint32 two) {
         end -= 2;
-        std::memcpy(end, &digitPairs[static_cast<size_t>(two * 2)], 2);
+        std::memcpy(end, &digitPairs[static_cast<size_t>(two) * 2], 2);
     };
     constexpr quint64 piece = 100'000'000;
     for (; number >= piece; number /= piece) {

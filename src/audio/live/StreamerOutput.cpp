@@ -24,7 +24,7 @@ quint32 bufferSizeOf(double bytes)
 // richest stream, at most a second.
 double restBetweenReads(std::size_t bytesWaiting)
 {
-    constexpr double mostBytesASecond = 320'000 / 8;
+    constexpr double mostBytesASecond = 320'000.0 / 8;
     return std::min(double(bytesWaiting) / mostBytesASecond / 2, 1.0);
 }
 
