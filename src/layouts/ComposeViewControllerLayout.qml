@@ -8,7 +8,7 @@ FormPage {
 
     required property ComposeViewController screen
 
-    title: screen.serviceName.text
+    title: "Partager sur " + screen.serviceName.text
     fills: true
     onButtonClicked: screen.cancelButton.touchUpInside()
     Component.onCompleted: body.focus = true

@@ -33,10 +33,12 @@ FocusScope {
     }
     Column {
         property real risen: root.visible ? 1 : 0
+        // A wide window has it in its middle.
+        readonly property real foot: root.width < Theme.wideFrom ? 8 : Math.max(8, (root.height - height) / 2)
 
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(480, root.width - 16)
-        y: root.height - (height + 8) * risen
+        y: root.height - (height + foot) * risen
         spacing: 8
 
         Behavior on risen { NumberAnimation { duration: Theme.slide; easing.type: Easing.OutCubic } }

@@ -9,14 +9,13 @@ T.AbstractButton {
     property bool preferred: false
     property color ground: preferred ? Theme.gold : Theme.page
 
-    implicitHeight: Math.max(46, label.implicitHeight + 20)
+    implicitHeight: Math.max(46, implicitContentHeight + 20)
     Accessible.role: Accessible.Button
     Accessible.name: text
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
     contentItem: Text {
-        id: label
         text: root.text
         textFormat: Text.PlainText
         color: root.preferred ? Theme.ink : Theme.text

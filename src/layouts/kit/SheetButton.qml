@@ -9,8 +9,11 @@ T.AbstractButton {
     // A line parts it from what is above.
     property bool lined: false
 
-    implicitHeight: Math.max(54, label.implicitHeight + 24)
+    implicitHeight: Math.max(54, implicitContentHeight + 24)
     hoverEnabled: true
+    leftPadding: 16
+    rightPadding: 16
+    font.family: Theme.fontFamily
     font.pixelSize: Theme.fontTitle
     font.weight: Font.Medium
     Accessible.role: Accessible.Button
@@ -21,7 +24,6 @@ T.AbstractButton {
     Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
     contentItem: Text {
-        id: label
         text: root.text
         textFormat: Text.PlainText
         color: Theme.text
@@ -40,7 +42,8 @@ T.AbstractButton {
             color: root.down ? Theme.rowPressed : root.hovered ? Theme.page : "transparent"
         }
         Rectangle {
-            width: parent.width
+            x: 16
+            width: parent.width - 32
             height: 1
             visible: root.lined
             color: Theme.rowLine

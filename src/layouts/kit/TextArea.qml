@@ -14,7 +14,7 @@ FocusScope {
 
     Layout.fillWidth: true
     Layout.fillHeight: true
-    Layout.minimumHeight: 132
+    Layout.minimumHeight: 108
     visible: !outlet.hidden
 
     Text {
@@ -55,6 +55,7 @@ FocusScope {
                 Accessible.role: Accessible.EditableText
                 Accessible.name: root.label
                 Accessible.multiLine: true
+                Component.onCompleted: cursorPosition = length
                 onTextChanged: if (activeFocus) root.outlet.text = text
                 Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
                 Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)

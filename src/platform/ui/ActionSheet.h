@@ -16,7 +16,7 @@ public:
     virtual void clickedButtonAtIndex(ActionSheet &actionSheet, int buttonIndex) = 0;
 };
 
-// A choice that slides in from the bottom. Window::showActionSheet shows it. Buttons are numbered in display
+// A choice that slides in over the window. Window::showActionSheet shows it. Buttons are numbered in display
 // order, the cancel button last. Main thread.
 class ActionSheet : public QObject, public std::enable_shared_from_this<ActionSheet>
 {
