@@ -12,7 +12,7 @@ T.AbstractButton {
 
     focusPolicy: Qt.TabFocus
     Layout.fillWidth: true
-    implicitHeight: Math.max(Theme.touch, label.implicitHeight + 12)
+    implicitHeight: Math.max(Theme.touch, implicitContentHeight + 12)
     visible: !outlet.hidden
     enabled: outlet.enabled
     Accessible.role: Accessible.CheckBox
@@ -23,20 +23,17 @@ T.AbstractButton {
     Keys.onEnterPressed: clicked()
     onClicked: outlet.touchUpInside()
 
-    contentItem: Item {
+    contentItem: RowLayout {
+        spacing: 12
+
         NamedIcon {
-            id: box
-            anchors.verticalCenter: parent.verticalCenter
-            x: 2
-            width: 24
-            height: 24
+            Layout.leftMargin: 2
+            Layout.preferredWidth: 24
+            Layout.preferredHeight: 24
             name: root.outlet.backgroundImage
         }
         Text {
-            id: label
-            anchors.verticalCenter: parent.verticalCenter
-            x: box.x + box.width + 12
-            width: parent.width - x
+            Layout.fillWidth: true
             text: root.text
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
