@@ -20,7 +20,7 @@ FormPage {
 
     FormIntro {
         title: "Connectez-vous"
-        hint: "Gardez vos radios préférées et vos titres écoutés."
+        hint: "Gardez vos radios préférées et retrouvez vos titres."
     }
     FormField {
         outlet: root.screen.txtEmail

@@ -10,7 +10,7 @@ FocusScope {
 
     required property TextFieldOutlet outlet
     required property string label
-    // The page that the field stands on, to be scrolled to it.
+    // The page that the field stands on.
     required property FormPage page
     property string hint
     property bool password: false
@@ -76,11 +76,7 @@ FocusScope {
         Accessible.passwordEdit: root.password
         onTextEdited: root.outlet.text = text
         onAccepted: root.outlet.returnKey()
-        onActiveFocusChanged: {
-            activeFocus ? root.outlet.beginEditing() : root.outlet.endEditing();
-            if (activeFocus)
-                root.page.reveal(root);
-        }
+        onActiveFocusChanged: activeFocus ? root.outlet.beginEditing() : root.outlet.endEditing()
 
         background: FieldGround {
             active: input.activeFocus

@@ -22,6 +22,7 @@ FocusScope {
     property alias actions: bar.actions
     default property alias content: column.data
     readonly property bool wide: width >= Theme.wideFrom
+    readonly property Item focused: Window.activeFocusItem
     signal buttonClicked
 
     // Where `item`, inside the column, stands on the page while that isn't scrolled.
@@ -29,14 +30,19 @@ FocusScope {
         const place = item.mapToItem(flick.contentItem, 0, 0, item.width, item.height);
         return Qt.rect(place.x, place.y + bar.height, place.width, place.height);
     }
-    // Scrolls so far that `item`, inside the column, can be seen.
+    // Scrolls so far that `item` and what labels it can be seen.
     function reveal(item: Item): void {
-        if (lift !== 0)
+        if (lift !== 0 || !holds(item))
             return;
         const top = item.mapToItem(flick.contentItem, 0, 0).y;
-        flick.contentY = Math.max(0, Math.min(flick.contentHeight - flick.height, Math.max(top + item.height + 16 - flick.height, Math.min(flick.contentY, top - 16))));
+        flick.contentY = Math.max(0, Math.min(flick.contentHeight - flick.height, Math.max(top + item.height + 16 - flick.height, Math.min(flick.contentY, top - 40))));
+    }
+    // Whether `item` stands in the column.
+    function holds(item: Item): bool {
+        return item !== null && (item === column || holds(item.parent));
     }
 
+    onFocusedChanged: reveal(focused)
     onLiftChanged: if (lift !== 0) flick.contentY = 0
     transform: Translate {
         id: shift

@@ -14,6 +14,6 @@ PanelButton {
     preferred: true
     visible: outlet === null || !outlet.hidden
     enabled: outlet === null || outlet.enabled
-    opacity: enabled ? 1 : 0.45
+    opacity: outlet === null || outlet.enabled ? 1 : 0.45
     onClicked: if (outlet !== null) outlet.touchUpInside()
 }
