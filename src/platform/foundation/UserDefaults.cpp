@@ -2,9 +2,24 @@
 
 #include "platform/foundation/Log.h"
 #include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace orvel {
+
+namespace {
+
+// A process killed in the moment of taking the file's lock leaves a lock that names nobody. It would hold up
+// the next write for half a minute.
+void removeNamelessLock(const QString &path)
+{
+    const QFileInfo lock(path + QStringLiteral(".lock"));
+    if (lock.exists() && lock.size() == 0)
+        QFile::remove(lock.filePath());
+}
+
+} // namespace
 
 UserDefaults &UserDefaults::standardUserDefaults()
 {
@@ -17,6 +32,7 @@ UserDefaults &UserDefaults::standardUserDefaults()
 UserDefaults::UserDefaults(const QString &path) : m_settings(path, QSettings::IniFormat)
 {
     m_settings.setAtomicSyncRequired(true);
+    removeNamelessLock(path);
 }
 
 QVariant UserDefaults::objectForKey(const QString &key) const { return m_settings.value(key); }
