@@ -1,7 +1,7 @@
 #include "platform/media/AudioFileStream.h"
 
-#include "support/EncodedTone.h"
 #include "platform/media/FfmpegHandles.h"
+#include "support/EncodedTone.h"
 
 #include <QByteArrayList>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-#include "support/EncodedTone.h"
 #include "platform/media/SoundOutput.h"
+#include "support/EncodedTone.h"
 
 #include <atomic>
 #include <chrono>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/EncodedTone.h"
 #include "platform/media/SoundOutput.h"
+#include "support/EncodedTone.h"
 
 #include <atomic>
 #include <functional>
