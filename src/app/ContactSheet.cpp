@@ -41,18 +41,20 @@ std::shared_ptr<ContactSheet> ContactSheet::make(const ContactNumbering &numberi
 
 void ContactSheet::ShowMessage(ViewController &presenter)
 {
-    m_presenter = presenter.shared_from_this();
-    Window::showActionSheet(QStringLiteral("Please Select Options"),
-                            {QStringLiteral("SMS"), QStringLiteral("Telephone"), QStringLiteral("Mail")},
-                            QStringLiteral("Cancel"), weak_from_this());
+    m_presenter = presenter.weak_from_this();
+    const auto sheet =
+        Window::showActionSheet(QStringLiteral("Please Select Options"),
+                                {QStringLiteral("SMS"), QStringLiteral("Telephone"), QStringLiteral("Mail")},
+                                QStringLiteral("Cancel"), weak_from_this());
+    // The presenter may be what keeps this object, so it is kept from outside: it goes with the sheet.
+    QObject::connect(sheet.get(), &QObject::destroyed, [kept = presenter.shared_from_this()] {});
 }
 
 void ContactSheet::clickedButtonAtIndex(ActionSheet &, int buttonIndex)
 {
     if (m_numbering.logsIndex)
         qCInfo(logApp, "button index %d", buttonIndex);
-    // Let go of when the action is done: the presenter may be what keeps this sheet.
-    const auto presenter = std::exchange(m_presenter, nullptr);
+    const auto presenter = m_presenter.lock();
     if (!presenter || buttonIndex < 0 || buttonIndex >= int(m_numbering.actions.size()))
         return;
     switch (m_numbering.actions[std::size_t(buttonIndex)]) {

@@ -28,7 +28,7 @@ class ContactSheet : public ActionSheetDelegate, public std::enable_shared_from_
 public:
     static std::shared_ptr<ContactSheet> make(const ContactNumbering &numbering = ContactNumbering::screen);
 
-    // Shows the sheet over `presenter`, which is kept alive until a button was chosen.
+    // Shows the sheet over `presenter`, which is kept alive as long as the sheet is shown.
     void ShowMessage(ViewController &presenter);
     void clickedButtonAtIndex(ActionSheet &actionSheet, int buttonIndex) override;
 
@@ -39,7 +39,7 @@ private:
     static void call();
 
     const ContactNumbering m_numbering;
-    std::shared_ptr<ViewController> m_presenter;
+    std::weak_ptr<ViewController> m_presenter;
 };
 
 } // namespace orvel

@@ -70,15 +70,23 @@ TEST_F(ContactSheetTest, EachNumberingDoesWhatItsTableSays)
     EXPECT_EQ(sheet->property("cancelButton"), "Cancel");
 }
 
-TEST_F(ContactSheetTest, TheScreenIsKeptUntilAButtonWasChosen)
+TEST_F(ContactSheetTest, TheScreenIsKeptWhileItsSheetIsShown)
 {
     auto screen = std::make_shared<ViewController>();
     const std::weak_ptr<ViewController> watched = screen;
     share.shairEmailOption(std::exchange(screen, nullptr));
     EXPECT_FALSE(watched.expired());
     app->window()->actionSheet()->click(1);
-    EXPECT_TRUE(watched.expired());
     EXPECT_EQ(app->window()->presentedViewController()->layoutName(), "MessageComposeViewController");
+    letEventsRun();
+    EXPECT_TRUE(watched.expired());
+
+    // A sheet that is still there when the application ends keeps nothing alive.
+    radios().acctionEmail();
+    const std::weak_ptr<ViewController> left = radios().weak_from_this();
+    RunLoop::main().cancelAll();
+    app.reset();
+    EXPECT_TRUE(left.expired());
 }
 
 TEST_F(ContactSheetTest, AnSmsIsPreparedAndOnlyItsFailureIsTold)
