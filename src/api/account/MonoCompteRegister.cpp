@@ -37,16 +37,18 @@ void MonoCompteRegister::viewDidLoad()
     }
 }
 
-void MonoCompteRegister::textFieldDidBeginEditing(TextField &field) { moveScreen(field, true); }
-
-void MonoCompteRegister::textFieldDidEndEditing(TextField &field) { moveScreen(field, false); }
-
-void MonoCompteRegister::moveScreen(const TextField &field, bool up)
+void MonoCompteRegister::textFieldDidBeginEditing(const TextField &field)
 {
     if (view.frame().height() >= lowScreen)
         return;
     const int distance = int(field.frame().top() + field.frame().height() - footOfField);
-    setLift(up ? lift() + distance : lift() - distance);
+    m_distances.insert(&field, distance);
+    setLift(lift() + distance);
+}
+
+void MonoCompteRegister::textFieldDidEndEditing(const TextField &field)
+{
+    setLift(lift() - m_distances.take(&field));
 }
 
 void MonoCompteRegister::requestSucceeded(const JsonValue &content)

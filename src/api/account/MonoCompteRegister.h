@@ -2,6 +2,8 @@
 
 #include "api/account/FormController.h"
 
+#include <QHash>
+
 namespace orvel {
 
 // The registration form. On a low screen it moves up while a field is edited, so that the keyboard does not
@@ -19,8 +21,8 @@ public:
     Q_INVOKABLE void acctionBack();
     // Brings the side menu back into view, beneath this screen.
     Q_INVOKABLE void acctionMenu();
-    void textFieldDidBeginEditing(TextField &field);
-    void textFieldDidEndEditing(TextField &field);
+    void textFieldDidBeginEditing(const TextField &field);
+    void textFieldDidEndEditing(const TextField &field);
 
 protected:
     void viewDidLoad() override;
@@ -28,7 +30,9 @@ protected:
     void requestSucceeded(const JsonValue &content) override;
 
 private:
-    void moveScreen(const TextField &field, bool up);
+    // How far each field that is edited has moved the screen: back it goes as far, also when the window was
+    // turned or resized meanwhile.
+    QHash<const TextField *, int> m_distances;
 
     // How many points the screen stands above its place.
     OUTLET_VALUE(int, lift, setLift) = 0;
