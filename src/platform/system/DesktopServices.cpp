@@ -58,8 +58,8 @@ QString inAscii(const QString &url)
 {
     QString encoded;
     for (const char byte : url.toUtf8())
-        encoded +=
-            byte > 0 ? QString(QLatin1Char(byte)) : QStringLiteral("%%1").arg(uchar(byte), 2, 16).toUpper();
+        encoded += uchar(byte) < 0x80 ? QString(QLatin1Char(byte))
+                                      : QStringLiteral("%%1").arg(uchar(byte), 2, 16).toUpper();
     return encoded;
 }
 

@@ -31,7 +31,8 @@ QByteArray encodedWords(const QString &text)
 {
     constexpr qsizetype unitsAWord = 14; // of up to 3 bytes each
     const QByteArray latin = text.toLatin1();
-    if (QString::fromLatin1(latin) == text && std::ranges::all_of(latin, [](char c) { return c > 0; }))
+    if (QString::fromLatin1(latin) == text &&
+        std::ranges::all_of(latin, [](uchar c) { return c != 0 && c < 0x80; }))
         return latin;
     QByteArrayList words;
     for (qsizetype at = 0; at < text.size();) {
