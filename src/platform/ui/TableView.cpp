@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace orvel {
 
@@ -138,7 +139,6 @@ void TableView::askCounts()
 void TableView::askHeights()
 {
     const std::shared_ptr<TableViewDelegate> delegate = orPlain(m_delegate.lock());
-    const double heightBefore = contentHeight();
     m_width = frame().width();
     m_geometry->setHeights([&](const TablePlace &place) {
         switch (place.kind) {
@@ -151,7 +151,7 @@ void TableView::askHeights()
         }
         return 0.0;
     });
-    if (contentHeight() != heightBefore)
+    if (contentHeight() != std::exchange(m_heightTold, contentHeight()))
         Q_EMIT contentHeightChanged();
 }
 

@@ -110,6 +110,7 @@ private:
 
     double m_contentOffset = 0;
     double m_width = 0;
+    double m_heightTold = 0; // in contentHeightChanged
     bool m_loaded = false;
     bool m_changing = false;
     std::unique_ptr<TableGeometry> m_geometry;

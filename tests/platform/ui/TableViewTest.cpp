@@ -233,6 +233,9 @@ TEST(TableViewTest, TakesAReloadAskedForInAnyCallback)
 TEST(TableViewTest, ShowsNothingOfADataSourceThatIsGone)
 {
     TableView table;
+    std::vector<double> heightsTold;
+    QObject::connect(&table, &TableView::contentHeightChanged,
+                     [&] { heightsTold.push_back(table.contentHeight()); });
     table.setFrame(QRectF(0, 0, 320, 500));
     table.reloadData();
     auto list = shownList();
@@ -248,6 +251,7 @@ TEST(TableViewTest, ShowsNothingOfADataSourceThatIsGone)
     table.reloadData();
     table.selectRow(0, 0);
     EXPECT_EQ(table.contentHeight(), 0);
+    EXPECT_THAT(heightsTold, ElementsAre(44000, 0));
 }
 
 TEST(TableViewTest, LeavesOutARowWithoutCellAndSelectsOnlyRowsThatExist)
