@@ -95,7 +95,7 @@ TEST_F(FavouriteStoreTest, AKillAtAnyMomentLosesNothingStored)
     defaults.setObject(QByteArray("[]"), key);
     defaults.synchronise();
     int added = 0;
-    for (int round = 0; round < 20; ++round) {
+    for (int round = 0; round < 8; ++round) {
         int told[2];
         ASSERT_EQ(pipe(told), 0);
         const pid_t writer = fork();
@@ -111,7 +111,7 @@ TEST_F(FavouriteStoreTest, AKillAtAnyMomentLosesNothingStored)
         close(told[1]);
         int last = added;
         ASSERT_EQ(read(told[0], &last, sizeof last), ssize_t(sizeof last));
-        usleep(useconds_t(round * 173 % 2000));
+        usleep(useconds_t(round * 433 % 2000));
         kill(writer, SIGKILL);
         waitpid(writer, nullptr, 0);
         while (read(told[0], &last, sizeof last) == ssize_t(sizeof last)) {
