@@ -105,13 +105,22 @@ void Listener::types(const char *text)
         QTest::keyClick(&window(), *text);
 }
 
-bool Listener::choosesAtMenusEnd(const QString &row)
+bool Listener::choosesInMenu(const QString &row) { return chooses(row, false); }
+
+bool Listener::choosesAtMenusEnd(const QString &row) { return chooses(row, true); }
+
+bool Listener::chooses(const QString &row, bool atEnd)
 {
-    if (!touches(QStringLiteral("Menu")) || !waitsToSee(QStringLiteral("Favoris")))
+    const auto &panel = app().revealSideViewController();
+    if (!panel->isOpen() && !touches(QStringLiteral("Menu")))
         return false;
-    auto &menu = dynamic_cast<MenuController &>(*app().revealSideViewController()->leftController());
-    menu.tableCont.setContentOffset(menu.tableCont.contentHeight() - menu.tableCont.frame().height());
-    return waitsToSee(row) && touches(row);
+    TableView &table = dynamic_cast<MenuController &>(*panel->leftController()).tableCont;
+    // The rows get their titles a moment after the menu was first made.
+    const bool there = waitsFor([&] {
+        table.setContentOffset(atEnd ? table.contentHeight() - table.frame().height() : 0);
+        return sees(row);
+    });
+    return there && touches(row);
 }
 
 void Listener::scrollsTo(double offset)

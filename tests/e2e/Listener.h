@@ -27,7 +27,8 @@ public:
     void presses(Qt::Key key);
     // Key by key, into what has the keyboard.
     void types(const char *text);
-    // Opens the menu and touches one of its last rows.
+    // Opens the menu if it isn't and touches one of its first rows, or of its last.
+    bool choosesInMenu(const QString &row);
     bool choosesAtMenusEnd(const QString &row);
     void scrollsTo(double offset);
     bool waitsFor(const std::function<bool()> &condition);
@@ -40,6 +41,7 @@ public:
 
 private:
     QQuickItem *find(const QString &text) const;
+    bool chooses(const QString &row, bool atEnd);
 
     std::unique_ptr<DemoStation> m_station;
     std::unique_ptr<Application> m_application;

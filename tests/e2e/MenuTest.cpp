@@ -1,5 +1,6 @@
 #include "e2e/Listener.h"
 
+#include "api/StationConfiguration.h"
 #include "app/AppDelegate.h"
 #include "platform/foundation/InputGate.h"
 #include "platform/ui/RecordingServices.h"
@@ -11,7 +12,7 @@ using namespace orvel::test;
 
 namespace {
 
-const QString notThere = "Cette rubrique n'est pas encore disponible.";
+const char *const notThere = "Cette rubrique n'est pas encore disponible.";
 const QString contact = "Contacter la station";
 
 struct MenuEndToEndTest : testing::Test
@@ -62,6 +63,35 @@ TEST_F(MenuEndToEndTest, PagesFrequenciesAndTheSearchBar)
     EXPECT_FALSE(listener.sees("jazz"));
     listener.presses(Qt::Key_Escape);
     ASSERT_TRUE(listener.waitsNotToSee(notThere));
+}
+
+TEST_F(MenuEndToEndTest, EveryRowOpensItsScreenItsPageOrSaysThatItIsNotThere)
+{
+    for (const char *row : {"Titre diffusés", "Top 10", "News", "Sons", "Vidéos", "Concours", "Agenda"}) {
+        ASSERT_TRUE(listener.choosesInMenu(row)) << row;
+        ASSERT_TRUE(listener.waitsToSee(notThere)) << row;
+        listener.presses(Qt::Key_Escape);
+        ASSERT_TRUE(listener.waitsNotToSee(notThere)) << row;
+    }
+    const char *const ownScreens[][2] = {{"Mon compte", "Se connecter"},
+                                         {"Inscrivez-vous à la Newsletter", "S'inscrire"},
+                                         {"Grille des programmes", notThere},
+                                         {"Mentions légales", notThere}};
+    for (const auto &[row, shown] : ownScreens) {
+        ASSERT_TRUE(listener.choosesAtMenusEnd(row)) << row;
+        ASSERT_TRUE(listener.waitsToSee(shown)) << row;
+        listener.presses(Qt::Key_Escape);
+        ASSERT_TRUE(listener.waitsNotToSee(shown)) << row;
+    }
+    for (const char *service : {"Facebook", "Twitter", "Google+", "Instagram"})
+        ASSERT_TRUE(listener.choosesAtMenusEnd(QString("Orvel Radio sur ") + service)) << service;
+    const StationConfiguration &station = StationConfiguration::current();
+    EXPECT_EQ(system->opened, QStringList({station.facebookPage, station.twitterPage, station.googlePage,
+                                           station.instagramPage}));
+    ASSERT_TRUE(listener.choosesInMenu("Favoris"));
+    ASSERT_TRUE(listener.waitsToSee("Pas encore de favoris"));
+    ASSERT_TRUE(listener.choosesInMenu("Radios"));
+    EXPECT_TRUE(listener.waitsToSee("Choisissez une radio"));
 }
 
 TEST_F(MenuEndToEndTest, EachNumberingOfTheContactSheetDoesItsOwn)
