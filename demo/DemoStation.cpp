@@ -8,6 +8,7 @@
 
 #include <QLoggingCategory>
 
+#include <thread>
 #include <utility>
 
 namespace orvel {
@@ -87,7 +88,11 @@ std::unique_ptr<DemoStation> DemoStation::start(const Options &options)
     p.streams->start(p.content, {options.burstBytes, options.paced});
     p.network->start(
         [&p](const WebRequest &request) { return p.networkApi.answer(request).value_or(Parts::missing()); });
-    p.site->start([&p](const WebRequest &request) { return p.siteAnswer(request); });
+    p.site->start([&p, delay = options.delay](const WebRequest &request) {
+        if (request.post)
+            std::this_thread::sleep_for(delay);
+        return p.siteAnswer(request);
+    });
     return std::unique_ptr<DemoStation>(new DemoStation(std::move(parts)));
 }
 

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <memory>
 
 namespace orvel {
@@ -19,6 +20,7 @@ public:
                           // any free ones
         qsizetype burstBytes = 196608; // what a listener gets at once
         bool paced = true; // false: streams go out as fast as they are taken, each encoded for itself
+        std::chrono::milliseconds delay{0}; // before the site's API answers, as from afar
         // Empty: the keys this program was configured with.
         QByteArray stationSigningKey;
         QByteArray stationPublicKey;

@@ -2,42 +2,29 @@
 
 #include "app/AppDelegate.h"
 #include "platform/foundation/NotificationCentre.h"
-#include "platform/ui/NavigationController.h"
-#include "screens/radio/RadioViewController.h"
 
 #include <QDir>
 #include <QGuiApplication>
-#include <QMouseEvent>
-#include <QQuickWindow>
 #include <QTextStream>
 
 namespace orvel {
 
+namespace {
+
+void print(const QString &line) { QTextStream(stdout) << line << Qt::endl; }
+
+} // namespace
+
 Tour::Tour(AppDelegate &delegate, QQuickWindow &window, const QString &folder, double seconds)
     : m_delegate(delegate)
-    , m_window(window)
+    , m_visitor(window)
     , m_folder(QDir(folder).absolutePath())
     , m_end(RunLoop::main().now() + seconds)
-    , m_lastStep(RunLoop::main().now())
+    , m_since(RunLoop::main().now())
 {
     QDir().mkpath(m_folder);
-    TableView &table = radios().tableCont;
-    m_steps = {
-        {[&table] { return table.contentHeight() > 0 && table.elements()->rowCount() > 1; }, nullptr, [] {}},
-        {[this] { return hasRested(1.5); }, "1-list", [this] { tapFirstRow(); }},
-        {[this] { return m_hasPlayed && hasRested(2); }, "2-playing",
-         [&table] {
-             // The list's end, clear of the compact bar over it.
-             constexpr double barRoom = 80;
-             table.setContentOffset(table.contentHeight() + barRoom - table.frame().height());
-         }},
-        {[this] { return hasRested(1); }, "3-compact-bar", [&table] { table.setContentOffset(0); }},
-        {[this] { return hasRested(1); }, nullptr, [this] { radios().acctionMenu(); }},
-        {[this] { return hasRested(1.5); }, "4-menu",
-         [this] { m_delegate.revealSideViewController()->close(true); }},
-    };
     NotificationCentre::defaultCentre().addObserver(
-        this, AppDelegate::songTitleNotification, [this](const Notification &notification) {
+        this, AppDelegate::songTitleNotification, [](const Notification &notification) {
             const QStringList parts = notification.object.toString().split(QStringLiteral("&&&"));
             print(QStringLiteral("title: %1 (%2)").arg(parts.value(0), parts.value(1)));
         });
@@ -52,65 +39,62 @@ Tour::~Tour()
 
 void Tour::look()
 {
-    if (const auto &radio = m_delegate.radio()) {
-        m_hasPlayed |= radio->radioState() == RadioStatePlaying;
-        if (const QString state = nameOf(radio->radioState()); state != m_lastState) {
-            m_lastState = state;
-            print(QStringLiteral("%1: %2").arg(m_delegate.gl1, state));
-        }
-    }
-    if (AlertView *const alert = m_delegate.window()->alert()) {
-        if (!hasRested(1))
-            return;
-        print(QStringLiteral("alert: %1").arg(alert->message()));
-        takeScreenshot(QStringLiteral("alert"));
-        alert->click(0);
-        m_lastStep = RunLoop::main().now();
-    } else if (m_next < m_steps.size() && m_steps[m_next].isDue()) {
-        const Step &step = m_steps[m_next++];
-        if (step.screenshot)
-            takeScreenshot(QString::fromLatin1(step.screenshot));
-        step.act();
-        m_lastStep = RunLoop::main().now();
-    }
-    if (RunLoop::main().now() > m_end) {
-        print(QStringLiteral("screenshots: %1").arg(m_folder));
-        QGuiApplication::exit(m_hasPlayed ? 0 : 1);
+    printState();
+    if (m_next < m_steps.size() && RunLoop::main().now() < m_end)
+        takeStep();
+    else
+        finish();
+}
+
+void Tour::printState()
+{
+    const auto &radio = m_delegate.radio();
+    if (!radio)
+        return;
+    m_hasPlayed |= radio->radioState() == RadioStatePlaying;
+    const QString state = nameOf(radio->radioState());
+    if (std::exchange(m_lastState, state) != state)
+        print(QStringLiteral("%1: %2").arg(m_delegate.gl1, state));
+}
+
+void Tour::takeStep()
+{
+    const TourStep &step = m_steps[m_next];
+    const double now = RunLoop::main().now();
+    if (!m_acted) {
+        m_acted = step.act(m_visitor);
+        m_since = now;
+    } else if (!step.sees.isEmpty() && !m_visitor.sees(step.sees)) {
+        m_since = now;
+        // A word in between: without a sound device the client says so.
+        if (const AlertView *const alert = m_delegate.window()->alert())
+            print(QStringLiteral("alert: %1").arg(alert->message()));
+        m_visitor.touch(QStringLiteral("OK"));
+    } else if (now - m_since >= step.rest) {
+        if (!step.picture.isEmpty())
+            takePicture(step.picture);
+        ++m_next;
+        m_acted = false;
     }
 }
 
-bool Tour::hasRested(double seconds) const { return RunLoop::main().now() - m_lastStep > seconds; }
-
-void Tour::print(const QString &line) const { QTextStream(stdout) << line << Qt::endl; }
-
-void Tour::takeScreenshot(const QString &name)
+void Tour::takePicture(const QString &name)
 {
     const QString path = m_folder + u'/' + name + QStringLiteral(".png");
-    if (!m_window.grabWindow().save(path))
+    if (!m_visitor.savePicture(path))
         print(QStringLiteral("can't write %1").arg(path));
 }
 
-void Tour::tap(QPointF place)
+void Tour::finish()
 {
-    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-        QMouseEvent event(type, place, m_window.mapToGlobal(place), Qt::LeftButton,
-                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-        QGuiApplication::sendEvent(&m_window, &event);
+    const bool whole = m_next == m_steps.size();
+    if (!whole) {
+        takePicture(QStringLiteral("stuck"));
+        print(
+            QStringLiteral("step %1 is still waiting for \"%2\"").arg(m_next + 1).arg(m_steps[m_next].sees));
     }
-}
-
-void Tour::tapFirstRow()
-{
-    RadioViewController &screen = radios();
-    const QRectF list = screen.tableCont.frame();
-    tap({list.center().x(), list.top() + screen.heightForHeaderInSection(screen.tableCont, 0) + 30});
-}
-
-RadioViewController &Tour::radios() const
-{
-    auto &navigation =
-        static_cast<NavigationController &>(*m_delegate.revealSideViewController()->centerController());
-    return static_cast<RadioViewController &>(*navigation.topViewController());
+    print(QStringLiteral("screenshots: %1").arg(m_folder));
+    QGuiApplication::exit(m_hasPlayed && whole ? 0 : 1);
 }
 
 } // namespace orvel

@@ -1,22 +1,16 @@
 #pragma once
 
+#include "demo/app/TourSteps.h"
+#include "demo/app/Visitor.h"
 #include "platform/foundation/RunLoop.h"
-
-#include <QPointF>
-#include <QString>
-#include <functional>
-#include <vector>
-
-class QQuickWindow;
 
 namespace orvel {
 
 class AppDelegate;
-class RadioViewController;
 
-// Uses the application as a listener would, for machines without a display: waits for the list, taps the
-// first radio, scrolls, opens the menu, leaves a screenshot of each state in a folder and prints what plays.
-// Ends the application after some seconds: with exit code 1 when the radio has not played.
+// Uses the application as a listener would, for machines without a display: goes through every screen, leaves
+// pictures of them in a folder and prints what plays. Ends the application after its last step, or when
+// `seconds` are over: with exit code 1 when it has not come to its last step or the radio has not played.
 class Tour
 {
 public:
@@ -26,28 +20,20 @@ public:
     Tour &operator=(const Tour &) = delete;
 
 private:
-    struct Step
-    {
-        std::function<bool()> isDue;
-        const char *screenshot; // taken when it is due
-        std::function<void()> act;
-    };
     void look();
-    void print(const QString &line) const;
-    void takeScreenshot(const QString &name);
-    void tap(QPointF place);
-    void tapFirstRow();
-    RadioViewController &radios() const;
-    // True once `seconds` have gone by since the last step.
-    bool hasRested(double seconds) const;
+    void printState();
+    void takeStep();
+    void takePicture(const QString &name);
+    void finish();
 
     AppDelegate &m_delegate;
-    QQuickWindow &m_window;
+    Visitor m_visitor;
     const QString m_folder;
     const double m_end;
-    double m_lastStep;
-    std::vector<Step> m_steps;
+    const std::vector<TourStep> m_steps = tourSteps();
     std::size_t m_next = 0;
+    bool m_acted = false; // in the next step
+    double m_since;       // when it has done so and saw what it waited for
     bool m_hasPlayed = false;
     QString m_lastState;
     RunLoop::Token m_looking = 0;

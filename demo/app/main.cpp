@@ -5,6 +5,7 @@
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
+#include <QTemporaryDir>
 #include <QTextStream>
 
 using namespace orvel;
@@ -19,14 +20,22 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     const QCommandLineOption tour(
         QStringLiteral("tour"),
-        QStringLiteral("Play the first radio unattended and leave screenshots in <folder>."),
+        QStringLiteral("Go through every screen unattended and leave screenshots in <folder>."),
         QStringLiteral("folder"));
-    const QCommandLineOption seconds(QStringLiteral("seconds"), QStringLiteral("How long the tour takes."),
-                                     QStringLiteral("number"), QStringLiteral("30"));
+    const QCommandLineOption seconds(QStringLiteral("seconds"), QStringLiteral("How long the tour may take."),
+                                     QStringLiteral("number"), QStringLiteral("180"));
     parser.addOptions({tour, seconds});
     parser.process(app);
 
-    const std::unique_ptr<DemoStation> station = DemoStation::start({});
+    // A tour starts as a new listener's client does, and leaves the user's favourites and account alone.
+    const QTemporaryDir settings;
+    if (parser.isSet(tour))
+        qputenv("XDG_CONFIG_HOME", settings.path().toUtf8());
+
+    DemoStation::Options options;
+    if (parser.isSet(tour))
+        options.delay = std::chrono::milliseconds(600); // long enough to see the overlay
+    const std::unique_ptr<DemoStation> station = DemoStation::start(options);
     if (!station) {
         QTextStream(stderr) << "The demo station can't be started.\n";
         return 1;

@@ -1,0 +1,76 @@
+#include "demo/app/Visitor.h"
+
+#include "platform/foundation/InputGate.h"
+
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QTest>
+#include <functional>
+
+namespace orvel {
+
+namespace {
+
+const QPointF nowhere(-1, -1);
+
+// Calls `look` with every item that is shown, what lies behind first.
+void visit(QQuickItem *item, const std::function<void(QQuickItem *)> &look)
+{
+    if (!item->isVisible() || item->opacity() == 0)
+        return;
+    look(item);
+    for (QQuickItem *child : item->childItems())
+        visit(child, look);
+}
+
+} // namespace
+
+QQuickItem *Visitor::find(const QString &text) const
+{
+    QQuickItem *found = nullptr;
+    const QRectF all(QPointF(), m_window.size());
+    visit(m_window.contentItem(), [&](QQuickItem *item) {
+        if (item->property("text").toString() == text &&
+            all.contains(item->mapRectToScene(item->boundingRect()).center()))
+            found = item;
+    });
+    return found;
+}
+
+bool Visitor::touch(const QString &text)
+{
+    const QQuickItem *const item = find(text);
+    const QPointF place = item ? item->mapToScene(item->boundingRect().center()) : nowhere;
+    const bool stands = std::exchange(m_place, place) == place;
+    if (!item || !item->isEnabled() || !stands || InputGate::shared().isHeld())
+        return false;
+    QTest::mouseClick(&m_window, Qt::LeftButton, {}, place.toPoint());
+    m_place = nowhere;
+    return true;
+}
+
+void Visitor::type(const QString &text)
+{
+    for (const char letter : text.toLatin1())
+        QTest::keyClick(&m_window, letter);
+}
+
+void Visitor::press(Qt::Key key) { QTest::keyClick(&m_window, key); }
+
+void Visitor::scroll(double share)
+{
+    QQuickItem *list = nullptr;
+    visit(m_window.contentItem(), [&](QQuickItem *item) {
+        if (item->inherits("QQuickFlickable"))
+            list = item;
+    });
+    if (list)
+        list->setProperty("contentY",
+                          share * std::max(0.0, list->property("contentHeight").toDouble() - list->height()));
+}
+
+void Visitor::resize(int width, int height) { m_window.resize(width, height); }
+
+bool Visitor::savePicture(const QString &path) { return m_window.grabWindow().save(path); }
+
+} // namespace orvel
