@@ -20,7 +20,7 @@ Rectangle {
         y: (root.height + bar.height + root.screen.viewHeader.frame.height - height) / 2
         visible: root.empty
         title: "Pas encore de radios"
-        hint: "Si la liste tarde, ouvrez le menu et choisissez « Radios » pour réessayer."
+        hint: "Si la liste tarde, ouvrez le menu et choisissez « Radios » pour réessayer."
     }
     Table {
         id: list
