@@ -64,8 +64,8 @@ std::vector<TourStep> radios()
     return {
         {waitForOverlay, {}, 0.3, "overlay"},
         // Long enough for every radio in sight to have been asked for its title.
-        {doNothing, "Orvel La Radio", 5, "radios"},
-        {touch("Orvel La Radio"), "Pause", 4, "playing"},
+        {doNothing, "Orvel La Radio", 3, "radios"},
+        {touch("Orvel La Radio"), "Pause", 2.5, "playing"},
         {touch("Partager sur Facebook"), "Continuer sur Facebook", aMoment, "share-facebook"},
         {touch("Annuler"), "Menu", noTime, {}},
         {touch("Partager sur Twitter"), "Continuer sur Twitter", aMoment, "share-twitter"},
@@ -107,7 +107,7 @@ std::vector<TourStep> account()
         {touch("Se connecter"), "User successfully Login.", aMoment, {}},
         {press(Qt::Key_Escape), {}, noTime, {}},
         {touch("Inscrivez-vous à la Newsletter"), "S'inscrire", aMoment, "newsletter"},
-        {touch("Menu"), {}, noTime, {}},
+        {touch("Fermer"), {}, noTime, {}},
     };
 }
 

@@ -25,13 +25,16 @@ void visit(QQuickItem *item, const std::function<void(QQuickItem *)> &look)
 
 } // namespace
 
+bool Visitor::isInSight(const QQuickItem &item) const
+{
+    return QRectF(QPointF(), m_window.size()).contains(item.mapToScene(item.boundingRect().center()));
+}
+
 QQuickItem *Visitor::find(const QString &text) const
 {
     QQuickItem *found = nullptr;
-    const QRectF all(QPointF(), m_window.size());
     visit(m_window.contentItem(), [&](QQuickItem *item) {
-        if (item->property("text").toString() == text &&
-            all.contains(item->mapRectToScene(item->boundingRect()).center()))
+        if (item->property("text").toString() == text && isInSight(*item))
             found = item;
     });
     return found;
@@ -61,7 +64,7 @@ void Visitor::scroll(double share)
 {
     QQuickItem *list = nullptr;
     visit(m_window.contentItem(), [&](QQuickItem *item) {
-        if (item->inherits("QQuickFlickable"))
+        if (item->inherits("QQuickFlickable") && isInSight(*item))
             list = item;
     });
     if (list)

@@ -29,6 +29,8 @@ public:
     bool savePicture(const QString &path);
 
 private:
+    // Its middle is within the window.
+    bool isInSight(const QQuickItem &item) const;
     QQuickItem *find(const QString &text) const;
 
     QQuickWindow &m_window;
