@@ -3,6 +3,7 @@
 #include "support/TestLoop.h"
 
 #include <QFile>
+#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -51,10 +52,13 @@ constexpr auto configuration = R"(<icecast>
 </icecast>
 )";
 
+// Below those that outgoing connections take, so that it stays free while the server is restarted.
 quint16 freePort()
 {
     QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
+    while (
+        !server.listen(QHostAddress::LocalHost, quint16(QRandomGenerator::global()->bounded(20000, 30000)))) {
+    }
     return server.serverPort();
 }
 
@@ -69,9 +73,10 @@ QString IcecastServer::start()
 {
     giveToUnprivileged(m_folder.path());
     QString failure;
-    // A free port may be taken by another before the server has it.
+    // A free port may be taken by another before the server has it; a restart keeps the port.
+    const bool isRestart = m_port != 0;
     for (int attempt = 0; attempt < 5; ++attempt) {
-        if (m_port == 0)
+        if (!isRestart)
             m_port = freePort();
         if (!writeConfiguration())
             return QStringLiteral("The configuration can't be written");
@@ -83,7 +88,6 @@ QString IcecastServer::start()
         if (waitUntil([this] { return !m_process.isRunning() || answers(); }) && m_process.isRunning())
             return {};
         m_process.end(SIGKILL);
-        m_port = 0;
     }
     QFile output(logFile(QStringLiteral("output.log")));
     output.open(QIODevice::ReadOnly);

@@ -6,7 +6,7 @@ namespace orvel::test {
 
 LivePlayer::LivePlayer(const QString &url)
 {
-    StreamerServices services;
+    StreamerServices services{.reachability = reachabilityForLocalStation};
     services.newOutputQueue = [this](const AudioStreamBasicDescription &format,
                                      OutputQueue::BufferCallback callback) {
         return newOutputQueue(
