@@ -1,10 +1,14 @@
 #include "platform/foundation/UserDefaults.h"
 
+#include "platform/foundation/FreeName.h"
 #include "platform/foundation/Log.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+
+#include <cstdio>
 
 namespace orvel {
 
@@ -19,6 +23,36 @@ void removeNamelessLock(const QString &path)
         QFile::remove(lock.filePath());
 }
 
+// Far more than the application ever stores, and read in a few seconds.
+constexpr qint64 largestFile = 256 * 1024 * 1024;
+
+bool keepAside(const QString &path)
+{
+    const QString aside =
+        freeName(path + QStringLiteral(".damaged"), qOverload<const QString &>(&QFileInfo::exists));
+    const bool kept = std::rename(QFile::encodeName(path), QFile::encodeName(aside)) == 0;
+    qCWarning(logFoundation) << "The settings file is damaged"
+                             << (kept ? "and kept as" : "and can't be kept as") << aside;
+    return kept;
+}
+
+// The path of a settings file that can be read and written. A damaged one is kept aside, and a new one begun
+// with whatever could be read of it: Qt's next write would lose the rest.
+const QString &readyFile(const QString &path)
+{
+    removeNamelessLock(path);
+    const QFileInfo info(path);
+    // Qt would read a pipe, or a file beyond all memory, to the bitter end.
+    if (info.exists() && (!info.isFile() || info.size() > largestFile))
+        keepAside(path);
+    QSettings settings(path, QSettings::IniFormat);
+    const QStringList readable = settings.allKeys(); // only this reads every line
+    if (settings.status() == QSettings::FormatError && keepAside(path))
+        for (const QString &key : readable)
+            settings.setValue(key, settings.value(key));
+    return path;
+}
+
 } // namespace
 
 UserDefaults &UserDefaults::standardUserDefaults()
@@ -29,10 +63,9 @@ UserDefaults &UserDefaults::standardUserDefaults()
     return defaults;
 }
 
-UserDefaults::UserDefaults(const QString &path) : m_settings(path, QSettings::IniFormat)
+UserDefaults::UserDefaults(const QString &path) : m_settings(readyFile(path), QSettings::IniFormat)
 {
     m_settings.setAtomicSyncRequired(true);
-    removeNamelessLock(path);
 }
 
 QVariant UserDefaults::objectForKey(const QString &key) const { return m_settings.value(key); }

@@ -5,6 +5,9 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sys/stat.h>
+
 using namespace orvel;
 
 TEST(UserDefaultsTest, ASecondReaderSeesWhatWasSynchronised)
@@ -40,4 +43,41 @@ TEST(UserDefaultsTest, SaysSoWhenTheFileCannotBeWritten)
     UserDefaults defaults("/proc/none/orvel.ini");
     defaults.setObject(1, "a");
     EXPECT_FALSE(defaults.synchronise());
+}
+
+TEST(UserDefaultsTest, KeepsADamagedFileAsideAndGoesOnWithWhatCouldBeRead)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("orvel.ini");
+    const QByteArray part = "[General]\npart=1\n";
+    const struct
+    {
+        QByteArray bytes;
+        qint64 size; // filled up with NULs
+        bool readable;
+    } files[] = {{part + "arrayF", 0, true},
+                 {part + "[Gen", 0, true},
+                 {part, 4096, true},
+                 {QByteArray("\x8B\xF3[\0\x1F=\n\xFF", 8), 0, false},
+                 {part, qint64(1) << 40, false}};
+    QString aside = path + ".damaged";
+    int copies = 1;
+    for (const auto &[bytes, size, readable] : files) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        ASSERT_TRUE(file.resize(std::max(size, file.pos())));
+        file.close();
+        UserDefaults defaults(path);
+        defaults.setObject(true, "new");
+        EXPECT_TRUE(defaults.synchronise()) << bytes.constData();
+        const UserDefaults reopened(path);
+        EXPECT_TRUE(reopened.boolForKey("new") && reopened.boolForKey("part") == readable);
+        QFile copy(aside);
+        EXPECT_TRUE(copy.open(QIODevice::ReadOnly) && copy.read(bytes.size()) == bytes);
+        aside = path + ".damaged" + QString::number(++copies);
+    }
+    QFile::remove(path);
+    ASSERT_EQ(mkfifo(path.toUtf8(), 0600), 0);
+    EXPECT_FALSE(UserDefaults(path).boolForKey("part"));
+    EXPECT_TRUE(QFile::exists(aside));
 }
