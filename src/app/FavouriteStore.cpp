@@ -1,6 +1,7 @@
 #include "app/FavouriteStore.h"
 
 #include "api/json/JsonText.h"
+#include "platform/foundation/FreeName.h"
 #include "platform/foundation/Log.h"
 
 #include <algorithm>
@@ -28,8 +29,10 @@ std::optional<FavouriteStore::Radios> FavouriteStore::radios() const
     if (isListOfRadios(archive))
         return archive.values();
     if (!archive.isNull()) {
-        qCWarning(logApp) << "The stored favourites are damaged; they are kept under" << damagedKey;
-        m_defaults.setObject(stored, damagedKey);
+        const QString aside = freeName(
+            damagedKey, [this](const QString &name) { return m_defaults.objectForKey(name).isValid(); });
+        qCWarning(logApp) << "The stored favourites are damaged; they are kept under" << aside;
+        m_defaults.setObject(stored, aside);
         m_defaults.setObject(QByteArray("[]"), key);
         m_defaults.synchronise();
     }

@@ -80,14 +80,20 @@ TEST_F(FavouriteStoreTest, KeepsWhatIsDamagedAside)
 {
     const QVariant damaged[] = {QByteArray(R"([{"id":"7")"), QByteArray("{}"), QByteArray("[7]"),
                                 QByteArray("\xFF\0\1", 3),   QByteArray(),     QStringList({"a", "b"})};
-    for (const QVariant &stored : damaged) {
+    QString aside = "arrayFavDamaged";
+    for (int n = 2; n <= 12; ++n) {
+        const QVariant &stored = damaged[n % std::size(damaged)];
         defaults.setObject(stored, key);
         ASSERT_TRUE(store.radios());
         EXPECT_TRUE(store.radios()->empty());
-        EXPECT_EQ(defaults.objectForKey("arrayFavDamaged"), stored);
+        EXPECT_EQ(defaults.objectForKey(aside), stored);
         store.add(radio(1));
         EXPECT_EQ(ids(store), QStringList("1"));
+        // None is lost to the next, until the ninth is reused.
+        aside = "arrayFavDamaged" + QString::number(std::min(n, 9));
     }
+    EXPECT_EQ(defaults.objectForKey("arrayFavDamaged"), damaged[2]);
+    EXPECT_FALSE(defaults.objectForKey("arrayFavDamaged10").isValid());
 }
 
 TEST_F(FavouriteStoreTest, AKillAtAnyMomentLosesNothingStored)
