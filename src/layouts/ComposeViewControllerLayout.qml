@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import Orvel.Kit
 import Orvel.Ui
 
@@ -9,7 +10,6 @@ FormPage {
     required property ComposeViewController screen
 
     title: "Partager sur " + screen.serviceName.text
-    fills: true
     onButtonClicked: screen.cancelButton.touchUpInside()
     Component.onCompleted: body.focus = true
 
@@ -17,6 +17,7 @@ FormPage {
         id: body
         outlet: root.screen.textView
         label: "Votre message"
+        Layout.minimumHeight: 160
     }
     LinkRow {
         url: root.screen.urlLabel

@@ -14,7 +14,7 @@ Rectangle {
 
     EmptyNote {
         anchors.centerIn: parent
-        visible: root.screen.tableCont.contentHeight === 0
+        empty: root.screen.tableCont.contentHeight === 0
         title: "Pas encore de fréquences"
         hint: "Si la liste tarde, ouvrez le menu et choisissez « Fréquences » pour réessayer."
     }

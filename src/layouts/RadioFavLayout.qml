@@ -16,7 +16,7 @@ Rectangle {
     EmptyNote {
         anchors.horizontalCenter: parent.horizontalCenter
         y: (root.height + bar.height - height) / 2
-        visible: root.screen.tableCont.contentHeight <= 0
+        empty: root.screen.tableCont.contentHeight <= 0
         icon: "list_fav_icon_full.png"
         title: "Pas encore de favoris"
         hint: "Touchez le cœur d'une radio de la liste : elle vous attendra ici."

@@ -18,7 +18,7 @@ Rectangle {
     EmptyNote {
         anchors.horizontalCenter: parent.horizontalCenter
         y: (root.height + bar.height + root.screen.viewHeader.frame.height - height) / 2
-        visible: root.empty
+        empty: root.empty
         title: "Pas encore de radios"
         hint: "Si la liste tarde, ouvrez le menu et choisissez « Radios » pour réessayer."
     }

@@ -1,14 +1,17 @@
 import QtQuick
 import Orvel.Kit
+import Orvel.Ui
 
-// What a list says while it has no rows.
+// What a list says while it has no rows and isn't being loaded.
 Column {
     id: root
 
+    required property bool empty
     required property string title
     required property string hint
     property string icon
 
+    visible: empty && !ProgressHud.visible
     width: Math.min(320, (parent?.width ?? 0) - 48)
     spacing: 6
 

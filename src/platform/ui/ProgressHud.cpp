@@ -10,6 +10,12 @@ ProgressHud &ProgressHud::shared()
     return hud;
 }
 
+ProgressHud *ProgressHud::create(QQmlEngine *, QJSEngine *)
+{
+    QQmlEngine::setObjectOwnership(&shared(), QQmlEngine::CppOwnership);
+    return &shared();
+}
+
 void ProgressHud::showWithStatus(const QString &status, MaskType mask)
 {
     if (!m_visible)

@@ -11,7 +11,7 @@ class ProgressHud : public QObject
 {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("The overlay is shown from C++")
+    QML_SINGLETON
     Q_PROPERTY(bool visible READ isVisible NOTIFY changed)
     Q_PROPERTY(QString status READ status NOTIFY changed)
     Q_PROPERTY(bool dimmed READ isDimmed NOTIFY changed)
@@ -20,6 +20,8 @@ public:
     enum class MaskType { Clear = 2, Black = 3 };
 
     static ProgressHud &shared();
+    // What layouts see under the type's name.
+    static ProgressHud *create(QQmlEngine *, QJSEngine *);
 
     // Shown until dismiss(), however often it was shown; the input gate is held meanwhile.
     void showWithStatus(const QString &status, MaskType mask = MaskType::Clear);
