@@ -39,6 +39,8 @@ void useFont()
     for (const char *weight : {"Regular", "Medium", "SemiBold", "Bold"})
         QFontDatabase::addApplicationFont(
             QStringLiteral(":/assets/fonts/Inter-%1.otf").arg(QLatin1String(weight)));
+    // Emoji in colour, before another font draws them as lines.
+    QFont::insertSubstitution(QStringLiteral("Inter"), QStringLiteral("Noto Color Emoji"));
     QFont font(QStringLiteral("Inter"));
     font.setPixelSize(15);
     QGuiApplication::setFont(font);
