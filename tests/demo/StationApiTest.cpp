@@ -187,7 +187,7 @@ TEST(StationApiTest, PlaylistsNameTheStreamAndHandItsQueryOn)
     {
         QString id;
         QByteArray line;
-    } cases[] = {{"103", "\r\n%\r\n"}, {"104", "\r\nFile1=%\r\n"}, {"105", "<location>%</location>"}};
+    } cases[] = {{"107", "\r\n%\r\n"}, {"109", "\r\nFile1=%\r\n"}, {"105", "<location>%</location>"}};
     for (const auto &test : cases) {
         const QString asked = station->listenUrl(test.id) + "?fault=cut&after=7";
         QByteArray stream = station->streamUrl(test.id).toUtf8() + "?fault=cut&after=7";

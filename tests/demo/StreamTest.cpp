@@ -90,7 +90,7 @@ TEST_F(StreamTest, ChangesTitlesWithTheSongs)
     EXPECT_NEAR(double(audio.size()), 75 * 16000, 1000);
     blocks.removeAll(QByteArray());
     EXPECT_EQ(QSet<QByteArray>(blocks.begin(), blocks.end()).size(), 4);
-    EXPECT_TRUE(blocks[0].startsWith("StreamTitle='Léa d'Été - L'heure bleue';"));
+    EXPECT_TRUE(blocks[0].startsWith("StreamTitle='Les Hirondelles - Partir demain';"));
 }
 
 TEST_F(StreamTest, EncodesOnceForAllListenersAndOnlyWhileThereAreAny)
