@@ -12,6 +12,8 @@ using Act = std::function<bool(Visitor &)>;
 // How long screens take to slide in, and pictures to load.
 constexpr double aMoment = 1;
 constexpr double noTime = 0;
+// How long the demo station plays one, so that the next has begun.
+constexpr double aSong = 20;
 
 Act touch(const char *text)
 {
@@ -72,6 +74,7 @@ std::vector<TourStep> radios()
         {touch("Annuler"), "Menu", noTime, {}},
         // Low enough for the header to scroll away.
         {resize(375, 540), {}, aMoment, {}},
+        {scroll(1), {}, aMoment, {}}, // the bar has come, and the list's end stands higher
         {scroll(1), {}, 2, "compact-bar"},
         {resize(375, 667), {}, aMoment, {}},
         {scroll(0), {}, noTime, {}},
@@ -154,9 +157,11 @@ std::vector<TourStep> wide()
     return {
         {touch("Menu"), {}, noTime, {}},
         {touch("Radios"), "Orvel La Radio", noTime, {}},
-        {resize(1024, 720), "Orvel La Radio", 3, "wide-radios"},
+        {resize(1024, 720), "Orvel La Radio", aSong, "wide-radios"},
         {touch("Menu"), {}, aMoment, "wide-menu"},
+        {scroll(1), {}, noTime, {}},
         {touch("Mon compte"), "Se connecter", aMoment, "wide-login"},
+        {press(Qt::Key_Escape), {}, noTime, {}},
     };
 }
 

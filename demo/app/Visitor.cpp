@@ -30,6 +30,17 @@ bool Visitor::isInSight(const QQuickItem &item) const
     return QRectF(QPointF(), m_window.size()).contains(item.mapToScene(item.boundingRect().center()));
 }
 
+QStringList Visitor::texts() const
+{
+    QStringList seen;
+    visit(m_window.contentItem(), [&](QQuickItem *item) {
+        const QString text = item->property("text").toString();
+        if (!text.isEmpty() && isInSight(*item))
+            seen << text;
+    });
+    return seen;
+}
+
 QQuickItem *Visitor::find(const QString &text) const
 {
     QQuickItem *found = nullptr;
@@ -64,7 +75,7 @@ void Visitor::scroll(double share)
 {
     QQuickItem *list = nullptr;
     visit(m_window.contentItem(), [&](QQuickItem *item) {
-        if (item->inherits("QQuickFlickable") && isInSight(*item))
+        if (item->inherits("QQuickFlickable") && item->isEnabled() && isInSight(*item))
             list = item;
     });
     if (list)

@@ -2,6 +2,7 @@
 
 #include <QPointF>
 #include <QString>
+#include <QStringList>
 #include <Qt>
 
 class QQuickItem;
@@ -16,11 +17,13 @@ class Visitor
 public:
     explicit Visitor(QQuickWindow &window) : m_window(window) {}
 
+    // What can be read now, what lies behind first.
+    QStringList texts() const;
     bool sees(const QString &text) const { return find(text) != nullptr; }
     // Touches what bears `text`, in front where there are several. False until that is there and has stood
     // still since the last call, and while the application takes no input: to be tried again.
     bool touch(const QString &text);
-    // Latin letters, into what has the keyboard.
+    // Latin letters, key by key, into what has the keyboard.
     void type(const QString &text);
     void press(Qt::Key key);
     // Scrolls the list or page in front to its start (0), its end (1) or between.

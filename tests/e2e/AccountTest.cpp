@@ -1,7 +1,6 @@
 #include "e2e/Listener.h"
 
 #include "app/AppDelegate.h"
-#include "platform/foundation/InputGate.h"
 #include "platform/foundation/UserDefaults.h"
 
 #include <gtest/gtest.h>
@@ -16,11 +15,7 @@ const char *const emailHint = "vous@exemple.fr";
 struct AccountEndToEndTest : testing::Test
 {
     Listener listener;
-    AccountEndToEndTest()
-    {
-        EXPECT_TRUE(listener.waitsToSee("Orvel La Radio"));
-        EXPECT_TRUE(listener.waitsFor([] { return !InputGate::shared().isHeld(); }));
-    }
+    AccountEndToEndTest() { EXPECT_TRUE(listener.waitsToSee("Orvel La Radio")); }
     bool typesLogin(const char *email, const char *password)
     {
         if (!listener.choosesAtMenusEnd("Mon compte") || !listener.waitsToSee("Se connecter") ||
@@ -30,11 +25,6 @@ struct AccountEndToEndTest : testing::Test
         listener.presses(Qt::Key_Tab);
         listener.types(password);
         return true;
-    }
-    bool acknowledges(const QString &message)
-    {
-        return listener.waitsToSee(message) && listener.waitsFor([&] { return listener.touches("OK"); }) &&
-               listener.waitsNotToSee(message);
     }
     static bool remembered()
     {
@@ -49,13 +39,13 @@ TEST_F(AccountEndToEndTest, LogsInAfterAWrongPasswordToBeRemembered)
     ASSERT_TRUE(typesLogin("camille@example.org", "musiqu"));
     ASSERT_TRUE(listener.touches("Se souvenir de moi"));
     ASSERT_TRUE(listener.touches("Se connecter"));
-    ASSERT_TRUE(acknowledges("Adresse e-mail ou mot de passe incorrect."));
+    ASSERT_TRUE(listener.acknowledges("Adresse e-mail ou mot de passe incorrect."));
     EXPECT_FALSE(listener.app().isLogin);
     ASSERT_TRUE(listener.touches("musiqu"));
     listener.presses(Qt::Key_End);
     listener.types("e");
     ASSERT_TRUE(listener.touches("Se connecter"));
-    ASSERT_TRUE(acknowledges("User successfully Login."));
+    ASSERT_TRUE(listener.acknowledges("User successfully Login."));
     EXPECT_TRUE(listener.app().isLogin);
     EXPECT_TRUE(remembered());
     EXPECT_TRUE(listener.sees("Mon compte")); // the menu, with the form gone
@@ -70,7 +60,7 @@ TEST_F(AccountEndToEndTest, LogsInByKeyboardWithoutBeingRemembered)
     listener.presses(Qt::Key_Space);
     listener.presses(Qt::Key_Tab);
     listener.presses(Qt::Key_Return);
-    ASSERT_TRUE(acknowledges("User successfully Login."));
+    ASSERT_TRUE(listener.acknowledges("User successfully Login."));
     EXPECT_TRUE(listener.app().isLogin);
     EXPECT_FALSE(remembered());
 }
@@ -82,14 +72,14 @@ TEST_F(AccountEndToEndTest, RegistersAndComesBackToTheLogin)
     ASSERT_TRUE(listener.touches(QString::fromUtf8("Créer un compte")));
     ASSERT_TRUE(listener.waitsToSee(QString::fromUtf8("Créer mon compte")));
     ASSERT_TRUE(listener.touches(QString::fromUtf8("Créer mon compte")));
-    ASSERT_TRUE(acknowledges("Please enter the user name"));
+    ASSERT_TRUE(listener.acknowledges("Please enter the user name"));
     listener.types("Ana"); // the alert has left the keyboard with the field
     listener.presses(Qt::Key_Tab);
     listener.types("ana@example.org");
     listener.presses(Qt::Key_Tab);
     listener.types("secret");
     ASSERT_TRUE(listener.touches(QString::fromUtf8("Créer mon compte")));
-    ASSERT_TRUE(acknowledges("User successfully register."));
+    ASSERT_TRUE(listener.acknowledges("User successfully register."));
     EXPECT_TRUE(listener.sees("Se connecter"));
     EXPECT_FALSE(listener.app().isLogin);
 }
@@ -101,9 +91,10 @@ TEST_F(AccountEndToEndTest, SubscribesToTheNewsletter)
     ASSERT_TRUE(listener.touches(emailHint));
     listener.types("ana@example.org");
     ASSERT_TRUE(listener.touches("S'inscrire"));
-    ASSERT_TRUE(acknowledges("you must enter in field"));
+    ASSERT_TRUE(listener.acknowledges("you must enter in field"));
     listener.types("Ana");
     ASSERT_TRUE(listener.touches("S'inscrire"));
-    ASSERT_TRUE(acknowledges("Merci Ana ! La newsletter d'Orvel Radio vous attend chaque vendredi."));
+    ASSERT_TRUE(
+        listener.acknowledges("Merci Ana ! La newsletter d'Orvel Radio vous attend chaque vendredi."));
     EXPECT_TRUE(listener.waitsNotToSee("S'inscrire"));
 }

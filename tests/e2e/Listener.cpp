@@ -22,16 +22,6 @@ StationConfiguration configurationFor(const DemoStation &station)
     return configuration;
 }
 
-// Calls `look` with every item in sight, what lies behind first.
-void visit(QQuickItem *item, const std::function<void(QQuickItem *)> &look)
-{
-    if (!item->isVisible() || item->opacity() == 0)
-        return;
-    look(item);
-    for (QQuickItem *child : item->childItems())
-        visit(child, look);
-}
-
 } // namespace
 
 Listener::Listener() : m_station(DemoStation::start({}))
@@ -42,31 +32,10 @@ Listener::Listener() : m_station(DemoStation::start({}))
         qFatal("The window can't be shown");
     if (!QTest::qWaitForWindowExposed(&window()))
         qFatal("The window was not exposed");
+    m_visitor = std::make_unique<Visitor>(window());
 }
 
 Listener::~Listener() = default;
-
-QStringList Listener::texts() const
-{
-    QStringList seen;
-    const QRectF all(QPointF(), window().size());
-    visit(window().contentItem(), [&](QQuickItem *item) {
-        const QString text = item->property("text").toString();
-        if (!text.isEmpty() && all.intersects(item->mapRectToScene(item->boundingRect())))
-            seen << text;
-    });
-    return seen;
-}
-
-QQuickItem *Listener::find(const QString &text) const
-{
-    QQuickItem *found = nullptr;
-    visit(window().contentItem(), [&](QQuickItem *item) {
-        if (item->property("text").toString() == text)
-            found = item;
-    });
-    return found;
-}
 
 bool Listener::waitsFor(const std::function<bool()> &condition) { return waitUntil(condition, 40); }
 
@@ -82,27 +51,21 @@ bool Listener::waitsNotToSee(const QString &text)
 
 bool Listener::touches(const QString &text)
 {
-    // A finger waits until what it is after stands still.
-    QPointF place(-1, -1);
-    const bool stands = waitsFor([&] {
+    return waitsFor([&] {
         QTest::qWait(50);
-        const QQuickItem *const item = find(text);
-        const QPointF before =
-            std::exchange(place, item ? item->mapToScene(item->boundingRect().center()) : QPointF(-1, -1));
-        return !item || before == place;
+        return m_visitor->touch(text);
     });
-    if (!stands || place == QPointF(-1, -1))
-        return false;
-    QTest::mouseClick(&window(), Qt::LeftButton, {}, place.toPoint());
-    return true;
 }
 
-void Listener::presses(Qt::Key key) { QTest::keyClick(&window(), key); }
-
-void Listener::types(const char *text)
+bool Listener::acknowledges(const QString &message)
 {
-    for (; *text != 0; ++text)
-        QTest::keyClick(&window(), *text);
+    return waitsToSee(message) && touches(QStringLiteral("OK")) && waitsNotToSee(message);
+}
+
+bool Listener::plays() const
+{
+    const auto &radio = m_application->delegate().radio();
+    return radio && radio->radioState() == RadioStatePlaying;
 }
 
 bool Listener::choosesInMenu(const QString &row) { return chooses(row, false); }

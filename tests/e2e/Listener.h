@@ -1,6 +1,7 @@
 #pragma once
 
 #include "demo/DemoStation.h"
+#include "demo/app/Visitor.h"
 #include "shell/Application.h"
 #include "shell/Shell.h"
 
@@ -17,21 +18,22 @@ public:
     Listener();
     ~Listener();
 
-    // All texts that can be seen now, as they stand on the window.
-    QStringList texts() const;
-    bool sees(const QString &text) const { return texts().contains(text); }
+    QStringList texts() const { return m_visitor->texts(); }
+    bool sees(const QString &text) const { return m_visitor->sees(text); }
     bool waitsToSee(const QString &text);
     bool waitsNotToSee(const QString &text);
-    // Touches what bears this text. False when nothing does.
+    // Touches what bears this text, once it is there, stands still and may be touched.
     bool touches(const QString &text);
-    void presses(Qt::Key key);
-    // Key by key, into what has the keyboard.
-    void types(const char *text);
+    // Sees an alert with this message and answers "OK".
+    bool acknowledges(const QString &message);
+    void presses(Qt::Key key) { m_visitor->press(key); }
+    void types(const char *text) { m_visitor->type(QString::fromLatin1(text)); }
     // Opens the menu if it isn't and touches one of its first rows, or of its last.
     bool choosesInMenu(const QString &row);
     bool choosesAtMenusEnd(const QString &row);
     void scrollsTo(double offset);
     bool waitsFor(const std::function<bool()> &condition);
+    bool plays() const;
     // How loud the sound written so far is at its end: the root mean square of the last half second, 0 to 1.
     static double loudness();
 
@@ -40,11 +42,11 @@ public:
     QQuickWindow &window() const { return m_application->shell().quickWindow(); }
 
 private:
-    QQuickItem *find(const QString &text) const;
     bool chooses(const QString &row, bool atEnd);
 
     std::unique_ptr<DemoStation> m_station;
     std::unique_ptr<Application> m_application;
+    std::unique_ptr<Visitor> m_visitor;
 };
 
 } // namespace orvel::test

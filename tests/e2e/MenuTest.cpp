@@ -2,7 +2,6 @@
 
 #include "api/StationConfiguration.h"
 #include "app/AppDelegate.h"
-#include "platform/foundation/InputGate.h"
 #include "platform/ui/RecordingServices.h"
 
 #include <gtest/gtest.h>
@@ -24,14 +23,9 @@ struct MenuEndToEndTest : testing::Test
     {
         SystemServices::use(system);
         EXPECT_TRUE(listener.waitsToSee("Orvel La Radio"));
-        waitsForOverlay();
     }
     ~MenuEndToEndTest() override { SystemServices::use(nullptr); }
 
-    void waitsForOverlay()
-    {
-        EXPECT_TRUE(listener.waitsFor([] { return !InputGate::shared().isHeld(); }));
-    }
     bool choosesContact(const QString &button)
     {
         return listener.touches(contact) && listener.waitsToSee("Please Select Options") &&
@@ -53,9 +47,8 @@ TEST_F(MenuEndToEndTest, PagesFrequenciesAndTheSearchBar)
     ASSERT_TRUE(listener.touches(QString::fromUtf8("Fréquences")));
     ASSERT_TRUE(listener.waitsToSee("Aix-en-Provence"));
     EXPECT_TRUE(listener.waitsToSee("101.7 FM"));
-    waitsForOverlay();
     ASSERT_TRUE(listener.touches("Menu"));
-    ASSERT_TRUE(listener.waitsFor([&] { return listener.touches("Rechercher"); }));
+    ASSERT_TRUE(listener.touches("Rechercher"));
     listener.types("jazz");
     ASSERT_TRUE(listener.waitsToSee("jazz"));
     listener.presses(Qt::Key_Return);
@@ -116,7 +109,6 @@ TEST_F(MenuEndToEndTest, EachNumberingOfTheContactSheetDoesItsOwn)
 
     ASSERT_TRUE(listener.choosesAtMenusEnd(QString::fromUtf8("Fréquences")));
     ASSERT_TRUE(listener.waitsToSee("Aix-en-Provence"));
-    waitsForOverlay();
     ASSERT_TRUE(choosesContact("SMS"));
     EXPECT_TRUE(listener.waitsToSee("TRV votre texte"));
     ASSERT_TRUE(listener.touches("Envoyer"));
