@@ -12,6 +12,8 @@ namespace {
 
 const QString key = QStringLiteral("arrayFav");
 const QString damagedKey = QStringLiteral("arrayFavDamaged");
+// Thousands of radios as stations send them. A server that sends them larger is not to slow down every start.
+constexpr qsizetype largestArchive = 4 * 1024 * 1024;
 
 bool isListOfRadios(const JsonValue &archive)
 {
@@ -61,10 +63,14 @@ void FavouriteStore::remove(qint64 id)
 
 void FavouriteStore::store(const std::optional<Radios> &radios)
 {
-    const QString archive = JSONFragment(radios ? JsonValue::array(*radios) : JsonValue::null());
+    const QByteArray archive = JSONFragment(radios ? JsonValue::array(*radios) : JsonValue::null()).toUtf8();
     if (archive.isNull()) // not to be written, and told; what was stored stays
         return;
-    m_defaults.setObject(archive.toUtf8(), key);
+    if (archive.size() > largestArchive) {
+        qCWarning(logApp) << "The favourites are too large to be stored:" << archive.size() << "bytes";
+        return;
+    }
+    m_defaults.setObject(archive, key);
     m_defaults.synchronise();
 }
 

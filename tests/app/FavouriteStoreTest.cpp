@@ -96,6 +96,18 @@ TEST_F(FavouriteStoreTest, KeepsWhatIsDamagedAside)
     EXPECT_FALSE(defaults.objectForKey("arrayFavDamaged10").isValid());
 }
 
+TEST_F(FavouriteStoreTest, DoesNotTakeMoreThanEveryStartCanRead)
+{
+    defaults.setObject(QByteArray("[]"), key);
+    store.add(radio(1));
+    JsonValue large = radio(2);
+    large.set("subtitle", QString(4 * 1024 * 1024, 'x'));
+    store.add(large);
+    EXPECT_EQ(ids(store), QStringList("1"));
+    store.add(radio(3));
+    EXPECT_EQ(ids(store), QStringList({"3", "1"}));
+}
+
 TEST_F(FavouriteStoreTest, AKillAtAnyMomentLosesNothingStored)
 {
     defaults.setObject(QByteArray("[]"), key);
