@@ -26,8 +26,8 @@ public:
     // moved aside, with a line in the log.
     std::optional<Radios> radios() const;
     // Puts a radio first. Where none were ever stored it is lost: there is no list yet to put it into, and
-    // storing that makes the empty one that the next is kept in. So is one, with a line in the log, that would
-    // make them more than 4 MiB.
+    // storing that makes the empty one that the next is kept in. One that would make all of them more than
+    // 4 MiB is lost, too, with a line in the log.
     void add(const JsonValue &radio);
     // Takes the first radio of that id away, if there is one.
     void remove(qint64 id);
