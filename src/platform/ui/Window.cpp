@@ -65,18 +65,15 @@ void Window::dismissFrontViewController()
     dismissed->disappear();
 }
 
-template<class Asked>
-void Window::ask(const std::shared_ptr<Asked> &asked, Question question)
+void Window::ask(const std::shared_ptr<Question> &question)
 {
     Window *const window = theKeyWindow;
     if (!window)
         return;
-    window->m_questions.push_back(std::move(question));
-    connect(asked.get(), &Asked::clicked, window, [window, answered = asked.get()] {
-        std::erase_if(window->m_questions, [&](const Question &candidate) {
-            return static_cast<const QObject *>(candidate.alert.get()) == answered ||
-                   static_cast<const QObject *>(candidate.actionSheet.get()) == answered;
-        });
+    window->m_questions.push_back(question);
+    connect(question.get(), &Question::clicked, window, [window, answered = question.get()] {
+        std::erase_if(window->m_questions,
+                      [answered](const auto &candidate) { return candidate.get() == answered; });
         Q_EMIT window->frontQuestionChanged();
     });
     Q_EMIT window->frontQuestionChanged();
@@ -87,7 +84,7 @@ std::shared_ptr<AlertView> Window::showAlert(const QString &title, const QString
                                              std::weak_ptr<AlertViewDelegate> delegate, int tag)
 {
     const auto alert = std::make_shared<AlertView>(title, message, buttons, std::move(delegate), tag);
-    ask(alert, {alert, nullptr});
+    ask(alert);
     return alert;
 }
 
@@ -96,7 +93,7 @@ std::shared_ptr<ActionSheet> Window::showActionSheet(const QString &title, const
                                                      std::weak_ptr<ActionSheetDelegate> delegate)
 {
     const auto sheet = std::make_shared<ActionSheet>(title, otherButtons, cancelButton, std::move(delegate));
-    ask(sheet, {nullptr, sheet});
+    ask(sheet);
     return sheet;
 }
 

@@ -40,13 +40,9 @@ public:
     {
         return m_presented.empty() ? nullptr : m_presented.back().get();
     }
-    // The last shown, when it is in front; null when there is none or an action sheet came after it.
-    AlertView *alert() const { return m_questions.empty() ? nullptr : m_questions.back().alert.get(); }
-    // The last shown, when it is in front; null when there is none or an alert came after it.
-    ActionSheet *actionSheet() const
-    {
-        return m_questions.empty() ? nullptr : m_questions.back().actionSheet.get();
-    }
+    // The last shown of both, when it is one.
+    AlertView *alert() const { return frontQuestion<AlertView>(); }
+    ActionSheet *actionSheet() const { return frontQuestion<ActionSheet>(); }
     ProgressHud *hud() const { return &ProgressHud::shared(); }
 
     // Shows an alert in the key window, in front of those already there.
@@ -67,20 +63,19 @@ Q_SIGNALS:
     void frontQuestionChanged();
 
 private:
-    // An alert or an action sheet that waits for its answer; the other one is null.
-    struct Question
+    static void ask(const std::shared_ptr<Question> &question);
+    // Null when there is none, or one of the other kind.
+    template<class Kind>
+    Kind *frontQuestion() const
     {
-        std::shared_ptr<AlertView> alert;
-        std::shared_ptr<ActionSheet> actionSheet;
-    };
-    template<class Asked>
-    static void ask(const std::shared_ptr<Asked> &asked, Question question);
+        return m_questions.empty() ? nullptr : qobject_cast<Kind *>(m_questions.back().get());
+    }
     std::shared_ptr<ViewController> frontScreen() const;
     void showFrontScreen();
 
     std::shared_ptr<ViewController> m_root;
     std::vector<std::shared_ptr<ViewController>> m_presented;
-    std::vector<Question> m_questions; // the last one in front
+    std::vector<std::shared_ptr<Question>> m_questions; // the last one in front
 };
 
 } // namespace orvel

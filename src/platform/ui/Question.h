@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QObject>
+#include <QQmlEngine>
+#include <functional>
+#include <memory>
+
+namespace orvel {
+
+// What an alert and an action sheet are: they stand in front of everything else until one of their buttons
+// is clicked, and tell their delegate which. It is not kept alive. Main thread.
+class Question : public QObject, public std::enable_shared_from_this<Question>
+{
+    Q_OBJECT
+    QML_ANONYMOUS
+    Q_PROPERTY(QString title MEMBER m_title CONSTANT)
+public:
+    const QString &title() const { return m_title; }
+
+    // Takes it away, then tells the delegate. A second click does nothing.
+    Q_INVOKABLE void click(int buttonIndex);
+
+Q_SIGNALS:
+    // It was clicked and is to go.
+    void clicked();
+
+protected:
+    // `self` is the alert or sheet that the delegate is given.
+    template<class Self, class Delegate>
+    Question(Self &self, const QString &title, std::weak_ptr<Delegate> delegate)
+        : m_title(title), m_tellDelegate([&self, delegate = std::move(delegate)](int buttonIndex) {
+            if (const std::shared_ptr<Delegate> told = delegate.lock())
+                told->clickedButtonAtIndex(self, buttonIndex);
+        })
+    {
+        QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
+    }
+
+private:
+    QString m_title;
+    std::function<void(int buttonIndex)> m_tellDelegate; // empty once it was clicked
+};
+
+} // namespace orvel
