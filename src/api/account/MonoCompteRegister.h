@@ -19,7 +19,7 @@ class MonoCompteRegister : public orvel::FormController
 
 public:
     Q_INVOKABLE void acctionBack();
-    // Brings the side menu back into view, beneath this screen.
+    // Brings the side menu back into view, beneath this screen: nothing to see, so the layout has no control.
     Q_INVOKABLE void acctionMenu();
     void textFieldDidBeginEditing(const TextField &field);
     void textFieldDidEndEditing(const TextField &field);
