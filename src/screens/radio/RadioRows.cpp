@@ -17,6 +17,8 @@ QString logoPath(const JsonValue &radio)
     return formatPath(radio["imageurl"].text(), radio["thumb_smartphone"].text());
 }
 
+QString nameOf(const JsonValue &radio) { return GLOB::glob_isNULL(radio["title"]).text(); }
+
 void setImages(Button &button, const QString &name)
 {
     button.setImage(name, ControlState::Normal);
@@ -35,7 +37,7 @@ bool mayChangeFavourites(const QString &refusal, ViewController &presenter)
 
 void askToUnfavourite(const JsonValue &radio, std::weak_ptr<AlertViewDelegate> delegate, int row)
 {
-    Window::showAlert(radio["title"].text(), QStringLiteral("Are you sure, you want to unfavourite?"),
+    Window::showAlert(nameOf(radio), QStringLiteral("Are you sure, you want to unfavourite?"),
                       {QStringLiteral("Cancel"), QStringLiteral("Yes")}, std::move(delegate), row);
 }
 

@@ -20,6 +20,9 @@ inline const QString favIconFull = QStringLiteral("list_fav_icon_full.png");
 QString picturePath(const JsonValue &radio);
 QString logoPath(const JsonValue &radio);
 
+// An entry's name; empty where it has none.
+QString nameOf(const JsonValue &radio);
+
 // One image for the normal and the highlighted state.
 void setImages(Button &button, const QString &name);
 

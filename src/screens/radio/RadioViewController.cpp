@@ -151,7 +151,7 @@ void RadioViewController::playEntry(const JsonValue &entry)
     const QString logo = formatPath(m_strURL, entry["thumb_smartphone"].text());
     himgsinger.setImageWithProgressIndicatorAndURL(picture, centerOf(himgsinger));
     himg.setImageWithProgressIndicatorAndURL(logo, centerOf(himg));
-    hl1.setText(entry["title"].text());
+    hl1.setText(nameOf(entry));
     hl2.setText(emptyWhenNull(entry["subtitle"]));
     // The compact bar takes the header's centres.
     bimgsinger.setImageWithProgressIndicatorAndURL(picture, centerOf(himgsinger));

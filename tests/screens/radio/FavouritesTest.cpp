@@ -5,6 +5,7 @@
 #include "platform/net/UrlConnection.h"
 #include "platform/ui/ProgressHud.h"
 #include "screens/radio/RadioCell.h"
+#include "screens/radio/RadioRows.h"
 
 using namespace orvel;
 using namespace orvel::test;
@@ -130,6 +131,15 @@ TEST_F(FavouritesTest, LeaveFromTheListWhenAskedTwice)
     EXPECT_EQ(stored(), QStringList({"Trois", "Deux", "Un"}));
     EXPECT_EQ(cell(list.tableCont, 2)->btnFav.normalImage(), "");
     EXPECT_EQ(cell(list.tableCont, 2)->btnFav.backgroundImage(), "list_fav_icon.png");
+}
+
+TEST_F(FavouritesTest, AreAskedForByNameWhereTheyHaveOne)
+{
+    for (const auto &[radio, name] :
+         {std::pair{"{}", ""}, {R"({"title":null})", ""}, {R"({"title":80})", "80"}}) {
+        askToUnfavourite(JSONValue(QString(radio)), {}, 0);
+        EXPECT_EQ(alert()->title(), name);
+    }
 }
 
 TEST_F(FavouritesTest, LeaveTheirOwnScreenAndRenewTheRowsBelow)
