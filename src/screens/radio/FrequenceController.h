@@ -39,6 +39,7 @@ public:
 
     int numberOfRowsInSection(TableView &tableView, int section) override;
     std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
+    // What the cell's layout is drawn for: a table's heights come from code.
     double heightForRowAtIndexPath(TableView &, IndexPath) override { return 60; }
     QObject *viewForFooterInSection(TableView &, int) override { return &m_viewFooter; }
 
