@@ -21,139 +21,70 @@ std::shared_ptr<UrlConnection> start(const QString &url, const std::shared_ptr<R
     return UrlConnection::start({.url = Url::fromText(url).value(), .idleTimeout = idleTimeout}, delegate);
 }
 
+void restFor(double seconds)
+{
+    waitUntil([] { return false; }, seconds);
+}
+
 // "Bonjour" as gzip -n makes it.
 const QByteArray gzipped = QByteArray::fromHex("1f8b080000000000000373cacfcbca2f2d020054c90b6a07000000");
 const QByteArray icy = "ICY 200 OK\r\nicy-name: Orvel\r\n\r\nsound";
-const QByteArray toOther = httpHead("Location: /other\r\nX-Of: redirect\r\n", "HTTP/1.1 302 Found");
+const QByteArray packedHead = httpHead("Content-Encoding: gzip\r\n");
+const Send toOther{httpHead("Location: /other\r\nX-Of: redirect\r\n", "HTTP/1.1 302 Found")};
 
-struct Case
+} // namespace
+
+TEST(UrlConnectionTest, DeliversAnAnswerByItsHeadItsBodyAndItsEnd)
 {
-    const char *name;
-    std::vector<Script> scripts;
-    QString events;
-    int status = 200;
-    QByteArray body{};
-    std::optional<Code> error{};
-};
-
-void PrintTo(const Case &it, std::ostream *out) { *out << it.name; }
-
-std::vector<Case> cases()
-{
-    return {
-        {"Plain",
-         {{Send{httpHead()}, Pause{0.02}, Send{"twenty bytes of text"}}},
-         "response,data,end",
-         200,
+    const struct
+    {
+        const char *name;
+        std::vector<Script> answers;
+        QByteArray body{};
+        int status = 200;
+        std::optional<Code> error{};
+    } cases[] = {
+        {"short", {{Send{httpHead()}, Send{"short"}}}, "short"},
+        {"in pieces",
+         {{Send{httpHead()}, Pause{0.02}, Send{"twenty bytes"}, Send{" of text"}}},
          "twenty bytes of text"},
-        {"ShortBody", {{Send{httpHead()}, Send{"short"}}}, "response,data,end", 200, "short"},
-        {"NoBody", {{Send{httpHead("Content-Length: 0\r\n")}}}, "response,end"},
-        {"HttpError", {{Send{httpHead({}, "HTTP/1.0 503 Unavailable")}}}, "response,end", 503},
-        {"Interim",
-         {{Send{httpHead("A: b\r\n", "HTTP/1.1 100 Continue")}, Send{httpHead()}, Send{"b"}}},
-         "response,data,end",
-         200,
-         "b"},
-        {"Redirect", {{Send{toOther}}, {Send{httpHead()}, Send{"b"}}}, "response,data,end", 200, "b"},
-        {"RedirectToIcy", {{Send{toOther}}, {Send{icy}}}, "response,data,end", 0, icy},
-        {"RedirectLoop", {{Send{toOther}}}, "failure", 0, {}, Code::TooManyRedirects},
-        {"RedirectToFile",
-         {{Send{httpHead("Location: file:///etc/hostname\r\n", "HTTP/1.1 302 Found")}}},
-         "failure",
-         0,
-         {},
-         Code::UnsupportedUrl},
-        {"Icy", {{Send{icy}}}, "response,data,end", 0, icy},
-        {"IcyInPieces",
+        {"no body", {{Send{httpHead("Content-Length: 0\r\n")}}}},
+        {"HTTP error", {{Send{httpHead({}, "HTTP/1.0 503 Unavailable")}}}, {}, 503},
+        {"interim", {{Send{httpHead("A: b\r\n", "HTTP/1.1 100 Continue")}, Send{httpHead() + "b"}}}, "b"},
+        {"redirect", {{toOther}, {Send{httpHead() + "b"}}}, "b"},
+        {"redirect to a bare answer", {{toOther}, {Send{icy}}}, icy, 0},
+        {"redirect to itself", {{toOther}}, {}, 0, Code::TooManyRedirects},
+        {"bare",
          {{Send{icy.left(2)}, Pause{0.03}, Send{icy.mid(2, 10)}, Pause{0.03}, Send{icy.mid(12)}}},
-         "response,data,end",
-         0,
-         icy},
-        {"Gzip",
-         {{Send{httpHead("Content-Encoding: gzip\r\n")}, Send{gzipped}}},
-         "response,data,end",
-         200,
-         "Bonjour"},
-        {"BadGzip",
-         {{Send{httpHead("Content-Encoding: gzip\r\n")}, Send{"no gzip at all"}}},
-         "response,failure",
-         200,
-         {},
-         Code::Other},
-        {"Cut",
-         {{Send{httpHead("Content-Length: 99\r\n")}, Send{"part"}}},
-         "response,data,failure",
-         200,
-         "part",
-         Code::ConnectionLost},
-        {"Reset",
-         {{Send{httpHead()}, Send{"part"}, Pause{0.05}, Reset{}}},
-         "response,data,failure",
-         200,
-         "part",
-         Code::ConnectionLost},
-        {"NothingAtAll", {{Close{}}}, "failure", 0, {}, Code::ConnectionLost},
-        {"EndlessHead",
-         {{Send{"HTTP/1.1 200 OK\r\n"}, SendForever{QByteArray("A: b\r\n").repeated(500)}}},
-         "failure",
-         0,
-         {},
-         Code::Other},
-        {"EndlessLine",
-         {{Send{"HTTP/1.1 200 OK\r\nA: "}, SendForever{QByteArray(4000, 'b')}}},
-         "failure",
-         0,
-         {},
-         Code::Other},
-        {"EndlessInterim",
-         {{SendForever{httpHead({}, "HTTP/1.1 100 Continue").repeated(100)}}},
-         "failure",
-         0,
-         {},
-         Code::Other},
+         icy,
+         0},
+        {"packed", {{Send{packedHead + gzipped}}}, "Bonjour"},
+        {"badly packed", {{Send{packedHead + "no gzip at all"}}}, {}, 200, Code::Other},
+        {"cut", {{Send{httpHead("Content-Length: 99\r\n") + "part"}}}, "part", 200, Code::ConnectionLost},
+        {"reset", {{Send{httpHead() + "part"}, Pause{0.05}, Reset{}}}, "part", 200, Code::ConnectionLost},
+        {"nothing at all", {{Close{}}}, {}, 0, Code::ConnectionLost},
     };
-}
-
-class UrlConnectionAnswers : public testing::TestWithParam<Case>
-{
-};
-
-TEST_P(UrlConnectionAnswers, AreDelivered)
-{
-    const Case &it = GetParam();
-    const ScriptedServer server(it.scripts);
-    const auto delegate = std::make_shared<RecordingDelegate>();
-    const std::weak_ptr connection = start(server.url(), delegate); // keeps itself
-    EXPECT_EQ(delegate->events.size(), 1) << "delivered inside start()";
-    ASSERT_TRUE(waitUntil([&] { return delegate->isOver; }));
-    letEventsRun();
-    EXPECT_EQ(delegate->events.mid(1).join(u','), it.events);
-    EXPECT_EQ(delegate->response.statusCode, it.status);
-    EXPECT_EQ(delegate->body, it.body);
-    EXPECT_GE(delegate->firstChunk, std::min<qsizetype>(16, it.body.size()));
-    EXPECT_FALSE(delegate->response.headers.value("X-Of"));
-    EXPECT_EQ(delegate->error ? std::optional(delegate->error->code) : std::nullopt, it.error);
-    EXPECT_TRUE(connection.expired());
-    EXPECT_EQ(delegate.use_count(), 1);
-}
-
-INSTANTIATE_TEST_SUITE_P(Each, UrlConnectionAnswers, testing::ValuesIn(cases()),
-                         [](const auto &it) { return std::string(it.param.name); });
-
-TEST(UrlConnectionTest, TellsWhyNoServerWasReached)
-{
-    const std::pair<QString, Code> addresses[] = {
-        {"http://127.0.0.1:1/", Code::CannotConnect},
-        {"http://" + QString("aa.").repeated(130) + "invalid/", Code::CannotFindHost}, // too long for any
-        {"file:///etc/hostname", Code::UnsupportedUrl},
-    };
-    for (const auto &[url, code] : addresses) {
+    for (const auto &it : cases) {
+        SCOPED_TRACE(it.name);
+        const ScriptedServer server(it.answers);
         const auto delegate = std::make_shared<RecordingDelegate>();
-        start(url, delegate);
-        ASSERT_TRUE(waitUntil([&] { return delegate->isOver; })) << qPrintable(url);
-        EXPECT_EQ(delegate->events.mid(1), QStringList{"failure"});
-        EXPECT_EQ(delegate->error->code, code) << qPrintable(url);
-        EXPECT_FALSE(delegate->error->localizedDescription.isEmpty());
+        const std::weak_ptr connection = start(server.url(), delegate); // keeps itself
+        EXPECT_EQ(delegate->events.size(), 1) << "delivered inside start()";
+        ASSERT_TRUE(waitUntil([&] { return delegate->isOver; }));
+        letEventsRun();
+        QStringList events{"", "response", "data", it.error ? "failure" : "end"};
+        if (it.body.isEmpty())
+            events.removeAll("data");
+        if (it.error && it.status == 0)
+            events.removeAll("response");
+        EXPECT_EQ(delegate->events, events);
+        EXPECT_EQ(delegate->response.statusCode, it.status);
+        EXPECT_EQ(delegate->body, it.body);
+        EXPECT_GE(delegate->firstChunk, std::min<qsizetype>(16, it.body.size()));
+        EXPECT_FALSE(delegate->response.headers.value("X-Of"));
+        EXPECT_EQ(delegate->error ? std::optional(delegate->error->code) : std::nullopt, it.error);
+        EXPECT_TRUE(connection.expired());
+        EXPECT_EQ(delegate.use_count(), 1);
     }
 }
 
@@ -181,28 +112,22 @@ TEST(UrlConnectionTest, SendsAndReadsHeaderFields)
         << sent.constData();
 }
 
-TEST(UrlConnectionTest, TimesOutAfterIdlenessOnly)
+TEST(UrlConnectionTest, IsNotIdleWhileSuspended)
 {
     TakenClock clock;
-    ScriptedServer server(Script{Send{httpHead()}, Send{QByteArray(20, 'a')}, WaitForRelease{},
-                                 Send{QByteArray(20, 'b')}, WaitForRelease{}});
+    const ScriptedServer server(Script{Send{httpHead() + QByteArray(20, 'a')}, Stall{}});
     const auto delegate = std::make_shared<RecordingDelegate>();
     const auto connection = start(server.url(), delegate, 30);
-    ASSERT_TRUE(waitUntil([&] { return delegate->body.size() == 20; }));
+    ASSERT_TRUE(waitUntil([&] { return !delegate->body.isEmpty(); }));
     clock.turn(29);
-    server.release();
-    ASSERT_TRUE(waitUntil([&] { return delegate->body.size() == 40; }));
-    clock.turn(29);
-    EXPECT_FALSE(delegate->isOver);
     connection->suspend();
     clock.turn(1000);
     connection->resume();
     clock.turn(29);
     EXPECT_FALSE(delegate->isOver);
     clock.turn(1);
-    ASSERT_TRUE(delegate->isOver);
+    ASSERT_TRUE(delegate->error);
     EXPECT_EQ(delegate->error->code, Code::TimedOut);
-    server.release();
     EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
 }
 
@@ -232,10 +157,7 @@ TEST(UrlConnectionTest, IsSilentOnceCancelledInACallback)
 
 TEST(UrlConnectionTest, HoldsTheServerBackWhileSuspended)
 {
-    constexpr qsizetype whole = 32 * 1024 * 1024;
-    QByteArray bytes(whole, Qt::Uninitialized);
-    for (qsizetype i = 0; i < whole; ++i)
-        bytes[i] = static_cast<char>(i * 31 / 7);
+    const QByteArray bytes = QByteArray("Each piece in its place. ").repeated(1'300'000);
     const ScriptedServer server(Script{Send{httpHead()}, Send{bytes}});
     const auto delegate = std::make_shared<RecordingDelegate>();
     const auto connection = start(server.url(), delegate);
@@ -245,9 +167,9 @@ TEST(UrlConnectionTest, HoldsTheServerBackWhileSuspended)
     };
     ASSERT_TRUE(waitUntil([&] { return !delegate->body.isEmpty(); }));
     const qsizetype received = delegate->body.size();
-    waitUntil([] { return false; }, 0.3);
+    restFor(0.3);
     EXPECT_EQ(delegate->body.size(), received);
-    EXPECT_LT(server.bytesSent(), whole / 2);
+    EXPECT_LT(server.bytesSent(), bytes.size() / 2);
     connection->resume();
     EXPECT_EQ(delegate->body.size(), received) << "delivered inside resume()";
     ASSERT_TRUE(waitUntil([&] { return delegate->isOver; }));
@@ -272,17 +194,17 @@ void restsBetweenReads(double interval, double idleTimeout)
         return waitUntil([&] { return server.bytesSent() == head + pieces * piece.size(); });
     };
     ASSERT_TRUE(waitUntil([&] { return !delegate->body.isEmpty(); }));
-    waitUntil([] { return false; }, 0.5); // curl looks by itself while its timers of the connecting run out
+    restFor(0.5); // curl looks by itself while its timers of the connecting run out
     server.release();
     ASSERT_TRUE(sent(2));
-    waitUntil([] { return false; }, 0.1);
+    restFor(0.1);
     EXPECT_EQ(delegate->body.size(), piece.size());
     clock.turn(5);
     EXPECT_TRUE(waitUntil([&] { return delegate->body.size() == 2 * piece.size(); }));
 
     server.release();
     ASSERT_TRUE(sent(3));
-    waitUntil([] { return false; }, 0.1);
+    restFor(0.1);
     EXPECT_EQ(delegate->body.size(), 2 * piece.size());
     connection->readAtMostEvery(0);
     EXPECT_TRUE(waitUntil([&] { return delegate->isOver; })) << "the rest did not end at once";
@@ -355,8 +277,6 @@ TEST(UrlConnectionTest, ClosingConnectionsCancelsThemAll)
     closeConnections();
     EXPECT_EQ(first.use_count(), 1);
     EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
-    waitUntil([] { return false; }, 0.1); // a rest's end is still scheduled
+    restFor(0.1); // a rest's end is still scheduled
     EXPECT_FALSE(first->isOver);
 }
-
-} // namespace
