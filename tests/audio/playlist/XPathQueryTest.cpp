@@ -78,18 +78,10 @@ TEST(XPathQueryTest, EndsAtATagOfEndlessAttributes)
     }
     QElapsedTimer timer;
     timer.start();
-    for (const QByteArray &attributes : {alike, differing, disguised}) {
-        const QByteArray head =
-            attributes == disguised ? "<?xml version='1.0' encoding='UTF-7'?><p><q>1</q><a" : "<p><q>1</q><a";
-        const auto nodes = xpathQuery(head + attributes + "/><q>2</q></p>", {}, "//a/@*");
+    for (const QByteArray &tag :
+         {"<a" + alike, "<a" + differing, "<?xml version='1.0' encoding='UTF-7'?><a" + disguised}) {
+        const auto nodes = xpathQuery(tag + "/>", {}, "//a/@*");
         EXPECT_LT(nodes ? nodes->size() : 0, 5001U);
     }
     EXPECT_LT(timer.elapsed(), 10'000);
-}
-
-TEST(XPathQueryTest, KeepsQuietAboutBrokenEncodings)
-{
-    testing::internal::CaptureStderr();
-    EXPECT_TRUE(xpathQuery("<?xml version='1.0' encoding='ISO-8859-3'?><a>\xA5\xA5</a>", {}, "//a"));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }

@@ -1,7 +1,4 @@
-#include "audio/probe/StreamContentTypeGetter.h"
 #include "audio/probe/StreamMetadataGetter.h"
-
-#include "demo/DemoStation.h"
 #include "platform/foundation/MainQueue.h"
 #include "support/ScriptedServer.h"
 #include "support/TestLoop.h"
@@ -48,37 +45,6 @@ bool isQuiet(const ScriptedServer &server)
 }
 
 } // namespace
-
-TEST(StreamProbeTest, TellsTheDemoStationsStreams)
-{
-    const auto station = DemoStation::start({});
-    const struct
-    {
-        const char *query;
-        QString type;
-        bool hasTitle; // a bare answer's interval counts its header, so the byte there is one of sound
-    } cases[] = {{"?icy=0", "HTTP 200", true}, {"?icy=1", "ICY 200", false}};
-    for (const auto &test : cases) {
-        const QString stream = station->streamUrl("103") + QLatin1String(test.query);
-        Asked asked;
-        asked.ask(stream);
-        ASSERT_TRUE(waitUntil([&] { return asked.calls > 0; })) << test.query;
-        EXPECT_FALSE(asked.error);
-        EXPECT_EQ(asked.dictionary->value("StreamResponceType"), test.type);
-        EXPECT_EQ(asked.dictionary->value("icy-name"), station->radioName("103"));
-        EXPECT_EQ(asked.title().contains(" - "), test.hasTitle) << test.query;
-
-        const auto getter = std::make_shared<StreamContentTypeGetter>();
-        QString found;
-        getter->getContentTypeFromUrl(url(stream), [&](const QString &type, const QString &extension,
-                                                       AudioFileType hint, const auto &, const auto &) {
-            EXPECT_EQ(hint, AudioFileType::kAudioFileMP3Type);
-            found = type + ' ' + extension;
-        });
-        ASSERT_TRUE(waitUntil([&] { return !found.isNull(); })) << test.query;
-        EXPECT_EQ(found, "audio/mpeg mp3");
-    }
-}
 
 TEST(StreamProbeTest, CallsItsHandlerOnceAndLeavesTheServer)
 {

@@ -1,6 +1,4 @@
 #include "audio/probe/StreamRecorder.h"
-
-#include "demo/DemoStation.h"
 #include "support/ScriptedServer.h"
 #include "support/TestLoop.h"
 
@@ -127,16 +125,6 @@ TEST_F(StreamRecorderTest, PutsEveryByteInPlaceAtTheStop)
     EXPECT_EQ(server.requestCount(), 1U);
     EXPECT_TRUE(server.requests()[0].contains("\r\nIcy-MetaData: 0\r\n"));
     EXPECT_EQ(m_errors, QStringList());
-}
-
-TEST_F(StreamRecorderTest, RecordsALiveStream)
-{
-    const auto station = DemoStation::start({});
-    start(station->streamUrl("101") + "?icy=1", "live");
-    ASSERT_TRUE(recordsUntil(150'000));
-    EXPECT_EQ(stop(), "live.mp3: ");
-    EXPECT_TRUE(content("live.mp3").startsWith("ICY 200 OK\r\n"));
-    EXPECT_FALSE(content("live.mp3").contains("StreamTitle"));
 }
 
 TEST_F(StreamRecorderTest, WritesNothingWhenNothingHasCome)
