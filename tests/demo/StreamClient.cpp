@@ -55,45 +55,4 @@ QByteArray StreamClient::body() const
     return end < 0 ? QByteArray() : received_.sliced(end + 4);
 }
 
-QByteArray StreamClient::audio(qsizetype interval, QByteArrayList *blocks) const
-{
-    const QByteArray all = body();
-    QByteArray audio;
-    qsizetype at = 0;
-    while (at < all.size()) {
-        audio += all.mid(at, interval);
-        at += interval;
-        if (at >= all.size())
-            break;
-        const qsizetype length = qsizetype(all[at]) * 16;
-        blocks->append(all.mid(at + 1, length));
-        at += 1 + length;
-    }
-    return audio;
-}
-
-qsizetype frameLength(const QByteArray &audio, qsizetype at)
-{
-    if (audio.size() - at < 7)
-        return 0;
-    const auto byte = [&](qsizetype i) { return int(quint8(audio[at + i])); };
-    if (byte(0) == 0xFF && byte(1) == 0xFB && (byte(2) & 0xFC) == 0x90) // 128 kbit/s, 44.1 kHz
-        return 417 + ((byte(2) >> 1) & 1);
-    if (byte(0) == 0xFF && byte(1) == 0xF1 && byte(2) == 0x50) // AAC-LC, 44.1 kHz
-        return ((byte(3) & 3) << 11) | (byte(4) << 3) | (byte(5) >> 5);
-    return 0;
-}
-
-bool isFrames(const QByteArray &audio)
-{
-    qsizetype at = 0;
-    while (audio.size() - at >= 7) {
-        const qsizetype length = frameLength(audio, at);
-        if (length < 7)
-            return false;
-        at += length;
-    }
-    return at > 0;
-}
-
 } // namespace orvel::test

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QByteArrayList>
 #include <QString>
 
 namespace orvel::test {
@@ -23,18 +22,11 @@ public:
 
     QByteArray head() const; // without the empty line
     QByteArray body() const;
-    // The body's audio and its metadata blocks, for a body with a block after each `interval` bytes.
-    QByteArray audio(qsizetype interval, QByteArrayList *blocks) const;
 
 private:
     int socket_;
     End end_ = End::Open;
     QByteArray received_;
 };
-
-// The length of the MP3 or ADTS frame that begins at `at`; 0 when none does.
-qsizetype frameLength(const QByteArray &audio, qsizetype at);
-// Whether `audio` is frames from its first byte on, the last one perhaps cut.
-bool isFrames(const QByteArray &audio);
 
 } // namespace orvel::test
