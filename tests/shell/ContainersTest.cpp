@@ -1,10 +1,7 @@
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/RevealSideViewController.h"
 #include "shell/ScreenView.h"
-#include "shell/Shell.h"
-
-#include <QTest>
-#include <gtest/gtest.h>
+#include "shell/ShellFixture.h"
 
 using namespace orvel;
 
@@ -16,27 +13,19 @@ std::shared_ptr<NavigationController> stack()
     return std::make_shared<NavigationController>(std::make_shared<ViewController>());
 }
 
-class ContainersTest : public ::testing::Test
+struct ContainersTest : test::ShellFixture
 {
-protected:
+    std::shared_ptr<RevealSideViewController> side = std::make_shared<RevealSideViewController>(stack());
+
     ContainersTest()
     {
         side->preloadViewController(stack(), RevealSideViewController::Side::Left);
         screens.setRootViewController(side);
-        EXPECT_TRUE(shell.show());
-        window().resize(375, 667);
-        screens.makeKeyAndVisible();
-        window().requestActivate();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+        show();
     }
-    QQuickWindow &window() { return shell.quickWindow(); }
     void pan(int from, int to)
     {
-        const int step = to > from ? 10 : -10;
-        QTest::mousePress(&window(), Qt::LeftButton, {}, {from, 400});
-        for (int x = from; x != to; x += step)
-            QTest::mouseMove(&window(), {x, 400}, 5);
-        QTest::mouseRelease(&window(), Qt::LeftButton, {}, {to, 400});
+        drag({from, 400}, {to, 400});
         QTest::qWait(400); // the slide
     }
     ScreenView *view(const ViewController &controller)
@@ -47,11 +36,9 @@ protected:
         }
         return nullptr;
     }
-
-    Window screens;
-    std::shared_ptr<RevealSideViewController> side = std::make_shared<RevealSideViewController>(stack());
-    Shell shell{screens};
 };
+
+} // namespace
 
 TEST_F(ContainersTest, AReplacedScreenLivesUntilItsLayoutIsGone)
 {
@@ -77,10 +64,10 @@ TEST_F(ContainersTest, ThePanelOpensAndClosesByPanTapAndEscape)
     pan(60, 260);
     EXPECT_TRUE(side->isOpen());
     EXPECT_EQ(centreX(), 319);
-    QTest::mouseClick(&window(), Qt::LeftButton, {}, {350, 300});
+    tap({350, 300});
     EXPECT_FALSE(side->isOpen());
     side->pushOldViewControllerOnDirection(RevealSideViewController::Side::Left, false);
-    QTest::keyClick(&window(), Qt::Key_Escape);
+    key(Qt::Key_Escape);
     EXPECT_FALSE(side->isOpen());
     side->open(false);
     pan(350, 100);
@@ -94,17 +81,15 @@ TEST_F(ContainersTest, ThePanelOpensAndClosesByPanTapAndEscape)
 TEST_F(ContainersTest, AnAlertTakesTapsAndKeysFromWhatLiesBeneath)
 {
     side->open(false);
-    Window::showAlert(QStringLiteral("Un"), QString(), {QStringLiteral("Non"), QStringLiteral("Oui")});
-    Window::showAlert(QStringLiteral("Deux"), QString(), {QStringLiteral("OK")});
-    QTest::mouseClick(&window(), Qt::LeftButton, {}, {350, 600});
-    EXPECT_EQ(screens.alert()->title(), QStringLiteral("Deux"));
-    QTest::keyClick(&window(), Qt::Key_Escape);
-    EXPECT_EQ(screens.alert()->title(), QStringLiteral("Un"));
-    QTest::keyClick(&window(), Qt::Key_Return);
+    Window::showAlert("Un", QString(), {"Non", "Oui"});
+    Window::showAlert("Deux", QString(), {"OK"});
+    tap({350, 600});
+    EXPECT_EQ(screens.alert()->title(), "Deux");
+    key(Qt::Key_Escape);
+    EXPECT_EQ(screens.alert()->title(), "Un");
+    key(Qt::Key_Return);
     EXPECT_EQ(screens.alert(), nullptr);
     EXPECT_TRUE(side->isOpen());
-    QTest::keyClick(&window(), Qt::Key_Escape);
+    key(Qt::Key_Escape);
     EXPECT_FALSE(side->isOpen());
 }
-
-} // namespace

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/ui/Window.h"
+#include "shell/Shell.h"
+
+#include <QQuickItem>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace orvel::test {
+
+// A window on the offscreen screen, and somebody's mouse and keyboard.
+struct ShellFixture : testing::Test
+{
+    Window screens;
+    Shell shell{screens};
+
+    QQuickWindow &window() { return shell.quickWindow(); }
+    void show()
+    {
+        EXPECT_TRUE(shell.show());
+        window().resize(375, 667);
+        screens.makeKeyAndVisible();
+        window().requestActivate();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window()));
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(&window(), key, modifiers);
+    }
+    void tap(QPoint at) { QTest::mouseClick(&window(), Qt::LeftButton, {}, at); }
+    void drag(QPoint from, QPoint to)
+    {
+        QTest::mousePress(&window(), Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 20; ++step)
+            QTest::mouseMove(&window(), from + (to - from) * step / 20, 5);
+        QTest::mouseRelease(&window(), Qt::LeftButton, {}, to);
+    }
+};
+
+} // namespace orvel::test
