@@ -31,6 +31,11 @@ struct ContactSheetTest : AppFixture
     {
         return dynamic_cast<Composer &>(*app->window()->presentedViewController());
     }
+    // Its "sendButton" or "cancelButton".
+    void press(const char *button)
+    {
+        app->window()->presentedViewController()->property(button).value<Button *>()->touchUpInside();
+    }
     void expectAlert(const QString &title, const QString &message)
     {
         ASSERT_NE(alert(), nullptr) << qPrintable(message);
@@ -89,51 +94,42 @@ TEST_F(ContactSheetTest, TheScreenIsKeptWhileItsSheetIsShown)
     EXPECT_TRUE(left.expired());
 }
 
-TEST_F(ContactSheetTest, AnSmsIsPreparedAndOnlyItsFailureIsTold)
+TEST_F(ContactSheetTest, PreparesAMessageAndAMailAndTellsTheirOutcome)
 {
     choose(0);
-    const MessageDraft draft = composer<MessageComposeViewController>().draft();
-    EXPECT_EQ(draft.recipients, QStringList{station.smsShortCode});
-    EXPECT_EQ(draft.body, "TRV votre texte");
-    composer<MessageComposeViewController>().sendButton.touchUpInside();
-    EXPECT_EQ(system->messages.last().body, "TRV votre texte");
-    EXPECT_EQ(alert(), nullptr);
-    EXPECT_EQ(app->window()->presentedViewController(), nullptr);
-
-    choose(0);
-    composer<MessageComposeViewController>().cancelButton.touchUpInside();
-    EXPECT_EQ(alert(), nullptr);
-    EXPECT_EQ(app->window()->presentedViewController(), nullptr);
-
-    system->failure = "en panne";
-    choose(0);
-    composer<MessageComposeViewController>().sendButton.touchUpInside();
-    expectAlert("Error", "Failed to send SMS!");
-    EXPECT_EQ(app->window()->presentedViewController(), nullptr);
-}
-
-TEST_F(ContactSheetTest, AMailIsPreparedAndItsOutcomeIsTold)
-{
+    const MessageDraft message = composer<MessageComposeViewController>().draft();
+    EXPECT_EQ(message.recipients, QStringList{station.smsShortCode});
+    EXPECT_EQ(message.body, "TRV votre texte");
+    press("cancelButton");
     choose(2);
-    const MailDraft draft = composer<MailComposeViewController>().draft();
-    EXPECT_EQ(draft.recipients, QStringList{station.contactMail});
-    EXPECT_EQ(draft.subject, "ORVEL Application");
-    EXPECT_EQ(draft.body, "");
-    EXPECT_TRUE(draft.attachment.isEmpty());
-    composer<MailComposeViewController>().sendButton.touchUpInside();
-    EXPECT_EQ(system->mails.last().subject, "ORVEL Application");
-    EXPECT_EQ(app->window()->presentedViewController(), nullptr);
-    expectAlert("Email", "Mail sent");
-
-    choose(2);
-    composer<MailComposeViewController>().cancelButton.touchUpInside();
+    const MailDraft mail = composer<MailComposeViewController>().draft();
+    EXPECT_EQ(mail.recipients, QStringList{station.contactMail});
+    EXPECT_EQ(mail.subject, "ORVEL Application");
+    EXPECT_TRUE(mail.body.isEmpty() && mail.attachment.isEmpty());
+    press("cancelButton");
     expectAlert("Email", "Mail cancelled");
 
-    system->failure = "Le disque est plein.";
-    choose(2);
-    composer<MailComposeViewController>().sendButton.touchUpInside();
-    expectAlert("Email", "Mail sent failure: Le disque est plein.");
-    EXPECT_EQ(app->window()->presentedViewController(), nullptr);
+    const struct
+    {
+        int index;
+        const char *failure;
+        const char *title; // none: nothing is told
+        const char *told;
+    } outcomes[] = {{0, "", nullptr, nullptr},
+                    {0, "en panne", "Error", "Failed to send SMS!"},
+                    {2, "", "Email", "Mail sent"},
+                    {2, "en panne", "Email", "Mail sent failure: en panne"}};
+    for (const auto &[index, failure, title, told] : outcomes) {
+        system->failure = failure;
+        choose(index);
+        press("sendButton");
+        EXPECT_EQ(app->window()->presentedViewController(), nullptr);
+        if (title)
+            expectAlert(title, told);
+        EXPECT_EQ(alert(), nullptr);
+    }
+    EXPECT_EQ(system->messages.last().body, "TRV votre texte");
+    EXPECT_EQ(system->mails.last().subject, "ORVEL Application");
 }
 
 TEST_F(ContactSheetTest, ADeviceThatCannotSaysSo)
