@@ -69,15 +69,3 @@ TEST_F(FrequenceControllerTest, WithoutAListItStaysEmptyAndUsable)
     EXPECT_EQ(alert()->message(), QString::fromUtf8("Pas de réseau"));
     EXPECT_FALSE(ProgressHud::shared().isVisible());
 }
-
-TEST_F(FrequenceControllerTest, ItsButtonsBringMenuAndContactSheet)
-{
-    screen->MenuController();
-    EXPECT_TRUE(app->revealSideViewController()->isOpen());
-    screen->acctionEmail();
-    EXPECT_EQ(app->window()->actionSheet(), nullptr);
-    screen->ShowMessage();
-    ASSERT_NE(app->window()->actionSheet(), nullptr);
-    app->window()->actionSheet()->click(3);
-    EXPECT_EQ(app->window()->presentedViewController(), nullptr);
-}
