@@ -1,7 +1,6 @@
 #include "platform/ui/NavigationController.h"
 #include "platform/ui/RevealSideViewController.h"
 #include "platform/ui/Window.h"
-#include "support/TestLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -9,12 +8,13 @@ using namespace orvel;
 
 namespace {
 
+constexpr auto left = RevealSideViewController::Side::Left;
+
 class Screen : public ViewController
 {
     Q_OBJECT
 public:
     Screen(const QString &name, QStringList &log) : m_name(name), m_log(log) {}
-    using ViewController::performAfterDelay;
 
 protected:
     void viewDidLoad() override { m_log << m_name + " load"; }
@@ -36,7 +36,17 @@ public:
 class ContainersTest : public ::testing::Test
 {
 protected:
-    std::shared_ptr<Screen> screen(const QString &name) { return std::make_shared<Screen>(name, log); }
+    template<class Shown = Screen>
+    std::shared_ptr<Shown> screen(const QString &name)
+    {
+        return std::make_shared<Shown>(name, log);
+    }
+    void show(const std::shared_ptr<ViewController> &root)
+    {
+        window.setRootViewController(root);
+        window.makeKeyAndVisible();
+        happened();
+    }
     // What has happened since the last call.
     QStringList happened() { return std::exchange(log, {}); }
 
@@ -61,10 +71,7 @@ TEST_F(ContainersTest, AScreenLoadsOnceAndItsLayoutBearsItsName)
 TEST_F(ContainersTest, APresentedScreenCoversWhatIsBeneath)
 {
     const auto a = screen("a"), b = screen("b"), c = screen("c");
-    window.setRootViewController(a);
-    window.makeKeyAndVisible();
-    happened();
-
+    show(a);
     a->presentViewController(b, false);
     a->presentViewController(b, false); // already there
     b->presentViewController(c, false);
@@ -85,10 +92,7 @@ TEST_F(ContainersTest, TheNavigationStackShowsItsTop)
 {
     const auto a = screen("a"), b = screen("b");
     const auto navigation = std::make_shared<NavigationController>(a);
-    window.setRootViewController(navigation);
-    window.makeKeyAndVisible();
-    happened();
-
+    show(navigation);
     navigation->pushViewController(b, true);
     window.present(screen("modal"));
     window.dismissFrontViewController();
@@ -105,21 +109,19 @@ TEST_F(ContainersTest, ThePanelOpensOverTheCentreAndKeepsItsFirstMenu)
 {
     const auto a = screen("a"), b = screen("b");
     const auto panel = std::make_shared<RevealSideViewController>(a);
-    window.setRootViewController(panel);
-    window.makeKeyAndVisible();
-    panel->pushOldViewControllerOnDirection(RevealSideViewController::Side::Left, true);
+    show(panel);
+    panel->pushOldViewControllerOnDirection(left, true);
     EXPECT_FALSE(panel->isOpen()) << "there is nothing to show yet";
 
-    const auto menu = std::make_shared<MenuScreen>("menu", log);
-    panel->preloadViewController(menu, RevealSideViewController::Side::Left);
-    EXPECT_EQ(happened(), QStringList({"a load", "a appear", "menu load"}));
-    panel->pushOldViewControllerOnDirection(RevealSideViewController::Side::Left, true);
+    const auto menu = screen<MenuScreen>("menu");
+    panel->preloadViewController(menu, left);
+    EXPECT_EQ(happened(), QStringList({"menu load"}));
+    panel->pushOldViewControllerOnDirection(left, true);
     EXPECT_TRUE(panel->isOpen() && panel->isAnimated());
     EXPECT_EQ(happened(), QStringList({"menu appear"}));
 
     // A row of the menu makes a new centre, which preloads a menu of its own.
-    panel->preloadViewController(std::make_shared<MenuScreen>("second menu", log),
-                                 RevealSideViewController::Side::Left);
+    panel->preloadViewController(screen<MenuScreen>("second menu"), left);
     EXPECT_EQ(panel->leftController(), menu.get());
     panel->popViewControllerWithNewCenterController(b, true);
     EXPECT_FALSE(panel->isOpen());
@@ -127,23 +129,9 @@ TEST_F(ContainersTest, ThePanelOpensOverTheCentreAndKeepsItsFirstMenu)
     EXPECT_EQ(happened(), QStringList({"b load", "b appear", "a disappear", "menu disappear"}));
     EXPECT_EQ(a.use_count(), 1);
 
-    panel->preloadViewController(screen("other"), RevealSideViewController::Side::Left);
+    panel->preloadViewController(screen("other"), left);
     EXPECT_NE(panel->leftController(), menu.get()) << "a screen of another class takes the side";
     EXPECT_EQ(menu.use_count(), 1);
-}
-
-TEST_F(ContainersTest, ADelayedPerformKeepsItsScreen)
-{
-    test::TakenClock clock;
-    auto a = screen("a");
-    a->performAfterDelay(0.5, [this] { log << "performed"; });
-    const std::weak_ptr<Screen> kept = a;
-    a.reset();
-    clock.turn(0.4);
-    EXPECT_FALSE(kept.expired());
-    clock.turn(0.2);
-    EXPECT_TRUE(kept.expired());
-    EXPECT_EQ(happened(), QStringList({"performed"}));
 }
 
 #include "ContainersTest.moc"
