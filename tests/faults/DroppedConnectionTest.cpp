@@ -1,5 +1,6 @@
 #include "faults/Fault.h"
 #include "faults/PlayerUnderTest.h"
+#include "support/TestLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -8,63 +9,50 @@ using namespace orvel::test;
 
 namespace {
 
-constexpr qsizetype mostBytes = 4096;
-
-struct Answer
+struct Drop
 {
     const char *name;
     QByteArray head;
-    qsizetype leastAnswer; // bytes; what ends before is none
+    Step end;
+    qsizetype leastToStop; // bytes; what ends before is an error
 };
 
-void PrintTo(const Answer &answer, std::ostream *out) { *out << answer.name; }
+void PrintTo(const Drop &drop, std::ostream *out) { *out << drop.name; }
 
-struct DroppedConnectionTest : testing::TestWithParam<Answer>
+class DroppedConnectionTest : public testing::TestWithParam<Drop>
 {
-    TakenClock clock;
-    const QByteArray head = GetParam().head;
-    const QByteArray answer = (head + sound()).first(mostBytes);
-
-    // Every byte of the head, and some of the sound's; with ORVEL_FAULTS_ALL every byte.
-    void dropAtEach(const Step &end, const std::function<void(qsizetype, const Streamer &)> &judge)
-    {
-        const qsizetype step = qEnvironmentVariableIsSet("ORVEL_FAULTS_ALL") ? 1 : 37;
-        for (qsizetype n = 0; n <= answer.size() && !HasFailure(); n += n < head.size() ? 1 : step) {
-            SCOPED_TRACE(n);
-            const ScriptedServer server({Send{answer.first(n)}, end});
-            PlayerUnderTest player(server.url("/live"));
-            player->play();
-            EXPECT_TRUE(waitUntil([&] {
-                return player->radioState() == RadioStateStopped || player->radioState() == RadioStateError;
-            }));
-            judge(n, *player);
-            EXPECT_TRUE(player.letGo());
-            EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
-        }
-    }
 };
+
+const QByteArray http = soundHead("icy-name: Nord\r\nicy-metaint: 1000\r\n");
+const QByteArray bare = "ICY 200 OK\r\nicy-name: Nue\r\ncontent-type: audio/mpeg\r\n\r\n";
+constexpr qsizetype mostBytes = 4096;
 
 } // namespace
 
-TEST_P(DroppedConnectionTest, AnEndStops)
+// At every byte of the head, and some of the sound's; with ORVEL_FAULTS_ALL every byte.
+TEST_P(DroppedConnectionTest, StopsOrFails)
 {
-    dropAtEach(Close{}, [&](qsizetype n, const Streamer &player) {
-        const bool isAnswer = n >= GetParam().leastAnswer;
-        EXPECT_EQ(player.radioState(), isAnswer ? RadioStateStopped : RadioStateError);
-        EXPECT_EQ(player.radioError(), isAnswer ? RadioErrorNone : RadioErrorNetworkError);
-    });
+    const Drop &drop = GetParam();
+    const QByteArray answer = (drop.head + sound()).first(mostBytes);
+    const qsizetype step = qEnvironmentVariableIsSet("ORVEL_FAULTS_ALL") ? 1 : 37;
+    const TakenClock clock;
+    for (qsizetype n = 0; n <= answer.size() && !HasFailure(); n += n < drop.head.size() ? 1 : step) {
+        SCOPED_TRACE(n);
+        const bool stops = n >= drop.leastToStop;
+        const ScriptedServer server({Send{answer.first(n)}, drop.end});
+        PlayerUnderTest player(server.url("/live"));
+        player->play();
+        EXPECT_TRUE(
+            waitUntil([&] { return player->radioState() == (stops ? RadioStateStopped : RadioStateError); }));
+        EXPECT_EQ(player->radioError(), stops ? RadioErrorNone : RadioErrorNetworkError);
+        EXPECT_TRUE(player.letGo());
+        EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
+    }
 }
 
-TEST_P(DroppedConnectionTest, AResetIsAnError)
-{
-    dropAtEach(Reset{}, [](qsizetype, const Streamer &player) {
-        EXPECT_EQ(player.radioState(), RadioStateError);
-        EXPECT_EQ(player.radioError(), RadioErrorNetworkError);
-    });
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Each, DroppedConnectionTest,
-    testing::Values(Answer{"Http", soundHead("icy-name: Nord\r\nicy-metaint: 1000\r\n"), 17},
-                    Answer{"Bare", "ICY 200 OK\r\nicy-name: Nue\r\ncontent-type: audio/mpeg\r\n\r\n", 1}),
-    [](const auto &it) { return std::string(it.param.name); });
+INSTANTIATE_TEST_SUITE_P(Each, DroppedConnectionTest,
+                         testing::Values(Drop{"HttpEnd", http, Close{}, 17},
+                                         Drop{"BareEnd", bare, Close{}, 1},
+                                         Drop{"HttpReset", http, Reset{}, mostBytes + 1},
+                                         Drop{"BareReset", bare, Reset{}, mostBytes + 1}),
+                         [](const auto &it) { return std::string(it.param.name); });

@@ -4,7 +4,29 @@
 
 namespace orvel::test {
 
-void PrintTo(const Fault &fault, std::ostream *out) { *out << fault.name; }
+Fault plays(const char *name, const Script &answer, const QString &station)
+{
+    return {.name = name, .answers = {answer}, .state = RadioStatePlaying, .station = station};
+}
+
+Fault fails(const char *name, const Script &answer, RadioError error)
+{
+    return {.name = name, .answers = {answer}, .state = RadioStateError, .error = error};
+}
+
+Fault stops(const char *name, const Script &answer, bool sounds)
+{
+    return {.name = name, .answers = {answer}, .sounds = sounds};
+}
+
+Fault buffers(const char *name, const Script &answer, const QString &station)
+{
+    return {.name = name,
+            .answers = {answer},
+            .state = RadioStateBuffering,
+            .station = station,
+            .atLeastSent = 64 << 20};
+}
 
 const QByteArray &sound()
 {
@@ -14,20 +36,8 @@ const QByteArray &sound()
 
 QByteArray soundHead(const QByteArray &fields) { return httpHead("Content-Type: audio/mpeg\r\n" + fields); }
 
-Script goodAnswer() { return {Send{soundHead()}, SendForever{sound()}}; }
+Script soundBehind(const QByteArray &head) { return {Send{head}, SendForever{sound()}}; }
 
-QByteArray metadataBlock(const QByteArray &text)
-{
-    const qsizetype blocks = (text.size() + 15) / 16;
-    return char(blocks) + text.leftJustified(blocks * 16, '\0');
-}
-
-QByteArray framed(qsizetype interval, const QByteArray &block)
-{
-    QByteArray bytes;
-    for (qsizetype at = 0; at + interval <= sound().size(); at += interval)
-        bytes += sound().sliced(at, interval) + (at == 0 ? block : QByteArray(1, '\0'));
-    return bytes;
-}
+QByteArray bomb() { return qCompress(QByteArray(64 << 20, '\0'), 9).sliced(4); }
 
 } // namespace orvel::test

@@ -5,7 +5,6 @@
 
 #include <QStringList>
 #include <limits>
-#include <optional>
 #include <ostream>
 
 namespace orvel::test {
@@ -36,7 +35,15 @@ struct Fault
     qint64 atLeastSent = 0; // before the player is judged
     qint64 atMostSent = std::numeric_limits<qint64>::max();
 };
-void PrintTo(const Fault &fault, std::ostream *out);
+
+// Plays whatever is wrong.
+Fault plays(const char *name, const Script &answer, const QString &station = {});
+// Ends in an error.
+Fault fails(const char *name, const Script &answer, RadioError error = RadioErrorNetworkError);
+// Stops: no sound in it, or no more.
+Fault stops(const char *name, const Script &answer, bool sounds = false);
+// Finds no sound in an endless answer, and bears it.
+Fault buffers(const char *name, const Script &answer, const QString &station = {});
 
 std::vector<Fault> connectionFaults();
 std::vector<Fault> answerFaults();
@@ -48,10 +55,8 @@ const QByteArray &sound();
 // A good answer's head, with more fields.
 QByteArray soundHead(const QByteArray &fields = {});
 // Sound without end.
-Script goodAnswer();
-// A block of in-band metadata: its length byte, the text, the padding.
-QByteArray metadataBlock(const QByteArray &text);
-// Sound with a metadata block behind every `interval` bytes, the first one `block` and the others empty.
-QByteArray framed(qsizetype interval, const QByteArray &block);
+Script soundBehind(const QByteArray &head = soundHead());
+// 64 megabytes of zeros in zlib's format.
+QByteArray bomb();
 
 } // namespace orvel::test

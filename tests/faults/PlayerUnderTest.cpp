@@ -3,30 +3,19 @@
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/media/SoundOutput.h"
 #include "platform/net/SystemReachability.h"
+#include "support/TestLoop.h"
 
 namespace orvel::test {
 
-struct PlayerUnderTest::Listener : RadioDelegate
-{
-    bool hasSounded = false;
-    QStringList titles;
-    void radioStateChanged(Radio &radio) override { hasSounded |= radio.radioState() == RadioStatePlaying; }
-    void radioTitleChanged(Radio &radio) override
-    {
-        if (titles.isEmpty() || titles.last() != radio.radioTitle())
-            titles << radio.radioTitle();
-    }
-};
-
-PlayerUnderTest::PlayerUnderTest(const QString &url) : m_listener(std::make_shared<Listener>())
+PlayerUnderTest::PlayerUnderTest(const QString &url)
 {
     qputenv("ORVEL_AUDIO_DEVICE", "null");
     StreamerServices services;
-    services.reachability = [network = m_network] {
-        return std::make_unique<SystemReachability>([network] { return *network; });
+    services.reachability = [this] {
+        return std::make_unique<SystemReachability>([this] { return m_network; });
     };
     m_streamer = Streamer::initWithURL(*Url::fromText(url), std::move(services));
-    m_streamer->setDelegate(m_listener);
+    m_streamer->setDelegate(m_delegate);
     m_streamer->setBufferInSeconds(1);
 }
 
@@ -38,19 +27,9 @@ PlayerUnderTest::~PlayerUnderTest()
 
 void PlayerUnderTest::setNetwork(Reachability::Status status)
 {
-    *m_network = status;
+    m_network = status;
     NotificationCentre::defaultCentre().postNotification(Reachability::changedNotification);
 }
-
-bool PlayerUnderTest::reaches(RadioState state, bool soundedBefore)
-{
-    return waitUntil(
-        [&] { return m_streamer->radioState() == state && (!soundedBefore || m_listener->hasSounded); });
-}
-
-bool PlayerUnderTest::hasSounded() const { return m_listener->hasSounded; }
-
-const QStringList &PlayerUnderTest::titles() const { return m_listener->titles; }
 
 bool PlayerUnderTest::letGo()
 {

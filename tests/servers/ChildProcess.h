@@ -5,18 +5,16 @@
 
 namespace orvel::test {
 
-// Another program, which never outlives this one, nor the object. Main thread.
+// Another program, which never outlives this one, nor the object. It runs as "nobody" when this one runs as
+// root. Main thread.
 class ChildProcess
 {
 public:
     explicit ChildProcess(const QString &logFile);
-    ~ChildProcess();
+    ~ChildProcess() { end(SIGKILL); }
 
-    // A null text once it runs, or a sentence that says why it does not. An unprivileged program runs as
-    // "nobody" when the caller is root.
-    enum class Privilege { Callers, None };
-    QString start(const QString &program, const QStringList &arguments,
-                  Privilege privilege = Privilege::Callers);
+    // A null text once it runs, or a sentence that says why it does not.
+    QString start(const QString &program, const QStringList &arguments);
     bool isRunning() const { return m_process.state() == QProcess::Running; }
     // Returns when it has gone. What does not heed the signal is killed.
     void end(int signal = SIGTERM);
@@ -24,8 +22,5 @@ public:
 private:
     QProcess m_process;
 };
-
-// Gives `folder` to the user that an unprivileged program runs as.
-void giveToUnprivileged(const QString &folder);
 
 } // namespace orvel::test

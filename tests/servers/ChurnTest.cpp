@@ -1,16 +1,15 @@
 #include "audio/live/Streamer.h"
 #include "platform/foundation/OneHeap.h"
 #include "platform/foundation/SerialQueue.h"
-#include "servers/Footprint.h"
 #include "servers/IcecastServer.h"
 #include "servers/SourceFeed.h"
+#include "support/Footprint.h"
 #include "support/TestLoop.h"
 
-#include <QElapsedTimer>
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <iostream>
-#include <list>
+#include <malloc.h>
 #include <random>
 
 using namespace orvel;
@@ -18,57 +17,21 @@ using namespace orvel::test;
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool isSanitized = true; // what was freed is kept for a while
-#else
-constexpr bool isSanitized = false;
-#endif
-
 // Whatever the number of listeners: what the heap wavers by.
 constexpr qint64 heapWavering = 1 << 20;
 
-enum class Leaves { AtOnce, Connecting, Buffering, Playing, PlayingTwice };
-
-// Somebody who tunes in and leaves at a moment of his own.
-class Visitor
+// Somebody who tunes in and leaves at a moment of his own, or comes back first.
+struct Visitor
 {
-public:
-    Visitor(const QString &url, Leaves moment)
-        : m_streamer(
-              Streamer::initWithURL(*Url::fromText(url), {.reachability = reachabilityForLocalStation}))
-        , m_moment(moment)
-    {
-        m_streamer->setBufferInSeconds(0);
-        if (m_moment != Leaves::AtOnce)
-            m_streamer->play();
-    }
-    ~Visitor() { m_streamer->shutdown(); }
+    std::shared_ptr<Streamer> streamer;
+    RadioState moment;
+    bool comesBack;
 
     bool isReady() const
     {
-        switch (m_moment) {
-        case Leaves::AtOnce:
-        case Leaves::Connecting:
-            return true;
-        case Leaves::Buffering: // or already past it
-            return m_streamer->radioState() >= RadioStateBuffering;
-        case Leaves::Playing:
-        case Leaves::PlayingTwice:
-            break;
-        }
-        return m_streamer->radioState() == RadioStatePlaying;
+        const RadioState state = streamer->radioState();
+        return state >= moment && state != RadioStateError;
     }
-    void playAgain()
-    {
-        if (m_moment == Leaves::PlayingTwice) {
-            m_streamer->pause();
-            m_streamer->play();
-        }
-    }
-
-private:
-    const std::shared_ptr<Streamer> m_streamer;
-    const Leaves m_moment;
 };
 
 struct ChurnTest : testing::TestWithParam<const char *>
@@ -87,34 +50,48 @@ struct ChurnTest : testing::TestWithParam<const char *>
         ASSERT_EQ(aac.start(), QString());
     }
     void TearDown() override { qunsetenv("ORVEL_AUDIO_DEVICE"); }
-    // A few listeners at a time.
-    bool visit(int count)
+    Visitor visitor(const QString &mount)
     {
-        std::discrete_distribution<int> moments{1, 1, 2, 4, 2};
-        const auto areReady = [](const std::list<Visitor> &visitors) {
+        std::discrete_distribution<int> moments{1, 1, 2, 6};
+        const auto streamer = Streamer::initWithURL(*Url::fromText(server.url(mount)),
+                                                    {.reachability = reachabilityForLocalStation});
+        streamer->setBufferInSeconds(0);
+        const auto moment = RadioState(moments(random));
+        if (moment != RadioStateStopped)
+            streamer->play();
+        return {streamer, moment, moment == RadioStatePlaying && random() % 3 == 0};
+    }
+    // A few listeners at a time.
+    void visit(int count)
+    {
+        const auto areReady = [](const std::vector<Visitor> &visitors) {
             return waitUntil([&] { return std::ranges::all_of(visitors, &Visitor::isReady); }, 60);
         };
         while (count > 0) {
-            std::list<Visitor> visitors;
+            std::vector<Visitor> visitors;
             for (int i = 0; i < 10 && count > 0; ++i, --count)
-                visitors.emplace_back(server.url((i % 2 == 0 ? mp3 : aac).mount()), Leaves(moments(random)));
-            if (!areReady(visitors))
-                return false;
-            std::ranges::for_each(visitors, &Visitor::playAgain);
-            if (!areReady(visitors))
-                return false;
+                visitors.push_back(visitor((i % 2 == 0 ? mp3 : aac).mount()));
+            ASSERT_TRUE(areReady(visitors));
+            for (const Visitor &it : visitors) {
+                if (it.comesBack) {
+                    it.streamer->pause();
+                    it.streamer->play();
+                }
+            }
+            ASSERT_TRUE(areReady(visitors));
+            for (const Visitor &it : visitors)
+                it.streamer->shutdown();
         }
-        return true;
     }
     // Devices are closed by threads of their own, which may still be about it. Those of the pool come as they
     // are needed.
-    static Footprint settled(const Footprint &wanted)
+    static void settle(qsizetype threads)
     {
         waitUntil([&] {
             SerialQueue::joinThreads();
-            return Footprint::now().threads <= wanted.threads;
+            return threadCount() <= threads;
         });
-        return Footprint::now();
+        ::malloc_trim(0);
     }
 };
 
@@ -123,29 +100,22 @@ struct ChurnTest : testing::TestWithParam<const char *>
 TEST_P(ChurnTest, HundredsOfListenersLeaveNothingBehind)
 {
     const int soak = qEnvironmentVariableIntValue("ORVEL_SOAK_CYCLES");
-    const int count = soak > 0 ? soak : 200;
-    const Footprint atFirst = Footprint::now();
+    const qsizetype threads = threadCount();
     // What libraries keep for good is there by then.
-    ASSERT_TRUE(visit(60));
-    const Footprint before = settled(atFirst);
-    QElapsedTimer timer;
-    timer.start();
-    ASSERT_TRUE(visit(count));
-    const double seconds = double(timer.elapsed()) / 1000;
-    const Footprint after = settled(before);
-    std::cout << count << " listeners, " << double(count) / seconds << " a second; threads " << before.threads
-              << " -> " << after.threads << ", descriptors " << before.descriptors << " -> "
-              << after.descriptors << ", anonymous memory " << before.anonymousBytes / 1024 << " -> "
-              << after.anonymousBytes / 1024 << " KiB\n";
-    EXPECT_LE(after.threads, atFirst.threads);
-    EXPECT_LE(after.descriptors, before.descriptors);
+    ASSERT_NO_FATAL_FAILURE(visit(60));
+    settle(threads);
+    const qsizetype descriptors = descriptorCount();
+    const qint64 memory = anonymousMemory();
+    ASSERT_NO_FATAL_FAILURE(visit(soak > 0 ? soak : 200));
+    settle(threads);
+    EXPECT_LE(threadCount(), threads);
+    EXPECT_LE(descriptorCount(), descriptors);
+    std::cout << "Memory grew by " << (anonymousMemory() - memory) / 1024 << " KiB\n";
     if (!isSanitized) {
-        EXPECT_LE(after.anonymousBytes, before.anonymousBytes + heapWavering);
+        EXPECT_LE(anonymousMemory(), memory + heapWavering);
     }
     EXPECT_TRUE(waitUntil([&] { return server.listeners() == 0; }));
 }
 
 INSTANTIATE_TEST_SUITE_P(, ChurnTest, testing::Values("null", "disk"),
-                         [](const testing::TestParamInfo<const char *> &device) {
-                             return std::string(device.param);
-                         });
+                         [](const auto &device) { return std::string(device.param); });

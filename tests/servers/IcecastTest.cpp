@@ -15,55 +15,30 @@ using namespace orvel::test;
 
 namespace {
 
-using States = std::vector<RadioState>;
-
 constexpr int metadataInterval = 16000; // the server's own
-constexpr double audible = 0.01;
 
 struct Listener : RadioDelegate
 {
-    States states;
+    std::vector<RadioState> states;
     QStringList titles;
     int metadataCount = 0;
-    void radioStateChanged(Radio &radio) override
-    {
-        if (states.empty() || states.back() != radio.radioState())
-            states.push_back(radio.radioState());
-    }
+    void radioStateChanged(Radio &radio) override { states.push_back(radio.radioState()); }
     void radioTitleChanged(Radio &radio) override { titles << radio.radioTitle(); }
     void radioMetadataReady(Radio &) override { ++metadataCount; }
 };
 
-// What the device has taken: two channels, interleaved.
-std::vector<float> soundTaken()
+// Seconds between the first and the last sound that the device has taken: two channels, interleaved.
+double secondsSounded()
 {
     QFile file(qEnvironmentVariable("SDL_DISKAUDIOFILE"));
     if (!file.open(QIODevice::ReadOnly))
-        return {};
+        return 0;
     std::vector<float> samples(std::size_t(file.size()) / sizeof(float));
     file.read(reinterpret_cast<char *>(samples.data()), qint64(samples.size() * sizeof(float)));
-    return samples;
-}
-
-// Seconds between the first sound and the last one.
-double secondsSounded()
-{
-    const std::vector<float> samples = soundTaken();
     const auto sounds = [](float sample) { return std::abs(sample) > 1e-4F; };
     const auto first = std::find_if(samples.begin(), samples.end(), sounds);
     const auto last = std::find_if(samples.rbegin(), samples.rend(), sounds).base();
     return first < last ? double(last - first) / 2 / SourceFeed::sampleRate : 0;
-}
-
-// The root mean square of the last second, 0 to 1.
-double loudness()
-{
-    const std::vector<float> samples = soundTaken();
-    const std::size_t count = std::min<std::size_t>(samples.size(), 2 * SourceFeed::sampleRate);
-    double sum = 0;
-    for (std::size_t i = samples.size() - count; i < samples.size(); ++i)
-        sum += double(samples[i]) * double(samples[i]);
-    return count == 0 ? 0 : std::sqrt(sum / double(count));
 }
 
 // Writes to the connections that this process has to `port` what their server won't read any more. A kernel
@@ -119,17 +94,20 @@ struct IcecastTest : testing::TestWithParam<SourceFeed::Codec>
             },
             40);
     }
+    // Everything that had come was heard.
+    void expectPlayedOut()
+    {
+        ASSERT_TRUE(reaches(RadioStateStopped));
+        EXPECT_FALSE(std::ranges::count(listener->states, RadioStateError));
+        const int packetFrames = GetParam() == SourceFeed::Codec::Mp3 ? 1152 : 1024;
+        EXPECT_NEAR(secondsSounded(), double(meter.packets() * packetFrames) / SourceFeed::sampleRate, 0.2);
+    }
     void resetConnection()
     {
         ASSERT_EQ(leaveUnread(server.port()), 1);
         server.kill();
     }
 };
-
-std::string codecName(const testing::TestParamInfo<SourceFeed::Codec> &codec)
-{
-    return codec.param == SourceFeed::Codec::Mp3 ? "Mp3" : "Aac";
-}
 
 } // namespace
 
@@ -147,7 +125,6 @@ TEST_P(IcecastTest, IsPlayedWithItsNames)
     EXPECT_EQ(streamer->radioName(), SourceFeed::name);
     EXPECT_EQ(streamer->radioGenre(), SourceFeed::genre);
     EXPECT_EQ(streamer->radioUrl(), SourceFeed::site);
-    EXPECT_TRUE(waitUntil([] { return loudness() > audible; }));
     // More than it was given at once, so that it lives on what the source sends.
     const qint64 later = meter.bytes() + server.burstBytes();
     EXPECT_TRUE(waitUntil([&] { return meter.bytes() > later; }));
@@ -159,50 +136,34 @@ TEST_P(IcecastTest, IsPlayedWithItsNames)
 TEST_P(IcecastTest, ATitleComesWithinAnIntervalAndTheBuffer)
 {
     play();
-    QString titleBefore;
-    qint64 titleAt = 0;
-    meter.beforePackets = [&] {
-        if (std::exchange(titleBefore, streamer->radioTitle()) != streamer->radioTitle())
-            titleAt = meter.bytes();
-    };
-    // A title with a ";" changes nothing.
     const qint64 buffer = qint64(SourceFeed::sampleRate / 2) * qint64(streamer->bufferCount());
-    for (const QString &title : {QStringLiteral("Orvel - Premier"), QStringLiteral("Un; deux"),
-                                 QString::fromUtf8("Zoé – L'été à “Nîmes” ☀ 夏")}) {
-        const qsizetype titlesBefore = listener->titles.size();
+    for (const QString title : {"Orvel - Premier", "Zoé – L'été à “Nîmes” ☀ 夏"}) {
+        qint64 titleAt = 0;
+        meter.beforePackets = [&] {
+            if (titleAt == 0 && streamer->radioTitle() == title)
+                titleAt = meter.bytes();
+        };
         ASSERT_TRUE(server.setTitle(feed.mount(), title));
         const qint64 changedAt = meter.bytes();
-        if (title.contains(';')) {
-            ASSERT_TRUE(waitUntil([&] { return meter.bytes() > changedAt + metadataInterval + buffer; }));
-            EXPECT_EQ(listener->titles.size(), titlesBefore);
-            continue;
-        }
-        ASSERT_TRUE(waitUntil([&] { return listener->titles.contains(title) && titleBefore == title; }))
-            << listener->titles.join(u'|').toStdString() << " state " << int(streamer->radioState());
-        EXPECT_EQ(streamer->radioTitle(), title);
+        ASSERT_TRUE(waitUntil([&] { return titleAt > 0; })) << " state " << int(streamer->radioState());
         EXPECT_LE(titleAt - changedAt, metadataInterval + buffer);
-        RecordProperty("bytes from the change to the title", int(titleAt - changedAt));
+        EXPECT_TRUE(waitUntil([&] { return listener->titles.contains(title); }));
     }
+    meter.beforePackets = [] {};
 }
 
 TEST_P(IcecastTest, WhatIsHerePlaysOutWhenTheSourceEnds)
 {
     play();
     feed.end();
-    ASSERT_TRUE(reaches(RadioStateStopped));
-    EXPECT_FALSE(std::ranges::count(listener->states, RadioStateError));
-    const int packetFrames = GetParam() == SourceFeed::Codec::Mp3 ? 1152 : 1024;
-    EXPECT_NEAR(secondsSounded(), double(meter.packets() * packetFrames) / SourceFeed::sampleRate, 0.2);
+    expectPlayedOut();
 }
 
 TEST_P(IcecastTest, WhatIsHerePlaysOutWhenTheServerIsKilled)
 {
     play();
     server.kill();
-    ASSERT_TRUE(reaches(RadioStateStopped));
-    EXPECT_FALSE(std::ranges::count(listener->states, RadioStateError));
-    const int packetFrames = GetParam() == SourceFeed::Codec::Mp3 ? 1152 : 1024;
-    EXPECT_NEAR(secondsSounded(), double(meter.packets() * packetFrames) / SourceFeed::sampleRate, 0.2);
+    expectPlayedOut();
 }
 
 TEST_P(IcecastTest, AResetOrARefusalIsANetworkError)
@@ -218,8 +179,7 @@ TEST_P(IcecastTest, AResetOrARefusalIsANetworkError)
     EXPECT_EQ(streamer->radioError(), RadioErrorNetworkError);
     ASSERT_NO_FATAL_FAILURE(serve());
     streamer->play();
-    EXPECT_TRUE(reaches(RadioStatePlaying))
-        << int(streamer->radioState()) << ' ' << int(streamer->radioError());
+    EXPECT_TRUE(reaches(RadioStatePlaying));
 }
 
 TEST_P(IcecastTest, ALostNetworkIsWaitedFor)
@@ -237,8 +197,10 @@ TEST_P(IcecastTest, ALostNetworkIsWaitedFor)
     meter.setNetwork(Reachability::Status::Cellular);
     ASSERT_TRUE(reaches(RadioStatePlaying));
     EXPECT_GT(meter.bytes(), heardBefore);
-    EXPECT_TRUE(waitUntil([] { return loudness() > audible; }));
+    EXPECT_TRUE(waitUntil([] { return secondsSounded() > 1; }));
 }
 
 INSTANTIATE_TEST_SUITE_P(, IcecastTest, testing::Values(SourceFeed::Codec::Mp3, SourceFeed::Codec::Aac),
-                         codecName);
+                         [](const auto &codec) {
+                             return std::string(codec.param == SourceFeed::Codec::Mp3 ? "Mp3" : "Aac");
+                         });

@@ -7,67 +7,33 @@ namespace orvel::test {
 
 namespace {
 
-// Time stands still for the first ten seconds, so that they are read at once.
-const QString sound = QStringLiteral("sine=frequency=440:sample_rate=44100[tone];"
-                                     "anoisesrc=sample_rate=44100:amplitude=0.3[noise];"
-                                     "[tone][noise]amix=inputs=2,asetpts=max(0\\,PTS-10/TB)");
+// A tone in noise. Time stands still for the first ten seconds, so that they are read at once.
+constexpr auto source = "-hide_banner -nostdin -loglevel error -re -f lavfi -i "
+                        "sine=frequency=440:sample_rate=44100[tone];"
+                        "anoisesrc=sample_rate=44100:amplitude=0.3[noise];"
+                        "[tone][noise]amix=inputs=2,asetpts=max(0\\,PTS-10/TB)";
+constexpr auto mp3 = "-c:a libmp3lame -write_xing 0 -id3v2_version 0 -content_type audio/mpeg -f mp3";
+constexpr auto aac = "-c:a aac -content_type audio/aac -f adts";
 
 } // namespace
 
 SourceFeed::SourceFeed(const IcecastServer &server, Codec codec)
-    : m_server(server), m_codec(codec), m_process(server.logFile(mount().mid(1) + QStringLiteral(".log")))
+    : m_server(server), m_codec(codec), m_process(server.logFile(mount().mid(1) + ".log"))
 {
 }
 
-QString SourceFeed::mount() const
-{
-    return m_codec == Codec::Mp3 ? QStringLiteral("/mp3") : QStringLiteral("/aac");
-}
+QString SourceFeed::mount() const { return m_codec == Codec::Mp3 ? "/mp3" : "/aac"; }
 
 QString SourceFeed::start()
 {
     m_process.end();
-    QStringList arguments{"-hide_banner",
-                          "-nostdin",
-                          "-loglevel",
-                          "error",
-                          "-re",
-                          "-f",
-                          "lavfi",
-                          "-i",
-                          sound,
-                          "-af",
-                          "asetpts=N/SR/TB",
-                          "-ac",
-                          "2",
-                          "-b:a",
-                          QString::number(bytesPerSecond * 8),
-                          "-ice_name",
-                          name,
-                          "-ice_genre",
-                          genre,
-                          "-ice_url",
-                          site};
-    if (m_codec == Codec::Mp3)
-        arguments << "-c:a"
-                  << "libmp3lame"
-                  << "-write_xing"
-                  << "0"
-                  << "-id3v2_version"
-                  << "0"
-                  << "-content_type"
-                  << "audio/mpeg"
-                  << "-f"
-                  << "mp3";
-    else
-        arguments << "-c:a"
-                  << "aac"
-                  << "-content_type"
-                  << "audio/aac"
-                  << "-f"
-                  << "adts";
-    if (QString failure = m_process.start(QStringLiteral("ffmpeg"), arguments << m_server.sourceUrl(mount()));
-        !failure.isNull())
+    const QString command =
+        QStringLiteral(
+            "%1 -af asetpts=N/SR/TB -ac 2 -b:a %2 -ice_name \"%3\" -ice_genre %4 -ice_url %5 %6 %7")
+            .arg(source)
+            .arg(bytesPerSecond * 8)
+            .arg(name, genre, site, m_codec == Codec::Mp3 ? mp3 : aac, m_server.sourceUrl(mount()));
+    if (QString failure = m_process.start("ffmpeg", QProcess::splitCommand(command)); !failure.isNull())
         return failure;
     const auto hasBurst = [this] {
         return m_server.get(mount(), m_server.burstBytes()).size() == m_server.burstBytes();

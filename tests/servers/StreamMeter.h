@@ -17,12 +17,12 @@ public:
     qint64 bytes() const { return m_bytes; }
     qint64 packets() const { return m_packets; }
     // Called ahead of each piece of sound that is counted.
-    std::function<void()> beforePackets;
+    std::function<void()> beforePackets = [] {};
 
 private:
-    class Stream;
-    class Network;
+    struct Tap;
 
+    std::vector<std::shared_ptr<Tap>> m_taps;
     qint64 m_bytes = 0;
     qint64 m_packets = 0;
     Reachability::Status m_network = Reachability::Status::WiFi;

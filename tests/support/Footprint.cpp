@@ -1,8 +1,7 @@
-#include "servers/Footprint.h"
+#include "support/Footprint.h"
 
 #include <QDir>
 #include <QFile>
-#include <malloc.h>
 
 namespace orvel::test {
 
@@ -13,9 +12,10 @@ qsizetype entries(const QString &folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
 }
 
-qint64 residentAnonymously()
+} // namespace
+
+qint64 anonymousMemory()
 {
-    ::malloc_trim(0);
     QFile status(QStringLiteral("/proc/self/status"));
     if (!status.open(QIODevice::ReadOnly))
         return -1;
@@ -24,12 +24,8 @@ qint64 residentAnonymously()
     return text.mid(at, text.indexOf("kB", at) - at).trimmed().toLongLong() * 1024;
 }
 
-} // namespace
+qsizetype threadCount() { return entries(QStringLiteral("/proc/self/task")); }
 
-Footprint Footprint::now()
-{
-    return {entries(QStringLiteral("/proc/self/task")), entries(QStringLiteral("/proc/self/fd")),
-            residentAnonymously()};
-}
+qsizetype descriptorCount() { return entries(QStringLiteral("/proc/self/fd")); }
 
 } // namespace orvel::test
