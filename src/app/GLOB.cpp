@@ -3,6 +3,7 @@
 #include "api/Signature.h"
 #include "app/AppDelegate.h"
 #include "app/FavouriteStore.h"
+#include "platform/foundation/InputGate.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/system/SystemServices.h"
@@ -43,7 +44,11 @@ QString GLOB::glob_CurrentTime() { return orvel::glob_CurrentTime(); }
 
 void GLOB::glob_ShowHud()
 {
-    MainQueue::async([] { ProgressHud::shared().showWithStatus(QStringLiteral("Please Wait...")); });
+    InputGate::shared().hold(); // a second tap on the way to the overlay is none
+    MainQueue::async([] {
+        ProgressHud::shared().showWithStatus(QStringLiteral("Please Wait..."));
+        InputGate::shared().release();
+    });
 }
 
 void GLOB::glob_HideHud()

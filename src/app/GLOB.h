@@ -24,7 +24,8 @@ public:
     static QString glob_hmacsha1(const QString &text, const QString &secret);
     // Seconds since 1 January 1970, rounded to a whole number.
     static QString glob_CurrentTime();
-    // The progress overlay. Any thread; it is shown or hidden on a later turn of the main queue.
+    // The progress overlay: shown or hidden on a later turn of the main queue, but input is swallowed from
+    // the first call on.
     static void glob_ShowHud();
     static void glob_HideHud();
     // How many elements, as text.
