@@ -1,5 +1,6 @@
 #include "screens/radio/FrequenceController.h"
 
+#include "api/ContentList.h"
 #include "app/GLOB.h"
 #include "screens/radio/cellCustomFrequence.h"
 
@@ -25,9 +26,8 @@ void FrequenceController::functionGetData()
 
 void FrequenceController::PostSuccess(const JsonValue &response)
 {
-    const JsonValue content = response["content"];
-    if (content.isArray())
-        m_array.insert(m_array.end(), content.values().begin(), content.values().end());
+    const std::vector<JsonValue> content = contentList(response);
+    m_array.insert(m_array.end(), content.begin(), content.end());
     tableCont.reloadData();
     GLOB::glob_HideHud();
 }

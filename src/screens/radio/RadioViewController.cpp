@@ -1,5 +1,6 @@
 #include "screens/radio/RadioViewController.h"
 
+#include "api/ContentList.h"
 #include "app/AppDelegate.h"
 #include "app/FavouriteStore.h"
 #include "app/GLOB.h"
@@ -71,8 +72,7 @@ void RadioViewController::PostSuccess(const JsonValue &response)
     for (const JsonValue &favourite : GLOB::glob_favArray().value_or(std::vector<JsonValue>()))
         favourites.insert(favourite["id"].integerValue());
     m_strURL = response["media_url"].text();
-    const JsonValue content = response["content"];
-    for (JsonValue entry : content.isArray() ? content.values() : std::vector<JsonValue>()) {
+    for (JsonValue &entry : contentList(response)) {
         if (!entry.isObject())
             continue;
         const bool isFavourite = favourites.contains(entry["id"].integerValue());
