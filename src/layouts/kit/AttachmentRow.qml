@@ -46,6 +46,7 @@ Rectangle {
             outlet: root.note
             color: Theme.textSoft
             wrapMode: Text.Wrap
+            maximumLineCount: 4
             font.pixelSize: Theme.fontSmall
         }
     }

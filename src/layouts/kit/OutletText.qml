@@ -6,10 +6,12 @@ import Orvel.Ui
 Text {
     required property LabelOutlet outlet
 
-    text: outlet.text
+    // What a server can send as a title is not to hold up the window.
+    text: outlet.text.slice(0, 1000)
     visible: !outlet.hidden && text !== ""
     textFormat: Text.PlainText
     color: Theme.text
     elide: Text.ElideRight
+    maximumLineCount: 1
     font.pixelSize: Theme.fontBody
 }

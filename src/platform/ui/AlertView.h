@@ -24,10 +24,16 @@ class AlertView : public orvel::Question
     Q_PROPERTY(QString message MEMBER m_message CONSTANT)
     Q_PROPERTY(QStringList buttons MEMBER m_buttons CONSTANT)
 public:
+    // Characters: what comes after them in a server's message would hold up the window.
+    static constexpr qsizetype longestMessage = 2000;
+
     // Button 0 is the first of `buttons`, and what Escape and Back choose.
     AlertView(const QString &title, const QString &message, const QStringList &buttons,
               std::weak_ptr<AlertViewDelegate> delegate, int tag)
-        : Question(*this, title, std::move(delegate)), m_message(message), m_buttons(buttons), m_tag(tag)
+        : Question(*this, title, std::move(delegate))
+        , m_message(message.left(longestMessage))
+        , m_buttons(buttons)
+        , m_tag(tag)
     {
     }
 
