@@ -1,11 +1,10 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Orvel.Kit
 import Orvel.Ui
 
 // A check box of a screen beside its label: checked while the button's tag says so, drawn by its background image.
-T.AbstractButton {
+PressButton {
     id: root
 
     required property ButtonOutlet outlet
@@ -16,11 +15,8 @@ T.AbstractButton {
     visible: !outlet.hidden
     enabled: outlet.enabled
     Accessible.role: Accessible.CheckBox
-    Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: outlet.tag !== 0
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
     onClicked: outlet.touchUpInside()
 
     contentItem: RowLayout {

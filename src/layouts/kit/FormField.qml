@@ -73,6 +73,7 @@ FocusScope {
         selectByMouse: true
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label
+        Accessible.description: root.password ? root.label : "" // Qt tells no name of a password's field
         Accessible.passwordEdit: root.password
         onTextEdited: root.outlet.text = text
         onAccepted: root.outlet.returnKey()

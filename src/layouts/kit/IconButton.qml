@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Orvel.Kit
 
 // A button that is a drawing: at least as large as a finger, whatever the drawing's size.
-T.AbstractButton {
+PressButton {
     id: root
 
     required property string name
@@ -13,10 +12,6 @@ T.AbstractButton {
 
     implicitWidth: Math.max(Theme.touch, iconSize)
     implicitHeight: Math.max(Theme.touch, iconSize)
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     contentItem: Item {
         NamedIcon {

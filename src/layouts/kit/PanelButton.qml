@@ -1,19 +1,14 @@
 import QtQuick
-import QtQuick.Templates as T
 import Orvel.Kit
 
 // One answer of an alert.
-T.AbstractButton {
+PressButton {
     id: root
 
     property bool preferred: false
     property color ground: preferred ? Theme.gold : Theme.page
 
     implicitHeight: Math.max(46, implicitContentHeight + 20)
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
 
     contentItem: Text {
         text: root.text

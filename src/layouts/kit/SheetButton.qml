@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Orvel.Kit
 
 // One choice of an action sheet. Arrow keys go to its neighbours.
-T.AbstractButton {
+PressButton {
     id: root
 
     // A line parts it from what is above.
@@ -16,10 +15,6 @@ T.AbstractButton {
     font.family: Theme.fontFamily
     font.pixelSize: Theme.fontTitle
     font.weight: Font.Medium
-    Accessible.role: Accessible.Button
-    Accessible.name: text
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
     Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 

@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Orvel.Kit
 
 // What every row of a table does: stand at its place, be chosen by finger, pointer or keys, and stay in sight while it has
 // the keyboard's focus.
-T.AbstractButton {
+PressButton {
     id: root
 
     required property Table table
@@ -22,10 +21,7 @@ T.AbstractButton {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.ListItem
-    Accessible.name: text
     Accessible.onPressAction: clicked()
-    Keys.onReturnPressed: clicked()
-    Keys.onEnterPressed: clicked()
     Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
     onVisualFocusChanged: if (visualFocus) table.reveal(rowTop, rowHeight)
