@@ -52,6 +52,5 @@ FocusScope {
     }
     HudOverlay {
         anchors.fill: parent
-        hud: root.window.hud
     }
 }

@@ -6,21 +6,19 @@ import Orvel.Ui
 Item {
     id: root
 
-    required property ProgressHud hud
-
     visible: opacity > 0
-    opacity: hud.visible ? 1 : 0
+    opacity: ProgressHud.visible ? 1 : 0
 
     Behavior on opacity { NumberAnimation { duration: Theme.quick } }
 
     Rectangle {
         anchors.fill: parent
         color: Theme.shade
-        opacity: root.hud.dimmed ? 0.45 : 0
+        opacity: ProgressHud.dimmed ? 0.45 : 0
     }
     MouseArea {
         anchors.fill: parent
-        enabled: root.hud.visible
+        enabled: ProgressHud.visible
         hoverEnabled: true
         onWheel: (wheel) => wheel.accepted = true
     }
@@ -45,7 +43,7 @@ Item {
             id: label
             anchors.horizontalCenter: parent.horizontalCenter
             y: 76
-            text: root.hud.status
+            text: ProgressHud.status
             textFormat: Text.PlainText
             color: Theme.inkText
             font.pixelSize: Theme.fontSmall

@@ -2,7 +2,6 @@
 
 #include "platform/ui/ActionSheet.h"
 #include "platform/ui/AlertView.h"
-#include "platform/ui/ProgressHud.h"
 #include "platform/ui/ViewController.h"
 
 #include <vector>
@@ -10,8 +9,8 @@
 namespace orvel {
 
 // What the application's only window shows, from back to front: the root screen, the screens presented over
-// it, the alerts and action sheets in the order they came, and the progress overlay. There is one at a time;
-// the shell draws it. Main thread.
+// it, the alerts and action sheets in the order they came. The progress overlay stands over all of it. There
+// is one window at a time; the shell draws it. Main thread.
 class Window : public QObject, public ScreenPresenter
 {
     Q_OBJECT
@@ -23,7 +22,6 @@ class Window : public QObject, public ScreenPresenter
                    presentedViewControllerChanged)
     Q_PROPERTY(orvel::AlertView *alert READ alert NOTIFY frontQuestionChanged)
     Q_PROPERTY(orvel::ActionSheet *actionSheet READ actionSheet NOTIFY frontQuestionChanged)
-    Q_PROPERTY(orvel::ProgressHud *hud READ hud CONSTANT)
 public:
     Window();
     ~Window() override;
@@ -43,7 +41,6 @@ public:
     // The last shown of both, when it is one.
     AlertView *alert() const { return frontQuestion<AlertView>(); }
     ActionSheet *actionSheet() const { return frontQuestion<ActionSheet>(); }
-    ProgressHud *hud() const { return &ProgressHud::shared(); }
 
     // Shows an alert in the key window, in front of those already there.
     static std::shared_ptr<AlertView> showAlert(const QString &title, const QString &message,

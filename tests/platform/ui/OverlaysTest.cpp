@@ -1,5 +1,6 @@
 #include "platform/foundation/InputGate.h"
 #include "platform/ui/Button.h"
+#include "platform/ui/ProgressHud.h"
 #include "platform/ui/Window.h"
 
 #include <gtest/gtest.h>
