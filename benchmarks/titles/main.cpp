@@ -45,7 +45,7 @@ int main(int argc, char *argv[])
     if (!application.start())
         return 1;
     if (!flicks) {
-        const benchmark::LeftScreen left(application, arguments.size() == 3);
+        const benchmark::LeftScreen left(application, radiosOf(application), arguments.size() == 3);
         return QGuiApplication::exec();
     }
     const benchmark::FlickedRounds rounds(application.shell().quickWindow(), radiosOf(application),
