@@ -22,16 +22,16 @@ TEST(JsonValueTest, LookingUpWhatIsNotThereGivesAbsent)
 TEST(JsonValueTest, TextsAndIntegers)
 {
     const JsonValue values = JSONValue(R"(["8192;x", -12.9, true, false, null, [1], 1e30])");
-    const std::pair<const char *, qint64> cases[] = {{"8192;x", 8192},
-                                                     {"-12.9", -12},
-                                                     {"1", 1},
-                                                     {"0", 0},
-                                                     {"<null>", 0},
-                                                     {"[\n  1\n]", 0},
-                                                     {"1000000000000000000000000000000", INT64_MAX},
-                                                     {"(null)", 0}};
+    const std::pair<QString, qint64> cases[] = {{"8192;x", 8192},
+                                                {"-12.9", -12},
+                                                {"1", 1},
+                                                {"0", 0},
+                                                {"<null>", 0},
+                                                {"[\n  1\n]", 0},
+                                                {'1' + QString(30, '0'), INT64_MAX},
+                                                {"(null)", 0}};
     for (int i = 0; i < int(std::size(cases)); ++i) {
-        EXPECT_EQ(values[i].text().toStdString(), cases[i].first);
+        EXPECT_EQ(values[i].text(), cases[i].first);
         EXPECT_EQ(values[i].integerValue(), cases[i].second);
     }
     EXPECT_TRUE(JsonValue(QString()).isAbsent());
@@ -70,20 +70,16 @@ TEST(JsonValueTest, FindsKeysOfLargeObjects)
     QByteArray text = "{";
     for (int i = 0; i < count; ++i)
         text += "\"key" + QByteArray::number(i) + "\":" + QByteArray::number(i) + ',';
-    text += "\"key7\":-7}";
-    JsonValue value = JSONValue(text);
+    JsonValue value = JSONValue(text + "\"key7\":-7}");
     ASSERT_EQ(value.size(), count);
-    EXPECT_EQ(value["key7"].integerValue(), -7);
-    for (int i = 8; i < count; ++i)
-        ASSERT_EQ(value[QStringLiteral("key%1").arg(i)].integerValue(), i);
+    for (int i = 0; i < count; ++i)
+        ASSERT_EQ(value[QStringLiteral("key%1").arg(i)].integerValue(), i == 7 ? -7 : i);
     const JsonValue before = value;
     value.remove(u"key0");
     value.set("new", 1);
-    EXPECT_FALSE(value.contains(u"key0"));
+    EXPECT_TRUE(!value.contains(u"key0") && before.contains(u"key0") && !before.contains(u"new"));
     EXPECT_EQ(value["key99999"].integerValue(), 99999);
     EXPECT_EQ(value.keys().back(), "new");
-    EXPECT_TRUE(before.contains(u"key0"));
-    EXPECT_FALSE(before.contains(u"new"));
 }
 
 TEST(JsonValueTest, TheTextOfAHostileAnswerStaysSmall)

@@ -2,32 +2,29 @@
 #include "api/json/JsonObjectProxy.h"
 #include "api/json/JsonParser.h"
 
-#include <QStringList>
 #include <gtest/gtest.h>
+#include <optional>
 
 using namespace orvel;
 
 namespace {
 
-class Thing : public JsonObjectProxy
+// Offers a value of its own, or another of its kind without end.
+struct Thing : JsonObjectProxy
 {
-public:
-    explicit Thing(const JsonValue &offer = {}) : m_offer(offer) {}
-    QString className() const override { return QStringLiteral("Thing"); }
-    JsonValue proxyForJson() const override { return m_offer; }
-
-private:
-    JsonValue m_offer;
+    explicit Thing(std::optional<JsonValue> offer) : m_offer(std::move(offer)) {}
+    QString className() const override { return "Thing"; }
+    JsonValue proxyForJson() const override
+    {
+        return m_offer ? *m_offer : JsonValue::foreign(std::make_shared<Thing>(std::nullopt));
+    }
+    const std::optional<JsonValue> m_offer;
 };
 
-class Endless : public JsonObjectProxy
+JsonValue thing(std::optional<JsonValue> offer = JsonValue())
 {
-public:
-    QString className() const override { return QStringLiteral("Endless"); }
-    JsonValue proxyForJson() const override { return JsonValue::foreign(std::make_shared<Endless>()); }
-};
-
-JsonValue thing(const JsonValue &offer = {}) { return JsonValue::foreign(std::make_shared<Thing>(offer)); }
+    return JsonValue::foreign(std::make_shared<Thing>(std::move(offer)));
+}
 
 QStringList descriptions(const JsonBase &base)
 {
@@ -42,9 +39,10 @@ QStringList descriptions(const JsonBase &base)
 TEST(JsonWriterTest, WritesLinesAndSortsKeysWhenAsked)
 {
     JsonParser parser;
-    const JsonValue value = parser.objectWithString(R"({"b":[1,{"y":[],"x":{}}],"a":null})");
+    const QString text = R"({"b":[1,{"y":[],"x":{}}],"a":null})";
+    const JsonValue value = parser.objectWithString(text);
     JsonWriter writer;
-    EXPECT_EQ(writer.stringWithObject(value), R"({"b":[1,{"y":[],"x":{}}],"a":null})");
+    EXPECT_EQ(writer.stringWithObject(value), text);
     writer.setSortKeys(true);
     EXPECT_EQ(writer.stringWithObject(value), R"({"a":null,"b":[1,{"x":{},"y":[]}]})");
     writer.setHumanReadable(true);
@@ -94,7 +92,7 @@ TEST(JsonWriterTest, NamesWhatItCannotWrite)
     }
     EXPECT_TRUE(writer.stringWithFragment(JsonValue()).isNull());
     EXPECT_EQ(descriptions(writer), QStringList{"JSON serialisation not supported for (null)"});
-    EXPECT_TRUE(writer.stringWithFragment(JsonValue::foreign(std::make_shared<Endless>())).isNull());
+    EXPECT_TRUE(writer.stringWithFragment(thing(std::nullopt)).isNull());
 
     JsonValue deep = JsonValue::emptyArray();
     for (int i = 0; i < 512; ++i)
