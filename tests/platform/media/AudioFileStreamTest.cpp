@@ -1,6 +1,5 @@
 #include "platform/media/AudioFileStream.h"
 
-#include "platform/media/FfmpegHandles.h"
 #include "support/EncodedTone.h"
 
 #include <QByteArrayList>
@@ -60,30 +59,6 @@ QByteArrayList packetsOf(const EncodedTone &tone)
     return packets;
 }
 
-QByteArrayList packetsByFfmpeg(QByteArrayView bytes, AVCodecID codec)
-{
-    const CodecContext context(avcodec_alloc_context3(avcodec_find_decoder(codec)));
-    AVCodecParserContext *parser = av_parser_init(codec);
-    QByteArray padded = bytes.toByteArray() + QByteArray(AV_INPUT_BUFFER_PADDING_SIZE, '\0');
-    QByteArrayList packets;
-    const auto *at = reinterpret_cast<const uint8_t *>(padded.constData());
-    qsizetype left = bytes.size();
-    while (true) {
-        uint8_t *packet = nullptr;
-        int size = 0;
-        const int used = av_parser_parse2(parser, context.get(), &packet, &size, at, int(left),
-                                          AV_NOPTS_VALUE, AV_NOPTS_VALUE, 0);
-        if (size > 0)
-            packets << QByteArray(reinterpret_cast<const char *>(packet), size);
-        if (left == 0 && size == 0)
-            break;
-        at += used;
-        left -= used;
-    }
-    av_parser_close(parser);
-    return packets;
-}
-
 QByteArray randomBytes(int size, quint32 seed)
 {
     std::minstd_rand random(seed);
@@ -109,7 +84,7 @@ const std::vector<int> chunkings = {1, 7, 300, 4096, 200000};
 
 } // namespace
 
-TEST(AudioFileStreamTest, FindsTheFramesThatFfmpegFinds)
+TEST(AudioFileStreamTest, FindsTheFramesThatWereEncoded)
 {
     using enum AudioFormat;
     const test::ToneRequest requests[] = {
@@ -120,12 +95,10 @@ TEST(AudioFileStreamTest, FindsTheFramesThatFfmpegFinds)
     for (const test::ToneRequest &request : requests) {
         SCOPED_TRACE(testing::Message() << quint32(request.format) << " " << request.sampleRate);
         const EncodedTone tone = encodeTone(request);
-        const bool mp3 = request.format == mpegLayer3;
-        const QByteArrayList expected = packetsByFfmpeg(tone.bytes, mp3 ? AV_CODEC_ID_MP3 : AV_CODEC_ID_AAC);
-        ASSERT_GT(expected.size(), 10);
+        ASSERT_GT(tone.packets.size(), 10u);
         for (const int chunk : chunkings) {
             const Listener heard = parse(tone.bytes, chunk, AudioFileType::kAudioFileMP3Type);
-            EXPECT_EQ(heard.packets, expected) << chunk;
+            EXPECT_EQ(heard.packets, packetsOf(tone)) << chunk;
             EXPECT_EQ(heard.format, tone.format);
             EXPECT_EQ(heard.properties, std::vector{AudioFileStreamProperty::ReadyToProducePackets});
         }

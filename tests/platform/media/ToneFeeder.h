@@ -2,6 +2,7 @@
 
 #include "platform/media/SoundOutput.h"
 #include "support/EncodedTone.h"
+#include "support/TestLoop.h"
 
 #include <atomic>
 #include <functional>
@@ -14,22 +15,70 @@ namespace orvel::test {
 class ToneFeeder
 {
 public:
-    ToneFeeder(EncodedTone tone, quint32 bufferBytes = 8192);
-    ~ToneFeeder();
+    explicit ToneFeeder(EncodedTone tone) : m_tone(std::move(tone))
+    {
+        queue = newOutputQueue(m_tone.format, [this](OutputQueue &caller, OutputBuffer &buffer) {
+            onCallback(buffer);
+            fill(caller, buffer);
+        });
+        if (!queue)
+            qFatal("No queue for the test's tone");
+        queue->addIsRunningListener([this](OutputQueue &, bool isRunning) { m_hasEnded = !isRunning; });
+        for (OutputBuffer *&buffer : buffers)
+            buffer = queue->allocateBuffer(8192);
+    }
+    ~ToneFeeder()
+    {
+        queue.reset();
+        joinOutputQueues();
+    }
 
     // Fills the three buffers and starts.
-    void play();
+    void play()
+    {
+        const std::lock_guard lock(m_mutex);
+        for (OutputBuffer *buffer : buffers)
+            fill(*queue, *buffer);
+        m_isStarted = queue->start();
+        if (packetsLeft() == 0)
+            queue->stop(false);
+    }
     // Until the queue says that its sound has ended.
-    bool waitForTheEnd();
+    bool waitForTheEnd()
+    {
+        return waitUntil([this] { return m_hasEnded.load(); });
+    }
     std::size_t packetsLeft() const { return m_tone.packets.size() - m_next; }
 
     // Called on the queue's thread with each buffer before it is filled again.
-    std::function<void(OutputBuffer &)> onCallback;
+    std::function<void(OutputBuffer &)> onCallback = [](OutputBuffer &) {};
     std::shared_ptr<OutputQueue> queue;
-    std::vector<OutputBuffer *> buffers;
+    OutputBuffer *buffers[3];
 
 private:
-    void fill(OutputQueue &target, OutputBuffer &buffer);
+    void fill(OutputQueue &target, OutputBuffer &buffer)
+    {
+        const std::lock_guard lock(m_mutex);
+        std::vector<AudioStreamPacketDescription> packets;
+        buffer.byteSize = 0;
+        for (; m_next < m_tone.packets.size(); ++m_next) {
+            AudioStreamPacketDescription packet = m_tone.packets[m_next];
+            if (packet.dataByteSize > buffer.capacity() - buffer.byteSize)
+                break;
+            buffer.data.replace(buffer.byteSize, packet.dataByteSize,
+                                m_tone.bytes.sliced(packet.startOffset, packet.dataByteSize));
+            packet.startOffset = buffer.byteSize;
+            buffer.byteSize += packet.dataByteSize;
+            packets.push_back(packet);
+        }
+        if (packets.empty())
+            return;
+        if (m_tone.format.bytesPerPacket != 0)
+            packets.clear();
+        target.enqueueBuffer(buffer, packets);
+        if (m_isStarted && packetsLeft() == 0)
+            target.stop(false);
+    }
 
     const EncodedTone m_tone;
     std::recursive_mutex m_mutex;
