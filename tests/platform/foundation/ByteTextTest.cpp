@@ -30,18 +30,19 @@ TEST(ByteTextTest, Utf8FailsOnEveryMalformedSequence)
 
 TEST(ByteTextTest, IntegerValueReadsTheLeadingNumberAndSaturates)
 {
-    const std::pair<const char *, qint64> cases[] = {
-        {"8192;x", 8192},
-        {"  42 ", 42},
-        {"-7a", -7},
-        {"+5", 5},
-        {"", 0},
-        {"x1", 0},
-        {"- 1", 0},
-        {"9223372036854775807", std::numeric_limits<qint64>::max()},
-        {"9223372036854775808", std::numeric_limits<qint64>::max()},
-        {"-9223372036854775808", std::numeric_limits<qint64>::min()},
-        {"-99999999999999999999", std::numeric_limits<qint64>::min()}};
+    constexpr qint64 most = std::numeric_limits<qint64>::max();
+    constexpr qint64 least = std::numeric_limits<qint64>::min();
+    const std::pair<const char *, qint64> cases[] = {{"8192;x", 8192},
+                                                     {"  42 ", 42},
+                                                     {"-7a", -7},
+                                                     {"+5", 5},
+                                                     {"", 0},
+                                                     {"x1", 0},
+                                                     {"- 1", 0},
+                                                     {"9223372036854775807", most},
+                                                     {"9223372036854775808", most},
+                                                     {"-9223372036854775808", least},
+                                                     {"-99999999999999999999", least}};
     for (const auto &[text, value] : cases)
         EXPECT_EQ(integerValue(QString(text)), value) << text;
     EXPECT_EQ(intValue(u"99999999999"), std::numeric_limits<qint32>::max());

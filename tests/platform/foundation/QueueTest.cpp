@@ -3,6 +3,7 @@
 #include "support/TestLoop.h"
 
 #include <QEventLoop>
+#include <algorithm>
 #include <atomic>
 #include <gtest/gtest.h>
 #include <thread>
@@ -14,20 +15,18 @@ using orvel::test::waitUntil;
 TEST(MainQueueTest, RunsBlocksOfAllThreadsInTheirOrderOnTheMainThread)
 {
     std::vector<int> seen[2];
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 2; ++t)
-        threads.emplace_back([&, t] {
-            for (int i = 0; i < 500; ++i)
-                MainQueue::async([&, t, i] {
-                    EXPECT_TRUE(MainQueue::isMainThread());
-                    seen[t].push_back(i);
-                });
-        });
-    for (std::thread &thread : threads)
-        thread.join();
+    const auto post = [&](std::vector<int> &numbers) {
+        for (int i = 0; i < 500; ++i)
+            MainQueue::async([&numbers, i] {
+                EXPECT_TRUE(MainQueue::isMainThread());
+                numbers.push_back(i);
+            });
+    };
+    std::thread other([&] { post(seen[0]); });
+    std::thread([&] { post(seen[1]); }).join();
+    other.join();
     ASSERT_TRUE(waitUntil([&] { return seen[0].size() + seen[1].size() == 1000; }));
-    for (const std::vector<int> &numbers : seen)
-        EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
+    EXPECT_TRUE(std::ranges::is_sorted(seen[0]) && std::ranges::is_sorted(seen[1]));
 }
 
 TEST(MainQueueTest, GoesOnWhileABlockWaitsInANestedLoop)
@@ -58,7 +57,7 @@ TEST(SerialQueueTest, SyncRunsOnTheCallersThreadAfterWhatWasQueued)
         queue.sync([&] { order.push_back(200); });
     });
     ASSERT_EQ(order.size(), 201u);
-    EXPECT_TRUE(std::is_sorted(order.begin(), order.end()));
+    EXPECT_TRUE(std::ranges::is_sorted(order));
 }
 
 TEST(SerialQueueTest, MayBeDroppedByItsOwnLastBlock)

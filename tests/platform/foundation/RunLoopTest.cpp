@@ -72,10 +72,3 @@ TEST_F(RunLoopTest, WhatACancelledEntryHeldMayCancelMore)
     clock.turn(3);
     EXPECT_TRUE(ran.isEmpty());
 }
-
-TEST(RunLoopRealClockTest, FiresByItself)
-{
-    bool fired = false;
-    RunLoop::main().after(0.01, [&] { fired = true; });
-    EXPECT_TRUE(test::waitUntil([&] { return fired; }));
-}
