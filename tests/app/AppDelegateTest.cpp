@@ -65,11 +65,9 @@ TEST_F(AppDelegateTest, SaysOnEachStateChangeThatAStationIsOffline)
         radio.setError(error);
         app->radioStateChanged(radio);
         app->radioStateChanged(radio);
-        for (int i = 0; i < 2; ++i) {
-            ASSERT_NE(alert(), nullptr);
-            EXPECT_EQ(alert()->title(), "Station Currently Offline");
-            alert()->click(0);
-        }
+        for (int i = 0; i < 2; ++i)
+            EXPECT_EQ(alertTold(), "Station Currently Offline: The selected station is currently offline. "
+                                "Please check back later.");
         EXPECT_EQ(alert(), nullptr);
     }
     radio.setError(RadioErrorNetworkError);

@@ -5,6 +5,7 @@
 #include "app/MenuController.h"
 #include "audio/live/FakeMedia.h"
 #include "platform/ui/NavigationController.h"
+#include "platform/ui/ProgressHud.h"
 #include "platform/ui/RecordingServices.h"
 #include "screens/radio/RadioFav.h"
 #include "screens/radio/RadioViewController.h"
@@ -63,6 +64,26 @@ struct AppFixture : testing::Test
         return dynamic_cast<MenuController &>(*app->revealSideViewController()->leftController());
     }
     AlertView *alert() { return app->window()->alert(); }
+    // Answers the alert in front and gives "its title: its message"; nothing when there is none.
+    QString alertTold(int button = 0)
+    {
+        if (!alert())
+            return {};
+        const QString told = alert()->title() + ": " + alert()->message();
+        alert()->click(button);
+        return told;
+    }
+    // The layout of the screen presented over the others; nothing when there is none.
+    QString presented()
+    {
+        const ViewController *const screen = app->window()->presentedViewController();
+        return screen ? screen->layoutName() : QString();
+    }
+    template<class Screen>
+    Screen &presentedAs()
+    {
+        return dynamic_cast<Screen &>(*app->window()->presentedViewController());
+    }
 };
 
 } // namespace orvel::test

@@ -23,26 +23,12 @@ struct ContactSheetTest : AppFixture
         else
             contact->ShowMessage(radios());
         app->window()->actionSheet()->click(index);
-        const ViewController *const presented = app->window()->presentedViewController();
-        return presented ? presented->layoutName() : QString();
+        return presented();
     }
-    template<class Composer>
-    Composer &composer()
-    {
-        return dynamic_cast<Composer &>(*app->window()->presentedViewController());
-    }
-    // Its "sendButton" or "cancelButton".
+    // The composer's "sendButton" or "cancelButton".
     void press(const char *button)
     {
         app->window()->presentedViewController()->property(button).value<Button *>()->touchUpInside();
-    }
-    void expectAlert(const QString &title, const QString &message)
-    {
-        ASSERT_NE(alert(), nullptr) << qPrintable(message);
-        EXPECT_EQ(alert()->title(), title);
-        EXPECT_EQ(alert()->message(), message);
-        EXPECT_EQ(alert()->buttons(), QStringList{"OK"});
-        alert()->click(0);
     }
 };
 
@@ -53,18 +39,12 @@ TEST_F(ContactSheetTest, EachNumberingDoesWhatItsTableSays)
     const QString sms = "MessageComposeViewController";
     const QString mail = "MailComposeViewController";
     const QString call = "tel://" + station.telephone;
-    const struct
-    {
-        bool shifted;
-        QStringList outcomes; // by index
-    } cases[] = {{false, {sms, call, mail, ""}}, {true, {"", sms, call, mail}}};
-    for (const auto &test : cases) {
+    const QStringList outcomes[] = {{sms, call, mail, ""}, {"", sms, call, mail}};
+    for (const bool shifted : {false, true}) {
         for (int index = 0; index < 4; ++index) {
             system->opened.clear();
-            QString outcome = choose(index, test.shifted);
-            if (!system->opened.isEmpty())
-                outcome += system->opened.join(' ');
-            EXPECT_EQ(outcome, test.outcomes[index]) << test.shifted << index;
+            const QString composer = choose(index, shifted);
+            EXPECT_EQ(composer + system->opened.join(' '), outcomes[shifted][index]) << shifted << index;
             radios().dismissViewController(false);
         }
     }
@@ -82,7 +62,7 @@ TEST_F(ContactSheetTest, TheScreenIsKeptWhileItsSheetIsShown)
     share.shairEmailOption(std::exchange(screen, nullptr));
     EXPECT_FALSE(watched.expired());
     app->window()->actionSheet()->click(1);
-    EXPECT_EQ(app->window()->presentedViewController()->layoutName(), "MessageComposeViewController");
+    EXPECT_EQ(presented(), "MessageComposeViewController");
     letEventsRun();
     EXPECT_TRUE(watched.expired());
 
@@ -97,36 +77,29 @@ TEST_F(ContactSheetTest, TheScreenIsKeptWhileItsSheetIsShown)
 TEST_F(ContactSheetTest, PreparesAMessageAndAMailAndTellsTheirOutcome)
 {
     choose(0);
-    const MessageDraft message = composer<MessageComposeViewController>().draft();
+    const MessageDraft message = presentedAs<MessageComposeViewController>().draft();
     EXPECT_EQ(message.recipients, QStringList{station.smsShortCode});
     EXPECT_EQ(message.body, "TRV votre texte");
     press("cancelButton");
     choose(2);
-    const MailDraft mail = composer<MailComposeViewController>().draft();
+    const MailDraft mail = presentedAs<MailComposeViewController>().draft();
     EXPECT_EQ(mail.recipients, QStringList{station.contactMail});
     EXPECT_EQ(mail.subject, "ORVEL Application");
     EXPECT_TRUE(mail.body.isEmpty() && mail.attachment.isEmpty());
     press("cancelButton");
-    expectAlert("Email", "Mail cancelled");
+    EXPECT_EQ(alertTold(), "Email: Mail cancelled");
 
-    const struct
-    {
-        int index;
-        const char *failure;
-        const char *title; // none: nothing is told
-        const char *told;
-    } outcomes[] = {{0, "", nullptr, nullptr},
-                    {0, "en panne", "Error", "Failed to send SMS!"},
-                    {2, "", "Email", "Mail sent"},
-                    {2, "en panne", "Email", "Mail sent failure: en panne"}};
-    for (const auto &[index, failure, title, told] : outcomes) {
+    const std::tuple<int, QString, QString> outcomes[] = {
+        {0, "", ""},
+        {0, "en panne", "Error: Failed to send SMS!"},
+        {2, "", "Email: Mail sent"},
+        {2, "en panne", "Email: Mail sent failure: en panne"}};
+    for (const auto &[index, failure, told] : outcomes) {
         system->failure = failure;
         choose(index);
         press("sendButton");
-        EXPECT_EQ(app->window()->presentedViewController(), nullptr);
-        if (title)
-            expectAlert(title, told);
-        EXPECT_EQ(alert(), nullptr);
+        EXPECT_EQ(alertTold(), told);
+        EXPECT_EQ(presented() + alertTold(), "");
     }
     EXPECT_EQ(system->messages.last().body, "TRV votre texte");
     EXPECT_EQ(system->mails.last().subject, "ORVEL Application");
@@ -135,14 +108,16 @@ TEST_F(ContactSheetTest, PreparesAMessageAndAMailAndTellsTheirOutcome)
 TEST_F(ContactSheetTest, ADeviceThatCannotSaysSo)
 {
     system->refused = QStringList{"sms", "mailto", "tel"};
-    EXPECT_EQ(choose(0), "");
-    expectAlert("Error", "Your device doesn't support SMS!");
-    EXPECT_EQ(choose(2), "");
-    expectAlert("Failure", "Your device doesn't support the composer sheet.Please set Email account.");
-    EXPECT_EQ(choose(1), "");
-    expectAlert("Orvel Radio", QString::fromUtf8("Aucune application de cet appareil ne peut téléphoner : "
-                                                 "appelez la station au %1.")
-                                   .arg(station.telephone));
-    choose(3);
-    EXPECT_EQ(alert(), nullptr);
+    const QString failures[] = {
+        "Error: Your device doesn't support SMS!",
+        QString::fromUtf8("Orvel Radio: Aucune application de cet appareil ne peut téléphoner : "
+                          "appelez la station au %1.")
+            .arg(station.telephone),
+        "Failure: Your device doesn't support the composer sheet.Please set Email account.",
+        "",
+    };
+    for (int index = 0; index < 4; ++index) {
+        EXPECT_EQ(choose(index), "");
+        EXPECT_EQ(alertTold(), failures[index]);
+    }
 }

@@ -1,6 +1,5 @@
 #include "app/GLOB.h"
 
-#include "platform/foundation/UserDefaults.h"
 #include "support/TestLoop.h"
 
 #include <QDate>
@@ -15,20 +14,6 @@ TEST(GLOBTest, ChecksAddressesAsAWhole)
         EXPECT_TRUE(GLOB::glob_validateEmailWithString(address)) << address;
     for (const char *address : {"", "a@b.f", "a@b.museum", "a b@c.fr", "a@b.fr\n", "@b.fr", "a@b", "é@b.fr"})
         EXPECT_FALSE(GLOB::glob_validateEmailWithString(address)) << address;
-}
-
-TEST(GLOBTest, FavouritesTellNothingFromEmpty)
-{
-    UserDefaults &defaults = UserDefaults::standardUserDefaults();
-    EXPECT_FALSE(GLOB::glob_favArray());
-    for (const char *archive : {"null", "[]", "", "{damaged"}) {
-        defaults.setObject(QByteArray(archive), "arrayFav");
-        ASSERT_TRUE(GLOB::glob_favArray()) << archive;
-        EXPECT_TRUE(GLOB::glob_favArray()->empty()) << archive;
-    }
-    defaults.setObject(QByteArray(R"([{"id":"7"}])"), "arrayFav");
-    EXPECT_EQ(GLOB::glob_favArray()->at(0)["id"].text(), "7");
-    defaults.removeObjectForKey("arrayFav");
 }
 
 TEST(GLOBTest, ListsTodayAndThirtyDays)

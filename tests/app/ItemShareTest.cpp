@@ -3,7 +3,6 @@
 #include "app/GLOB.h"
 #include "platform/ui/ComposeViewController.h"
 #include "platform/ui/MailComposeViewController.h"
-#include "platform/ui/ProgressHud.h"
 #include "support/ScriptedServer.h"
 
 #include <QBuffer>
@@ -22,7 +21,7 @@ QByteArray pngOf(const QImage &image)
     return file.data();
 }
 
-Script answer(const QByteArray &body, const QByteArray &statusLine = "HTTP/1.1 200 OK")
+Script served(const QByteArray &body, const QByteArray &statusLine = "HTTP/1.1 200 OK")
 {
     return {Send{httpHead("Content-Length: " + QByteArray::number(body.size()) + "\r\n", statusLine) + body}};
 }
@@ -48,19 +47,6 @@ struct ItemShareTest : AppFixture
         letEventsRun();
         EXPECT_FALSE(ProgressHud::shared().isVisible());
     }
-    template<class Composer>
-    Composer &presented()
-    {
-        return dynamic_cast<Composer &>(*app->window()->presentedViewController());
-    }
-    void expectAlert(const QString &title, const QString &message)
-    {
-        ASSERT_NE(alert(), nullptr);
-        EXPECT_EQ(alert()->title(), title);
-        EXPECT_EQ(alert()->message(), message);
-        EXPECT_EQ(alert()->buttons(), QStringList{"Ok"});
-        alert()->click(0);
-    }
 };
 
 } // namespace
@@ -68,62 +54,56 @@ struct ItemShareTest : AppFixture
 TEST_F(ItemShareTest, FacebookGetsTitleAndPictureUrlAndOnlyAPostIsTold)
 {
     ItemShare(item()).functionFacebook(radios());
-    auto *sheet = &presented<ComposeViewController>();
+    auto *sheet = &presentedAs<ComposeViewController>();
     EXPECT_EQ(sheet->serviceType(), ServiceType::Facebook);
     EXPECT_EQ(sheet->textView.text(), QString::fromUtf8("L'été <b>en direct</b>"));
     EXPECT_EQ(sheet->urlLabel.text(), "http://127.0.0.1:1/media/ete.jpg");
     EXPECT_TRUE(sheet->imageView.image().isNull());
     sheet->cancelButton.touchUpInside();
-    EXPECT_EQ(alert(), nullptr);
-    EXPECT_EQ(app->window()->presentedViewController(), nullptr);
+    EXPECT_EQ(presented() + alertTold(), "");
 
     ItemShare(JsonValue::emptyObject()).functionFacebook(radios());
-    sheet = &presented<ComposeViewController>();
+    sheet = &presentedAs<ComposeViewController>();
     EXPECT_EQ(sheet->textView.text(), "(null)");
     EXPECT_EQ(sheet->urlLabel.text(), "(null)/(null)");
     sheet->sendButton.touchUpInside();
-    expectAlert("Facebook Message", "Facebook Post Successfull");
+    ASSERT_TRUE(alert());
+    EXPECT_EQ(alert()->buttons(), QStringList{"Ok"});
+    EXPECT_EQ(alertTold(), "Facebook Message: Facebook Post Successfull");
 }
 
 TEST_F(ItemShareTest, TwitterTakesTheShownPictureOrFetchesIt)
 {
-    const ScriptedServer server({answer(pngOf(picture)),
-                                 answer(pngOf(picture), "HTTP/1.1 404 No"),
-                                 answer("not a picture"),
+    const ScriptedServer server({served(pngOf(picture)),
+                                 served(pngOf(picture), "HTTP/1.1 404 No"),
+                                 served("not a picture"),
                                  {Reset{}}});
-    const struct
-    {
-        QImage shown;
-        QSize attached;
-        std::size_t requests;
-    } cases[] = {{picture.scaled(5, 4), {5, 4}, 0},
-                 {{}, {40, 30}, 1},
-                 {{}, {0, 0}, 2},
-                 {{}, {0, 0}, 3},
-                 {{}, {0, 0}, 4}};
-    for (const auto &test : cases) {
-        run(&ItemShare::callTwiter, ItemShare(item(server.url("/media")), test.shown));
-        auto &sheet = presented<ComposeViewController>();
+    const std::pair<QImage, QSize> cases[] = {
+        {picture.scaled(5, 4), {5, 4}}, {{}, {40, 30}}, {{}, {0, 0}}, {{}, {0, 0}}, {{}, {0, 0}}};
+    std::size_t requests = 0; // none for the one that is shown
+    for (const auto &[shown, attached] : cases) {
+        run(&ItemShare::callTwiter, ItemShare(item(server.url("/media")), shown));
+        auto &sheet = presentedAs<ComposeViewController>();
         EXPECT_EQ(sheet.serviceType(), ServiceType::Twitter);
-        EXPECT_EQ(sheet.imageView.image().size(), test.attached) << test.requests;
+        EXPECT_EQ(sheet.imageView.image().size(), attached) << requests;
         EXPECT_EQ(sheet.urlLabel.text(), "");
-        EXPECT_EQ(server.requestCount(), test.requests);
+        EXPECT_EQ(server.requestCount(), requests++);
         sheet.sendButton.touchUpInside();
-        expectAlert("Twitter Message", "Twitter Post Successfull");
+        EXPECT_EQ(alertTold(), "Twitter Message: Twitter Post Successfull");
     }
     EXPECT_TRUE(server.requests()[0].startsWith("GET /media/ete.jpg "));
 }
 
 TEST_F(ItemShareTest, AMailCarriesTitleAndPicture)
 {
-    const ScriptedServer server({answer("any bytes"), {Reset{}}});
+    const ScriptedServer server({served("any bytes"), {Reset{}}});
     const std::pair<QImage, QByteArray> cases[] = {{picture, "\xff\xd8\xff"}, {{}, "any bytes"}, {{}, ""}};
     for (const auto &[shown, beginning] : cases) {
         run(&ItemShare::emailCall, ItemShare(item(server.url("/media")), shown));
-        const MailDraft draft = presented<MailComposeViewController>().draft();
+        const MailDraft draft = presentedAs<MailComposeViewController>().draft();
         EXPECT_EQ(draft.subject, "ORVEL Application");
         EXPECT_EQ(draft.body, QString::fromUtf8("L'été <b>en direct</b>"));
-        EXPECT_EQ(presented<MailComposeViewController>().recipientsField.text(), "");
+        EXPECT_EQ(presentedAs<MailComposeViewController>().recipientsField.text(), "");
         EXPECT_EQ(draft.attachmentType, "image/jpeg");
         EXPECT_EQ(draft.attachmentName, "photo.jpeg");
         EXPECT_TRUE(draft.attachment.startsWith(beginning));
@@ -133,7 +113,6 @@ TEST_F(ItemShareTest, AMailCarriesTitleAndPicture)
     system->refused << "mailto";
     run(&ItemShare::emailCall, ItemShare(item(server.url("/media"))));
     EXPECT_EQ(server.requestCount(), 2u);
-    ASSERT_NE(alert(), nullptr);
-    EXPECT_EQ(alert()->title(), "Failure");
-    EXPECT_EQ(app->window()->presentedViewController(), nullptr);
+    EXPECT_TRUE(alertTold().startsWith("Failure: "));
+    EXPECT_EQ(presented(), "");
 }

@@ -3,7 +3,6 @@
 #include "app/FavouriteStore.h"
 #include "platform/foundation/UserDefaults.h"
 #include "platform/net/UrlConnection.h"
-#include "platform/ui/ProgressHud.h"
 #include "screens/radio/RadioCell.h"
 #include "screens/radio/RadioRows.h"
 
@@ -84,16 +83,14 @@ TEST_F(FavouritesTest, AreForUsersWhoLoggedIn)
         {cell(favourites.tableCont, 0).get(), "You must login before do unfavriout"}};
     for (const auto &[row, refusal] : cases) {
         row->btnFav.touchUpInside();
-        ASSERT_TRUE(alert());
-        EXPECT_EQ(alert()->message(), refusal);
-        alert()->click(0);
-        EXPECT_EQ(app->window()->presentedViewController()->layoutName(), "MonoCompteController");
+        EXPECT_EQ(alertTold(), QString("Alert: ") + refusal);
+        EXPECT_EQ(presented(), "MonoCompteController");
         app->window()->dismissFrontViewController();
     }
     EXPECT_EQ(stored().size(), 3);
     UserDefaults::standardUserDefaults().setObject(true, "user_save");
     cell(favourites.tableCont, 0)->btnFav.touchUpInside();
-    EXPECT_EQ(alert()->title(), "Trois");
+    EXPECT_EQ(alertTold(), "Trois: Are you sure, you want to unfavourite?");
 }
 
 TEST_F(FavouritesTest, TheFirstIsDrawnAndNotKept)
@@ -115,14 +112,12 @@ TEST_F(FavouritesTest, LeaveFromTheListWhenThatIsConfirmed)
 {
     storeAll();
     store.add(store.radios()->at(0)); // the same id again
-    for (const int answer : {0, 1}) {
+    for (const int button : {0, 1}) {
         tapHeart(2);
         ASSERT_TRUE(alert());
-        EXPECT_EQ(alert()->title(), "Trois");
-        EXPECT_EQ(alert()->message(), "Are you sure, you want to unfavourite?");
         EXPECT_EQ(alert()->buttons(), QStringList({"Cancel", "Yes"}));
-        alert()->click(answer);
-        EXPECT_EQ(stored().size(), 4 - answer);
+        EXPECT_EQ(alertTold(button), "Trois: Are you sure, you want to unfavourite?");
+        EXPECT_EQ(stored().size(), 4 - button);
     }
     EXPECT_EQ(stored().first(), "Trois");
     EXPECT_EQ(cell(list.tableCont, 2)->btnFav.backgroundImage(), "list_fav_icon.png");
@@ -133,16 +128,17 @@ TEST_F(FavouritesTest, LeaveTheirOwnScreenAndRenewTheRowsBelow)
     storeAll();
     RadioFav &screen = openFavourites();
     EXPECT_EQ(shown(screen), QStringList({"Trois", "Deux", "Un"}));
-    cell(screen.tableCont, 1)->btnFav.touchUpInside();
-    alert()->click(0);
+    const auto remove = [&](int row, int button) {
+        cell(screen.tableCont, row)->btnFav.touchUpInside();
+        alertTold(button);
+    };
+    remove(1, 0);
     EXPECT_EQ(shown(screen).size(), 3);
-    cell(screen.tableCont, 1)->btnFav.touchUpInside();
-    alert()->click(1);
+    remove(1, 1);
     EXPECT_EQ(shown(screen), QStringList({"Trois", "Un"}));
     EXPECT_EQ(stored(), QStringList({"Trois", "Un"}));
     store.remove(1); // meanwhile, elsewhere
-    cell(screen.tableCont, 1)->btnFav.touchUpInside();
-    alert()->click(1);
+    remove(1, 1);
     EXPECT_EQ(shown(screen), QStringList("Trois"));
     EXPECT_EQ(stored(), QStringList("Trois"));
 }

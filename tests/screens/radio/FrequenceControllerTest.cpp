@@ -1,7 +1,6 @@
 #include "screens/radio/FrequenceController.h"
 #include "api/json/JsonText.h"
 #include "app/AppFixture.h"
-#include "platform/ui/ProgressHud.h"
 #include "screens/radio/cellCustomFrequence.h"
 
 using namespace orvel;
@@ -64,8 +63,6 @@ TEST_F(FrequenceControllerTest, WithoutAListItStaysEmptyAndUsable)
     EXPECT_EQ(rows(), 0);
     screen->PostFail("Pas de réseau");
     letEventsRun();
-    ASSERT_NE(alert(), nullptr);
-    EXPECT_EQ(alert()->title(), "Alert");
-    EXPECT_EQ(alert()->message(), QString::fromUtf8("Pas de réseau"));
+    EXPECT_EQ(alertTold(), QString::fromUtf8("Alert: Pas de réseau"));
     EXPECT_FALSE(ProgressHud::shared().isVisible());
 }
