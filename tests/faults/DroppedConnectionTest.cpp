@@ -9,37 +9,22 @@ using namespace orvel::test;
 
 namespace {
 
-struct Drop
-{
-    const char *name;
-    QByteArray head;
-    Step end;
-    qsizetype leastToStop; // bytes; what ends before is an error
-};
-
-void PrintTo(const Drop &drop, std::ostream *out) { *out << drop.name; }
-
-class DroppedConnectionTest : public testing::TestWithParam<Drop>
-{
-};
-
-const QByteArray http = soundHead("icy-name: Nord\r\nicy-metaint: 1000\r\n");
-const QByteArray bare = "ICY 200 OK\r\nicy-name: Nue\r\ncontent-type: audio/mpeg\r\n\r\n";
+const QByteArray httpAnswer = soundHead("icy-name: Nord\r\nicy-metaint: 1000\r\n");
+const QByteArray bareAnswer = "ICY 200 OK\r\nicy-name: Nue\r\ncontent-type: audio/mpeg\r\n\r\n";
 constexpr qsizetype mostBytes = 4096;
 
-} // namespace
-
-// At every byte of the head, and some of the sound's; with ORVEL_FAULTS_ALL every byte.
-TEST_P(DroppedConnectionTest, StopsOrFails)
+// At every byte of the head, and some of the sound's; with ORVEL_FAULTS_ALL every byte. Fewer bytes than
+// `leastToStop` are an error.
+void dropAtEach(const QByteArray &head, const Step &end, qsizetype leastToStop = mostBytes + 1)
 {
-    const Drop &drop = GetParam();
-    const QByteArray answer = (drop.head + sound()).first(mostBytes);
+    const QByteArray answer = (head + sound()).first(mostBytes);
     const qsizetype step = qEnvironmentVariableIsSet("ORVEL_FAULTS_ALL") ? 1 : 37;
     const TakenClock clock;
-    for (qsizetype n = 0; n <= answer.size() && !HasFailure(); n += n < drop.head.size() ? 1 : step) {
+    for (qsizetype n = 0; n <= answer.size() && !testing::Test::HasFailure();
+         n += n < head.size() ? 1 : step) {
         SCOPED_TRACE(n);
-        const bool stops = n >= drop.leastToStop;
-        const ScriptedServer server({Send{answer.first(n)}, drop.end});
+        const bool stops = n >= leastToStop;
+        const ScriptedServer server({Send{answer.first(n)}, end});
         PlayerUnderTest player(server.url("/live"));
         player->play();
         EXPECT_TRUE(
@@ -50,9 +35,12 @@ TEST_P(DroppedConnectionTest, StopsOrFails)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, DroppedConnectionTest,
-                         testing::Values(Drop{"HttpEnd", http, Close{}, 17},
-                                         Drop{"BareEnd", bare, Close{}, 1},
-                                         Drop{"HttpReset", http, Reset{}, mostBytes + 1},
-                                         Drop{"BareReset", bare, Reset{}, mostBytes + 1}),
-                         [](const auto &it) { return std::string(it.param.name); });
+} // namespace
+
+TEST(DroppedConnectionTest, AnEndStops) { dropAtEach(httpAnswer, Close{}, 17); }
+
+TEST(DroppedConnectionTest, AnEndStopsABareAnswer) { dropAtEach(bareAnswer, Close{}, 1); }
+
+TEST(DroppedConnectionTest, AResetIsAnError) { dropAtEach(httpAnswer, Reset{}); }
+
+TEST(DroppedConnectionTest, AResetOfABareAnswerIsAnError) { dropAtEach(bareAnswer, Reset{}); }

@@ -5,7 +5,6 @@
 
 #include <QStringList>
 #include <limits>
-#include <ostream>
 
 namespace orvel::test {
 

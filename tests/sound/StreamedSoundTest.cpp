@@ -1,12 +1,11 @@
-#include "LivePlayer.h"
 #include "demo/IcyFraming.h"
+#include "sound/LivePlayer.h"
 #include "support/EncodedTone.h"
 #include "support/ScriptedServer.h"
 #include "support/SoundComparison.h"
 #include "support/TestLoop.h"
 
 #include <gtest/gtest.h>
-#include <iostream>
 #include <random>
 
 using namespace orvel;
@@ -43,22 +42,14 @@ QByteArray head(const EncodedTone &tone, const QByteArray &more = {})
 }
 
 // Plays what one connection is given, to its end.
-std::vector<float> played(const Script &script, QStringList *titles = nullptr, float volume = 1)
+std::vector<float> played(const Script &script, QStringList *titles = nullptr)
 {
     ScriptedServer server(script);
     LivePlayer player(server.url());
-    player.streamer->setVolume(volume);
     EXPECT_TRUE(player.playsToTheEnd([&] { return server.openConnections() == 0; }));
     if (titles)
-        *titles = player.titles();
+        *titles = player.titles;
     return player.sound();
-}
-
-// The tone without its first packets.
-EncodedTone from(std::size_t packet, EncodedTone tone)
-{
-    tone.packets.erase(tone.packets.begin(), tone.packets.begin() + std::ptrdiff_t(packet));
-    return tone;
 }
 
 Script inPieces(const QByteArray &bytes, const std::function<qsizetype()> &size)
@@ -81,57 +72,31 @@ TEST(StreamedSoundTest, IsTheSentSoundInEveryFormat)
     };
     const std::pair<const char *, EncodedTone> cases[] = {
         {"MP3 44.1 kHz stereo", mp3()},
-        {"MP3 44.1 kHz mono", encodeTone({mpegLayer3, 44100, 1, 96000, 8})},
-        {"MP3 48 kHz stereo", encodeTone({mpegLayer3, 48000, 2, 160000, 6})},
+        {"MP3 48 kHz mono", encodeTone({mpegLayer3, 48000, 1, 96000, 8})},
         {"MP3 32 kHz stereo", encodeTone({mpegLayer3, 32000, 2, 112000, 6})},
-        {"MP3 24 kHz stereo", encodeTone({mpegLayer3, 24000, 2, 64000, 6})},
         {"MP3 22.05 kHz mono", encodeTone({mpegLayer3, 22050, 1, 48000, 6})},
-        {"AAC 44.1 kHz stereo", aac()},
         {"AAC 44.1 kHz mono", encodeTone({mpeg4Aac, 44100, 1, 64000, 10})},
         {"AAC 48 kHz stereo", encodeTone({mpeg4Aac, 48000, 2, 128000, 6})},
         {"AAC 22.05 kHz stereo", encodeTone({mpeg4Aac, 22050, 2, 64000, 6})},
-        {"AAC 22.05 kHz mono", encodeTone({mpeg4Aac, 22050, 1, 48000, 6})},
         {"HE-AAC 44.1 kHz", highEfficiency(22050, 2)},
         {"HE-AAC 48 kHz", highEfficiency(24000, 2)},
         {"HE-AAC v2 44.1 kHz", highEfficiency(22050, 1)},
     };
     for (const auto &[name, tone] : cases) {
         SCOPED_TRACE(name);
-        const std::vector<float> sound = played({Send{head(tone) + tone.bytes + noSound}});
-        const std::vector<float> expected = decoded(tone);
-        expectSameSound(sound, expected);
-        std::cout << name << ": " << compareSound(sound, expected) << std::endl;
+        expectSameSound(played({Send{head(tone) + tone.bytes + noSound}}), decoded(tone));
     }
-}
-
-TEST(StreamedSoundTest, IsTheSameAtAnyVolume)
-{
-    for (const float volume : {0.5F, 0.3F})
-        expectSameSound(played({Send{head(mp3()) + mp3().bytes + noSound}}, nullptr, volume),
-                        scaled(decoded(mp3()), volume));
 }
 
 TEST(StreamedSoundTest, DoesNotKnowWhereMetadataLay)
 {
-    const std::vector<float> expected[] = {decoded(mp3()), decoded(aac())};
-    const QByteArray bareStatus = "ICY 200 OK";
-    struct Case
+    const struct
     {
         const EncodedTone &tone;
-        const std::vector<float> &expected;
         int interval;
         QByteArray statusLine = "HTTP/1.1 200 OK";
-    };
-    const Case cases[] = {{mp3(), expected[0], 1},
-                          {mp3(), expected[0], 1000},
-                          {mp3(), expected[0], 4095},
-                          {mp3(), expected[0], 16000},
-                          {aac(), expected[1], 1},
-                          {aac(), expected[1], 1000},
-                          {aac(), expected[1], 8192},
-                          {mp3(), expected[0], 777, bareStatus},
-                          {aac(), expected[1], 777, bareStatus}};
-    for (const Case &c : cases) {
+    } cases[] = {{mp3(), 1}, {mp3(), 4095}, {aac(), 1}, {aac(), 8192}, {mp3(), 777, "ICY 200 OK"}};
+    for (const auto &c : cases) {
         SCOPED_TRACE(testing::Message()
                      << contentType(c.tone) << ' ' << c.interval << ' ' << c.statusLine.toStdString());
         // Titles of all lengths, so that blocks of all sizes lie anywhere in a frame.
@@ -149,7 +114,7 @@ TEST(StreamedSoundTest, DoesNotKnowWhereMetadataLay)
         const QByteArray fields = QByteArray("content-type:") + contentType(c.tone) +
                                   "\r\nicy-metaint:" + QByteArray::number(c.interval) + "\r\n";
         QStringList told;
-        expectSameSound(played({Send{httpHead(fields, c.statusLine) + body}}, &told), c.expected);
+        expectSameSound(played({Send{httpHead(fields, c.statusLine) + body}}, &told), decoded(c.tone));
         // Each is told; titles that come at once are read when the last is there.
         EXPECT_EQ(told.size(), titles.size());
         EXPECT_EQ(told.last().toStdString(), titles.last().toStdString());
@@ -159,20 +124,11 @@ TEST(StreamedSoundTest, DoesNotKnowWhereMetadataLay)
 TEST(StreamedSoundTest, DoesNotKnowHowTheNetworkCutIt)
 {
     std::minstd_rand random(5);
-    const std::function<qsizetype()> cuts[] = {
-        [] { return 417; },
-        [] { return 4096; },
-        [&] { return 1 + qsizetype(random() % 1460); },
-        [&] { return 1 + qsizetype(random() % 3 ? random() % 16 : random() % 9000); },
-    };
-    const QByteArray bytes = head(mp3()) + mp3().bytes + noSound;
+    const auto cut = [&] { return 1 + qsizetype(random() % 3 ? random() % 16 : random() % 9000); };
     const std::vector<float> expected = decoded(mp3());
-    for (const auto &cut : cuts) {
-        SCOPED_TRACE(&cut - cuts);
-        expectSameSound(played(inPieces(bytes, cut)), expected);
-    }
+    expectSameSound(played(inPieces(head(mp3()) + mp3().bytes + noSound, cut)), expected);
 
-    Script chunked = inPieces(mp3().bytes + noSound, cuts[2]);
+    Script chunked = inPieces(mp3().bytes + noSound, cut);
     for (Step &step : chunked) {
         QByteArray &piece = std::get<Send>(step).bytes;
         piece = QByteArray::number(piece.size(), 16) + "\r\n" + piece + "\r\n";
@@ -207,43 +163,19 @@ TEST(StreamedSoundTest, GoesOnWhereAnUnderrunStoppedIt)
     }
 }
 
-TEST(StreamedSoundTest, BeginsWithTheFirstWholeFrame)
-{
-    for (const EncodedTone *tone : {&mp3(), &aac()}) {
-        for (const qint64 into : {1, 4, 150}) {
-            SCOPED_TRACE(testing::Message() << contentType(*tone) << ' ' << into);
-            const QByteArray bytes = tone->bytes.sliced(tone->packets[20].startOffset + into);
-            expectSameSound(played({Send{head(*tone) + bytes + noSound}}), decoded(from(21, *tone)));
-        }
-    }
-}
-
-TEST(StreamedSoundTest, EndsWithTheLastFrameThatWasRead)
-{
-    // Read were a first piece, until the format was known, and pieces of half a second's bytes at that rate.
-    constexpr qsizetype firstPiece = 4096;
-    constexpr qsizetype piece = 22050;
-    for (const qsizetype rest : {0, 1, 22049}) {
-        SCOPED_TRACE(rest);
-        const qsizetype read = firstPiece + 5 * piece;
-        EncodedTone tone = mp3();
-        std::erase_if(tone.packets, [&](const auto &p) { return p.startOffset + p.dataByteSize > read; });
-        expectSameSound(played({Send{head(tone) + tone.bytes.first(read + rest)}}), decoded(tone));
-    }
-}
-
 TEST(StreamedSoundTest, IsCutByAPauseAndBeginsAnewWithTheNextPlay)
 {
-    const std::vector<float> expected = decoded(mp3());
+    const std::vector<float> expected = withoutSilence(decoded(mp3()));
     ScriptedServer server({Send{head(mp3()) + mp3().bytes + noSound}});
     LivePlayer player(server.url());
     player.streamer->play();
     ASSERT_TRUE(player.reaches(RadioStatePlaying));
     player.streamer->pause();
     ASSERT_TRUE(player.reaches(RadioStateStopped));
-    const SoundDifference cut = compareSound(player.sound(), expected);
-    EXPECT_EQ(cut.different + cut.surplus, 0) << cut;
-    EXPECT_GT(cut.missing, 0);
+    const std::vector<float> cut = withoutSilence(player.sound());
+    ASSERT_LT(cut.size(), expected.size());
+    EXPECT_TRUE(
+        soundDifference(cut, {expected.begin(), expected.begin() + std::ptrdiff_t(cut.size())}).isNull());
 
     EXPECT_TRUE(player.playsToTheEnd([&] { return server.openConnections() == 0; }));
     EXPECT_EQ(server.requestCount(), 2u);

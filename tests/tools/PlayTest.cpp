@@ -32,14 +32,6 @@ TEST(PlayTest, TellsWhatHappensAsJson)
     EXPECT_EQ(tool.event("end")["status"].integerValue(), 0);
 }
 
-TEST(PlayTest, EndsWellWithTheStream)
-{
-    Tool tool({"play", "--buffer", "1", stationStream("electro.aac", "seconds=5&paced=0")});
-    EXPECT_EQ(tool.status(), 0);
-    EXPECT_TRUE(tool.out().contains("  sound\n"));
-    EXPECT_TRUE(tool.out().contains("state    stopped\n"));
-}
-
 TEST(PlayTest, FollowsAPlaylistAndExplainsAnError)
 {
     const ScriptedServer server(Script{Send{httpHead()}, Send{"http://127.0.0.1:1/live\n"}});

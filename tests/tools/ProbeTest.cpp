@@ -1,4 +1,3 @@
-#include "demo/DemoStation.h"
 #include "support/ScriptedServer.h"
 #include "tools/Tool.h"
 
@@ -7,20 +6,20 @@
 using namespace orvel;
 using namespace orvel::test;
 
-TEST(ProbeTest, TellsTitleFormatAndStation)
+TEST(ProbeTest, TellsFormatAndStation)
 {
-    struct Case
+    const struct
     {
-        QString name;
-        const char *contentType;
-        const char *extension;
-        const char *answer;
-    };
-    for (const Case &it : {Case{"la-radio.mp3", "audio/mpeg", "mp3", "HTTP 200"},
-                           Case{"nuit.aac", "audio/aacp", "aac", "HTTP 200"},
-                           Case{"ete.mp3", "audio/mpeg", "mp3", "ICY 200"}}) {
-        SCOPED_TRACE(it.name.toStdString());
-        Tool tool({"probe", "--json", stationStream(it.name)});
+        QString url;
+        QString contentType;
+        QString extension;
+        QString answer;
+    } cases[] = {{stationStream("la-radio.mp3"), "audio/mpeg", "mp3", "HTTP 200"},
+                 {stationStream("nuit.aac"), "audio/aacp", "aac", "HTTP 200"},
+                 {stationStream("ete.mp3"), "audio/mpeg", "mp3", "ICY 200"}};
+    for (const auto &it : cases) {
+        SCOPED_TRACE(it.url.toStdString());
+        Tool tool({"probe", "--json", it.url});
         EXPECT_EQ(tool.status(), 0);
         ASSERT_EQ(tool.objects().size(), 1U);
         const JsonValue result = tool.objects()[0];
@@ -31,21 +30,16 @@ TEST(ProbeTest, TellsTitleFormatAndStation)
     }
 }
 
-TEST(ProbeTest, TellsTheFirstTitle)
+TEST(ProbeTest, FollowsAPlaylistAndTellsTheFirstTitle)
 {
     const QByteArray title = QByteArray("StreamTitle='Les Fluos - Minuit';").leftJustified(48, '\0');
-    const ScriptedServer server(Script{Send{httpHead("Content-Type: audio/mpeg\r\nicy-metaint: 100\r\n")},
-                                       Send{QByteArray(100, 'x') + char(3) + title}, WaitForRelease{}});
-    Tool tool({"probe", server.url()});
+    const ScriptedServer server({{Send{httpHead() + "{server}/live"}},
+                                 {Send{httpHead("Content-Type: audio/mpeg\r\nicy-metaint: 100\r\n")},
+                                  Send{QByteArray(100, 'x') + char(3) + title}, WaitForRelease{}}});
+    Tool tool({"probe", server.url("/list.m3u")});
     EXPECT_EQ(tool.status(), 0);
+    EXPECT_TRUE(tool.out().contains(server.url("/live").toUtf8() + '\n')) << tool.out().toStdString();
     EXPECT_TRUE(tool.out().contains("title:         Les Fluos - Minuit\n")) << tool.out().toStdString();
-}
-
-TEST(ProbeTest, FollowsAPlaylist)
-{
-    Tool tool({"probe", station().listenUrl("103")});
-    EXPECT_EQ(tool.status(), 0);
-    EXPECT_TRUE(tool.out().contains(station().streamUrl("103").toUtf8() + '\n'));
 }
 
 TEST(ProbeTest, TellsAtTheDeadlineWhatItKnows)

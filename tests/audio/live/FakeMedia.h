@@ -2,35 +2,65 @@
 
 #include "audio/live/Streamer.h"
 #include "platform/foundation/NotificationCentre.h"
+#include "platform/net/SystemReachability.h"
 
 #include <deque>
 #include <limits>
 
 namespace orvel::test {
 
+class FakeOutputQueue;
+
+// What the fakes of one test share. A stream's packets are pieces of `packetSize` bytes.
+struct FakeMedia
+{
+    AudioStreamBasicDescription format{
+        .sampleRate = 1000, .format = AudioFormat::mpegLayer3, .framesPerPacket = 10};
+    std::vector<AudioStreamBasicDescription> formatList;
+    std::optional<quint32> upperBound;
+    qsizetype packetSize = 100;
+    bool opens = true;
+    bool hasFormat = true;
+    bool makesQueues = true;
+    bool allocates = true;
+    bool enqueues = true;
+    bool starts = true;
+
+    std::vector<AudioFileType> hints;
+    std::shared_ptr<FakeOutputQueue> queue; // the last one made
+    Reachability::Status network = Reachability::Status::WiFi;
+
+    void setNetwork(Reachability::Status status)
+    {
+        network = status;
+        NotificationCentre::defaultCentre().postNotification(Reachability::changedNotification);
+    }
+    StreamerServices services();
+};
+
 // Plays nothing: a test hands its buffers back one by one.
 class FakeOutputQueue : public OutputQueue
 {
 public:
-    FakeOutputQueue(BufferCallback bufferCallback, bool canAllocate)
-        : callback(std::move(bufferCallback)), allocates(canAllocate)
+    FakeOutputQueue(FakeMedia &fake, BufferCallback bufferCallback)
+        : media(fake), callback(std::move(bufferCallback))
     {
     }
 
     OutputBuffer *allocateBuffer(quint32 bytes) override
     {
-        return allocates ? &buffers.emplace_back(bytes) : nullptr;
+        return media.allocates ? &buffers.emplace_back(bytes) : nullptr;
     }
     bool enqueueBuffer(OutputBuffer &buffer, std::span<const AudioStreamPacketDescription>) override
     {
         enqueued.push_back(&buffer);
         played += buffer.data.first(buffer.byteSize);
-        return enqueues;
+        return media.enqueues;
     }
     bool start() override
     {
         isStarted = true;
-        return starts;
+        return media.starts;
     }
     void pause() override { isStarted = false; }
     void stop(bool) override {}
@@ -49,44 +79,14 @@ public:
         callback(*this, *buffer);
     }
 
+    FakeMedia &media;
     BufferCallback callback;
-    bool allocates;
-    bool enqueues = true;
-    bool starts = true;
     bool isStarted = false;
     bool isDisposed = false;
     float volume = -1;
     QByteArray played;
     std::deque<OutputBuffer> buffers;
     std::deque<OutputBuffer *> enqueued;
-};
-
-// What the fakes of one test share. A stream's packets are pieces of `packetSize` bytes.
-struct FakeMedia
-{
-    AudioStreamBasicDescription format{
-        .sampleRate = 1000, .format = AudioFormat::mpegLayer3, .framesPerPacket = 10};
-    std::vector<AudioStreamBasicDescription> formatList;
-    std::optional<quint32> upperBound;
-    qsizetype packetSize = 100;
-    bool opens = true;
-    bool hasFormat = true;
-    bool makesQueues = true;
-    bool allocates = true;
-    bool enqueues = true;
-    bool starts = true;
-
-    std::vector<AudioFileType> hints;
-    std::vector<AudioStreamBasicDescription> queueFormats;
-    std::shared_ptr<FakeOutputQueue> queue; // the last one made
-    Reachability::Status network = Reachability::Status::WiFi;
-
-    void setNetwork(Reachability::Status status)
-    {
-        network = status;
-        NotificationCentre::defaultCentre().postNotification(Reachability::changedNotification);
-    }
-    StreamerServices services();
 };
 
 class FakeAudioFileStream : public AudioFileStream
@@ -129,34 +129,20 @@ public:
     QByteArray rest;
 };
 
-class FakeReachability : public Reachability
-{
-public:
-    explicit FakeReachability(FakeMedia &fake) : media(fake) {}
-    void startNotifier() override {}
-    void stopNotifier() override {}
-    Status currentReachabilityStatus() const override { return media.network; }
-    FakeMedia &media;
-};
-
 inline StreamerServices FakeMedia::services()
 {
-    return {.openAudioFileStream = [this](AudioFileStreamClient &client,
-                                          AudioFileType hint) -> std::unique_ptr<AudioFileStream> {
-                hints.push_back(hint);
-                return opens ? std::make_unique<FakeAudioFileStream>(*this, client) : nullptr;
-            },
-            .newOutputQueue = [this](const AudioStreamBasicDescription &queueFormat,
-                                     OutputQueue::BufferCallback callback) -> std::shared_ptr<OutputQueue> {
-                queueFormats.push_back(queueFormat);
-                if (!makesQueues)
-                    return nullptr;
-                queue = std::make_shared<FakeOutputQueue>(std::move(callback), allocates);
-                queue->enqueues = enqueues;
-                queue->starts = starts;
-                return queue;
-            },
-            .reachability = [this] { return std::make_unique<FakeReachability>(*this); }};
+    return {
+        .openAudioFileStream = [this](AudioFileStreamClient &client,
+                                      AudioFileType hint) -> std::unique_ptr<AudioFileStream> {
+            hints.push_back(hint);
+            return opens ? std::make_unique<FakeAudioFileStream>(*this, client) : nullptr;
+        },
+        .newOutputQueue = [this](const AudioStreamBasicDescription &,
+                                 OutputQueue::BufferCallback callback) -> std::shared_ptr<OutputQueue> {
+            queue = makesQueues ? std::make_shared<FakeOutputQueue>(*this, std::move(callback)) : nullptr;
+            return queue;
+        },
+        .reachability = [this] { return std::make_unique<SystemReachability>([this] { return network; }); }};
 }
 
 } // namespace orvel::test

@@ -16,11 +16,11 @@ struct Record : IcyStreamClient
     IcyStream stream{*this, station};
     QStringList events;
     QByteArray audio;
-    qsizetype size;
+    quint32 size;
     bool opensParser = true;
     int pieces = 0;
 
-    explicit Record(qsizetype bufferSize) : size(bufferSize) { stream.setBufferSize(size); }
+    explicit Record(quint32 bufferSize) : size(bufferSize) { stream.setBufferSize(size); }
     void feed(QByteArrayView bytes, const std::function<qsizetype()> &nextSize)
     {
         while (!bytes.isEmpty()) {

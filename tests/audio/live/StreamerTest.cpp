@@ -157,20 +157,13 @@ TEST_F(StreamerTest, ReportsEachFailureOfThePlatformByItsCode)
     }
 }
 
-TEST_F(StreamerTest, TellsWhyItCannotConnect)
+TEST_F(StreamerTest, DoesNotTryWithoutANetwork)
 {
-    using enum Reachability::Status;
-    const std::tuple<const char *, Reachability::Status, RadioError> cases[] = {
-        {"http://127.0.0.1:1/", WiFi, RadioErrorNetworkError},
-        {"http://127.0.0.1:1/list.m3u", WiFi, RadioErrorHostNotReachable},
-        {"http://127.0.0.1:1/", NotReachable, RadioErrorHostNotReachable}};
-    for (const auto &[url, network, error] : cases) {
-        media.network = network;
-        make(url);
-        streamer->play();
-        ASSERT_TRUE(reaches(RadioStateError));
-        EXPECT_EQ(streamer->radioError(), error) << url;
-    }
+    media.network = Reachability::Status::NotReachable;
+    make("http://127.0.0.1:1/");
+    streamer->play();
+    EXPECT_EQ(streamer->radioState(), RadioStateError);
+    EXPECT_EQ(streamer->radioError(), RadioErrorHostNotReachable);
 }
 
 TEST_F(StreamerTest, PlaysWhatAPlaylistNames)
