@@ -1,10 +1,8 @@
-#include "platform/media/SoundOutput.h"
-#include "support/EncodedTone.h"
+#include "platform/media/ToneFeeder.h"
 
 #include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
-#include <mutex>
 #include <random>
 #include <thread>
 
@@ -14,27 +12,35 @@ using namespace orvel::test;
 namespace {
 
 // A place for a queue's last reference, which two threads race to let go.
-class LastReference
+struct LastReference
 {
-public:
-    void hold(std::shared_ptr<OutputQueue> queue)
+    std::mutex mutex;
+    bool isGone = false;
+    std::shared_ptr<OutputQueue> queue;
+
+    void hold(std::shared_ptr<OutputQueue> last)
     {
-        const std::lock_guard lock(m_mutex);
-        if (!m_isGone)
-            m_queue.swap(queue);
+        const std::lock_guard lock(mutex);
+        if (!isGone)
+            queue.swap(last);
     }
     void letGo()
     {
         std::shared_ptr<OutputQueue> last;
-        const std::lock_guard lock(m_mutex);
-        m_isGone = true;
-        m_queue.swap(last);
+        const std::lock_guard lock(mutex);
+        isGone = true;
+        queue.swap(last);
     }
+};
 
-private:
-    std::mutex m_mutex;
-    bool m_isGone = false;
-    std::shared_ptr<OutputQueue> m_queue;
+// What a queue's own callback does to it once.
+using Deed = void (*)(OutputQueue &, LastReference &);
+constexpr Deed deeds[] = {
+    [](OutputQueue &queue, LastReference &) { queue.flush(); },
+    [](OutputQueue &queue, LastReference &) { queue.dispose(); },
+    [](OutputQueue &queue, LastReference &) { queue.stop(true), queue.start(); },
+    [](OutputQueue &queue, LastReference &) { queue.pause(), queue.start(); },
+    [](OutputQueue &, LastReference &last) { last.letGo(); },
 };
 
 // One queue after another until `end`, each started, disturbed and ended in one of many ways.
@@ -43,37 +49,16 @@ void churn(const EncodedTone &tone, quint32 seed, std::chrono::steady_clock::tim
 {
     std::minstd_rand random(seed);
     for (; std::chrono::steady_clock::now() < end; ++cycles) {
-        const auto deed = std::make_shared<std::atomic<quint32>>(quint32(random() % 6));
+        const auto deed = std::make_shared<std::atomic<Deed>>(deeds[random() % std::size(deeds)]);
         const auto last = std::make_shared<LastReference>();
         auto queue =
             newOutputQueue(tone.format, [&tone, deed, last](OutputQueue &caller, OutputBuffer &buffer) {
-                switch (deed->exchange(0)) {
-                case 1:
-                    caller.dispose();
-                    break;
-                case 2:
-                    caller.stop(true);
-                    caller.start();
-                    break;
-                case 3:
-                    caller.pause();
-                    caller.start();
-                    break;
-                case 4:
-                    last->letGo();
-                    break;
-                default:
-                    caller.flush();
-                }
+                deed->exchange(deeds[0])(caller, *last);
                 caller.enqueueBuffer(buffer, tone.packets);
             });
         ASSERT_TRUE(queue);
-        for (int i = 0; i < 3; ++i) {
-            OutputBuffer *buffer = queue->allocateBuffer(quint32(tone.bytes.size()));
-            buffer->data = tone.bytes;
-            buffer->byteSize = buffer->capacity();
-            queue->enqueueBuffer(*buffer, tone.packets);
-        }
+        for (int i = 0; i < 3; ++i)
+            queue->enqueueBuffer(*filledBuffer(*queue, tone), tone.packets);
         queue->start();
         if (random() % 4 == 0)
             std::this_thread::sleep_for(std::chrono::milliseconds(random() % 20));

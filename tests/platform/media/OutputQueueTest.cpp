@@ -2,8 +2,8 @@
 
 #include "platform/media/AudioDeviceChoice.h"
 
-#include "ToneFeeder.h"
 #include "platform/foundation/NotificationCentre.h"
+#include "platform/media/ToneFeeder.h"
 #include "support/CapturedSound.h"
 #include "support/EncodedTone.h"
 #include "support/SoundComparison.h"
@@ -146,12 +146,7 @@ TEST(OutputQueueTest, StopsAtOnceAndStartsAnew)
             running.push_back(isRunning);
             ++changes;
         });
-        OutputBuffer *buffers[2];
-        for (OutputBuffer *&buffer : buffers) {
-            buffer = queue->allocateBuffer(quint32(tone.bytes.size()));
-            buffer->data = tone.bytes;
-            buffer->byteSize = buffer->capacity();
-        }
+        OutputBuffer *const buffers[] = {filledBuffer(*queue, tone), filledBuffer(*queue, tone)};
         for (int round = 1; round <= 2; ++round) {
             for (OutputBuffer *buffer : buffers)
                 EXPECT_TRUE(queue->enqueueBuffer(*buffer, tone.packets));

@@ -10,6 +10,15 @@
 
 namespace orvel::test {
 
+// A buffer of the queue that holds the whole tone.
+inline OutputBuffer *filledBuffer(OutputQueue &queue, const EncodedTone &tone)
+{
+    OutputBuffer *const buffer = queue.allocateBuffer(quint32(tone.bytes.size()));
+    buffer->data = tone.bytes;
+    buffer->byteSize = buffer->capacity();
+    return buffer;
+}
+
 // Plays a tone through a queue as a player does: three buffers, filled anew whenever the queue hands one
 // back.
 class ToneFeeder

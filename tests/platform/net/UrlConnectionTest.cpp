@@ -1,12 +1,14 @@
 #include "platform/net/UrlConnection.h"
 
 #include "platform/foundation/RunLoop.h"
-#include "platform/net/RecordingDelegate.h"
 #include "support/ScriptedServer.h"
 #include "support/TestLoop.h"
 
 #include <QEventLoop>
+#include <QStringList>
+#include <functional>
 #include <gtest/gtest.h>
+#include <optional>
 #include <thread>
 
 using namespace orvel;
@@ -14,6 +16,48 @@ using namespace orvel::test;
 using Code = NetError::Code;
 
 namespace {
+
+// Notes what a connection delivers; `also` runs inside each callback.
+struct RecordingDelegate : UrlConnectionDelegate
+{
+    void didReceiveResponse(UrlConnection &connection, const UrlResponse &it) override
+    {
+        response = it;
+        note(connection, "response");
+    }
+    void didReceiveData(UrlConnection &connection, QByteArrayView bytes) override
+    {
+        if (body.isEmpty())
+            firstChunk = bytes.size();
+        body.append(bytes);
+        if (events.last() != "data") // the first of a row
+            note(connection, "data");
+    }
+    void didFailWithError(UrlConnection &connection, const NetError &it) override
+    {
+        error = it;
+        isOver = true;
+        note(connection, "failure");
+    }
+    void connectionDidFinishLoading(UrlConnection &connection) override
+    {
+        isOver = true;
+        note(connection, "end");
+    }
+
+    QStringList events{""};
+    UrlResponse response;
+    QByteArray body;
+    qsizetype firstChunk = 0;
+    std::optional<NetError> error;
+    bool isOver = false;
+    std::function<void(UrlConnection &, const QString &event)> also = [](UrlConnection &, const QString &) {};
+    void note(UrlConnection &connection, const char *event)
+    {
+        events += QString::fromLatin1(event);
+        also(connection, events.last());
+    }
+};
 
 std::shared_ptr<UrlConnection> start(const QString &url, const std::shared_ptr<RecordingDelegate> &delegate,
                                      double idleTimeout = 60)
