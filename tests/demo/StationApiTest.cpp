@@ -125,21 +125,6 @@ TEST(StationApiTest, DrawsEveryPictureOfTheListButOne)
     EXPECT_EQ(missing, 1);
 }
 
-TEST(StationApiTest, PlaylistsNameTheStreamAndHandItsQueryOn)
-{
-    const auto station = DemoStation::start(keys);
-    const std::tuple<QString, QByteArray, QByteArray> cases[] = {{"107", "\r\n%\r\n", "&"},
-                                                                 {"109", "\r\nFile1=%\r\n", "&"},
-                                                                 {"105", "<location>%</location>", "&amp;"}};
-    for (const auto &[id, format, ampersand] : cases) {
-        const QByteArray stream = station->streamUrl(id).toUtf8() + "?fault=cut" + ampersand + "after=7";
-        QByteArray line = format;
-        line.replace("%", stream);
-        EXPECT_TRUE(ask(station->listenUrl(id) + "?fault=cut&after=7").body.contains(line)) << qPrintable(id);
-    }
-    EXPECT_EQ(ask(station->siteUrl() + "/ecouter/inconnue.m3u").status, 404);
-}
-
 TEST(StationApiTest, TwoStationsDoNotShareAPort)
 {
     const auto first = DemoStation::start({});

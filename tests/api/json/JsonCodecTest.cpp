@@ -14,30 +14,20 @@ void keepMessage(QtMsgType, const QMessageLogContext &, const QString &message) 
 
 } // namespace
 
-TEST(JsonCodecTest, HandsOutTheLastErrorWithItsChain)
+TEST(JsonCodecTest, HandsOnItsSettingsAndTheLastErrorWithItsChain)
 {
     JsonCodec codec;
     JsonError error;
-    EXPECT_TRUE(codec.objectWithString("[1,]", &error).isAbsent());
-    EXPECT_EQ(error.code, 9);
     EXPECT_TRUE(codec.objectWithString("1", false, &error).isAbsent());
     EXPECT_EQ(error.localizedDescription, "Valid fragment, but not JSON");
-    EXPECT_EQ(codec.errorTrace().size(), 1U);
     EXPECT_EQ(codec.objectWithString("1", true, &error).integerValue(), 1);
     EXPECT_TRUE(codec.errorTrace().empty());
     EXPECT_TRUE(codec.fragmentWithString("x", nullptr).isAbsent());
-
     EXPECT_TRUE(codec.stringWithObject(1, &error).isNull());
     EXPECT_EQ(error.code, 4);
-    EXPECT_EQ(codec.stringWithFragment(1, &error), "1");
-    EXPECT_EQ(codec.stringWithObject(1, true, nullptr), "1");
-}
+    EXPECT_EQ(codec.stringWithFragment(1, &error) + codec.stringWithObject(1, true, nullptr), "11");
 
-TEST(JsonCodecTest, ForwardsItsSettings)
-{
-    JsonCodec codec;
     codec.setMaxDepth(1);
-    JsonError error;
     EXPECT_TRUE(codec.objectWithString("[[]]", &error).isAbsent());
     EXPECT_EQ(error.underlying->localizedDescription, "Nested too deep");
     EXPECT_TRUE(codec.stringWithObject(JsonValue::array({JsonValue::emptyArray()}), &error).isNull());
