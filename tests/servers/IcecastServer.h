@@ -18,7 +18,6 @@ public:
     // As the system does when memory runs out: its connections are the kernel's to end.
     void kill() { m_process.end(SIGKILL); }
 
-    quint16 port() const { return m_port; }
     int burstBytes() const { return m_burstBytes; }
     QString url(const QString &path) const;
     // Where a source called `mount` ("/mp3") sends its sound.

@@ -12,12 +12,6 @@ namespace orvel::test {
 
 namespace {
 
-template<class... Cases>
-struct Match : Cases...
-{
-    using Cases::operator()...;
-};
-
 qsizetype bodyLength(const QByteArray &head)
 {
     const qsizetype field = head.toLower().indexOf("\r\ncontent-length:");
@@ -155,37 +149,30 @@ bool ScriptedServer::readRequest(int socket)
 
 bool ScriptedServer::run(const Step &step, int socket)
 {
-    return std::visit(Match{
-                          [&](const Send &it) { return send(socket, it.bytes); },
-                          [&](const SendForever &it) {
-                              while (send(socket, it.bytes) && sleep(it.secondsBetween)) {
-                              }
-                              return false;
-                          },
-                          [&](const Pause &it) { return sleep(it.seconds); },
-                          [&](const WaitForRelease &) {
-                              std::unique_lock lock(m_mutex);
-                              m_changed.wait(lock, [this] { return m_stopping || m_releases > 0; });
-                              if (!m_stopping)
-                                  --m_releases;
-                              return !m_stopping;
-                          },
-                          [&](const Stall &) {
-                              waitUntilClientLeaves(socket);
-                              return false;
-                          },
-                          [](const Close &) { return false; },
-                          [&](const Reset &) {
-                              const linger atOnce{1, 0};
-                              ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
-                              // The descriptor stays ours until the connection is marked as closed.
-                              sockaddr unspecified{};
-                              unspecified.sa_family = AF_UNSPEC;
-                              ::connect(socket, &unspecified, sizeof unspecified);
-                              return false;
-                          },
-                      },
-                      step);
+    if (const auto *const it = std::get_if<Send>(&step))
+        return send(socket, it->bytes);
+    if (const auto *const it = std::get_if<Pause>(&step))
+        return sleep(it->seconds);
+    if (std::holds_alternative<WaitForRelease>(step)) {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_stopping || m_releases > 0; });
+        m_releases -= !m_stopping;
+        return !m_stopping;
+    }
+    if (const auto *const it = std::get_if<SendForever>(&step)) {
+        while (send(socket, it->bytes) && sleep(it->secondsBetween)) {
+        }
+    } else if (std::holds_alternative<Stall>(step)) {
+        waitUntilClientLeaves(socket);
+    } else if (std::holds_alternative<Reset>(step)) {
+        const linger atOnce{1, 0};
+        ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+        // The descriptor stays ours until the connection is marked as closed.
+        sockaddr unspecified{};
+        unspecified.sa_family = AF_UNSPEC;
+        ::connect(socket, &unspecified, sizeof unspecified);
+    }
+    return false;
 }
 
 void ScriptedServer::waitUntilClientLeaves(int socket)

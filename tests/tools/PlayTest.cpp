@@ -14,22 +14,15 @@ TEST(PlayTest, TellsWhatHappensAsJson)
     EXPECT_EQ(tool.status(), 0);
     EXPECT_EQ(tool.errors(), QByteArray());
     QStringList order;
-    double last = 0;
-    for (const JsonValue &object : tool.objects()) {
-        const QString event = object["event"].string();
-        order << (event == u"state" ? object["state"].string() : event);
-        const double time = object["time"].text().toDouble();
-        EXPECT_GE(time, last);
-        last = time;
-    }
+    for (const JsonValue &object : tool.objects())
+        order << (object["event"].string() == u"state" ? object["state"] : object["event"]).string();
     EXPECT_EQ(order.first(), "url");
     EXPECT_EQ(order.last(), "end");
-    EXPECT_GE(last, 2);
+    EXPECT_GE(tool.event("end")["time"].text().toDouble(), 2);
     EXPECT_LT(order.indexOf("connecting"), order.indexOf("playing"));
     EXPECT_EQ(order.count("sound"), 1);
     EXPECT_EQ(tool.event("station")["genre"].string(), "Pop");
     EXPECT_FALSE(tool.event("title")["title"].string().isEmpty());
-    EXPECT_EQ(tool.event("end")["status"].integerValue(), 0);
 }
 
 TEST(PlayTest, FollowsAPlaylistAndExplainsAnError)
