@@ -42,19 +42,17 @@ struct ComposersTest : testing::Test
         root->presentViewController(composer, true);
         return composer;
     }
-    std::shared_ptr<MessageComposeViewController> message()
+    std::shared_ptr<MessageComposeViewController> message(const QString &recipients)
     {
         auto composer = std::make_shared<MessageComposeViewController>();
         composer->setMessageComposeDelegate(results);
-        composer->setRecipients({"70000"});
-        composer->setBody("TRV votre texte");
+        composer->recipientsField.setText(recipients);
         return presented(composer);
     }
     std::shared_ptr<MailComposeViewController> mail()
     {
         auto composer = std::make_shared<MailComposeViewController>();
         composer->setMailComposeDelegate(results);
-        composer->setSubject("ORVEL Application");
         composer->setMessageBody("Le <b>titre</b> &amp; la suite");
         composer->setToRecipients({""});
         composer->addAttachmentData("not a picture", "image/jpeg", "photo.jpeg");
@@ -71,8 +69,8 @@ struct ComposersTest : testing::Test
 
 TEST_F(ComposersTest, AMessageGoesOutOnceAsTheUserLeftIt)
 {
-    auto composer = message();
-    composer->recipientsField.setText(" 70000 ;, +33 1 ,");
+    EXPECT_FALSE(message(" , ")->sendButton.enabled());
+    const auto composer = message(" 70000 ;, +33 1 ,");
     composer->bodyView.setText("Bonjour");
     composer->sendButton.touchUpInside();
     composer->sendButton.touchUpInside();
@@ -80,20 +78,13 @@ TEST_F(ComposersTest, AMessageGoesOutOnceAsTheUserLeftIt)
     ASSERT_EQ(services->messages.size(), 1);
     EXPECT_EQ(services->messages.first().recipients, (QStringList{"70000", "+33 1"}));
     EXPECT_EQ(services->messages.first().body, "Bonjour");
+    EXPECT_EQ(results->seen, QStringList("message 1"));
     EXPECT_EQ(window.presentedViewController(), composer.get()) << "its delegate dismisses it";
-
-    composer = message();
-    composer->recipientsField.setText(" , ");
-    EXPECT_FALSE(composer->sendButton.enabled());
-    composer->cancelButton.touchUpInside();
-    services->failure = "no";
-    message()->sendButton.touchUpInside();
-    EXPECT_EQ(results->seen, (QStringList{"message 1", "message 0", "message 2"}));
 }
 
 TEST_F(ComposersTest, AComposerWhoseDelegateIsGoneDismissesItself)
 {
-    const auto first = message();
+    const auto first = message("70000");
     const auto second = mail();
     results.reset();
     second->cancelButton.touchUpInside();
@@ -104,29 +95,19 @@ TEST_F(ComposersTest, AComposerWhoseDelegateIsGoneDismissesItself)
 
 TEST_F(ComposersTest, AMailKeepsItsHtmlUntilItsTextIsEdited)
 {
-    auto composer = mail();
+    const auto composer = mail();
     EXPECT_EQ(composer->bodyView.text(), "Le titre & la suite");
     EXPECT_FALSE(composer->sendButton.enabled());
     EXPECT_FALSE(composer->attachmentName.hidden());
     composer->recipientsField.setText("a@b.example");
-    composer->sendButton.touchUpInside();
-    const MailDraft sent = services->mails.value(0);
-    EXPECT_EQ(sent.recipients, QStringList{"a@b.example"});
-    EXPECT_EQ(sent.subject, "ORVEL Application");
-    EXPECT_EQ(sent.body, "Le <b>titre</b> &amp; la suite");
-    EXPECT_EQ(sent.attachment, "not a picture");
-    EXPECT_EQ(sent.attachmentName, "photo.jpeg");
-
-    composer = mail();
+    const MailDraft draft = composer->draft();
+    EXPECT_EQ(draft.recipients, QStringList{"a@b.example"});
+    EXPECT_EQ(draft.body, "Le <b>titre</b> &amp; la suite");
+    EXPECT_EQ(draft.attachment, "not a picture");
     composer->bodyView.setText("1 < 2");
+    EXPECT_TRUE(composer->draft().body.contains("1 &lt; 2"));
     composer->addAttachmentData({}, "image/jpeg", "photo.jpeg");
     EXPECT_TRUE(composer->attachmentName.hidden());
-    EXPECT_TRUE(composer->draft().body.contains("1 &lt; 2"));
-    composer->recipientsField.setText("a@b.example");
-    services->failure = "Aucun programme";
-    composer->sendButton.touchUpInside();
-    mail()->cancelButton.touchUpInside();
-    EXPECT_EQ(results->seen, (QStringList{"mail 2", "mail 3 Aucun programme", "mail 0"}));
 }
 
 TEST_F(ComposersTest, ASavedMailIsAFileAndItsPlaceIsTold)
@@ -134,9 +115,8 @@ TEST_F(ComposersTest, ASavedMailIsAFileAndItsPlaceIsTold)
     const test::FakeDesktop desktop;
     mail()->saveButton.touchUpInside();
     EXPECT_EQ(results->seen, QStringList{"mail 1"});
-    ASSERT_TRUE(window.alert());
-    EXPECT_TRUE(QFile::exists(window.alert()->message()));
-    EXPECT_TRUE(window.alert()->message().startsWith(desktop.path("")));
+    const QString place = window.alert()->message();
+    EXPECT_TRUE(QFile::exists(place) && place.startsWith(desktop.path("")));
 }
 
 TEST_F(ComposersTest, AShareSheetDismissesItselfAndThenTells)
