@@ -55,17 +55,6 @@ TEST_F(MenuControllerTest, RowsGetTheirTitlesHalfASecondLater)
         EXPECT_EQ(menu().numberOfRowsInSection(menu().tableCont, section), counts[section]);
 }
 
-TEST_F(MenuControllerTest, RadiosBringsAFreshScreenAndKeepsTheMenu)
-{
-    clock.turn(1);
-    MenuController *const before = &menu();
-    app->revealSideViewController()->open(false);
-    menu().tableCont.selectRow(0, 0);
-    EXPECT_EQ(&menu(), before);
-    EXPECT_FALSE(app->revealSideViewController()->isOpen());
-    EXPECT_EQ(radios().lblTitle.text(), "Radios");
-}
-
 TEST_F(MenuControllerTest, WhatNoProgramOpensIsTold)
 {
     const QString site = StationConfiguration::current().siteUrl;

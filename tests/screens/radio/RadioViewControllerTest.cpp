@@ -33,13 +33,15 @@ struct RadioViewControllerTest : AppFixture
     {
         return {of.hl1.text(), of.hl2.text(), of.hl3.text(), of.hl4.text()};
     }
-    void expectButtons(int tag, const QString &large, const QString &small)
+    void expectButtons(bool playing)
     {
-        EXPECT_EQ(screen.hbtnPlay.tag(), tag);
-        EXPECT_EQ(screen.bplay.tag(), tag);
-        EXPECT_EQ(screen.hbtnPlay.normalImage(), large);
-        EXPECT_EQ(screen.hbtnPlay.highlightedImage(), large);
-        EXPECT_EQ(screen.bplay.normalImage(), small);
+        for (const Button *button : {&screen.hbtnPlay, &screen.bplay}) {
+            const QString image = button == &screen.bplay ? (playing ? "mstop.png" : "mplay.png")
+                                                          : (playing ? "pstop.png" : "pplayer.png");
+            EXPECT_EQ(button->tag(), int(playing));
+            EXPECT_EQ(button->normalImage(), image);
+            EXPECT_EQ(button->highlightedImage(), image);
+        }
     }
 };
 
@@ -76,7 +78,7 @@ TEST_F(RadioViewControllerTest, AnswersOfTheWrongShapeGiveNoRows)
 TEST_F(RadioViewControllerTest, ATapPlaysTheRowsRadio)
 {
     receive(twoRadios);
-    expectButtons(0, "pplayer.png", "mplay.png");
+    expectButtons(false);
     screen.tableCont.selectRow(0, 1);
     ASSERT_TRUE(app->radio());
     EXPECT_EQ(header(screen), QStringList({"Orvel Rock", "Des guitares", "", ""}));
@@ -85,7 +87,7 @@ TEST_F(RadioViewControllerTest, ATapPlaysTheRowsRadio)
     EXPECT_EQ(app->gurl1, "http://127.0.0.1:1/media/rock-logo.png");
     EXPECT_EQ(app->gurl2, "http://127.0.0.1:1/media/rock.jpg");
     EXPECT_EQ(app->intPlay, 1);
-    expectButtons(1, "pstop.png", "mstop.png");
+    expectButtons(true);
     screen.setDataRadioFirstObject();
     EXPECT_EQ(app->url, "http://127.0.0.1:1/ete");
     EXPECT_EQ(screen.hl2.text(), "");
@@ -97,17 +99,17 @@ TEST_F(RadioViewControllerTest, BothButtonsPauseAndResumeTheOnePlayer)
 {
     receive(twoRadios);
     screen.bplay.touchUpInside(); // no player yet
-    expectButtons(0, "pplayer.png", "mplay.png");
+    expectButtons(false);
     screen.tableCont.selectRow(0, 0);
     const auto player = app->radio();
     screen.bplay.touchUpInside();
     EXPECT_TRUE(player->isPaused());
-    expectButtons(0, "pplayer.png", "mplay.png");
+    expectButtons(false);
     EXPECT_EQ(app->intPlay, -1);
     screen.hbtnPlay.touchUpInside();
     EXPECT_TRUE(player->isPlaying());
     EXPECT_EQ(app->radio(), player);
-    expectButtons(1, "pstop.png", "mstop.png");
+    expectButtons(true);
     EXPECT_EQ(app->intPlay, -1);
 }
 
