@@ -12,6 +12,20 @@ Rectangle {
 
     color: Theme.page
 
+    TopBar {
+        id: bar
+        z: 1
+        width: parent.width
+        title: root.screen.lblTitle
+        untitled: "Fréquences"
+        onButtonClicked: root.screen.MenuController()
+
+        IconButton {
+            name: "contact"
+            text: "Contacter la station"
+            onClicked: root.screen.ShowMessage()
+        }
+    }
     EmptyNote {
         anchors.centerIn: parent
         empty: root.screen.tableCont.contentHeight === 0
@@ -35,19 +49,6 @@ Rectangle {
             DelegateChoice {
                 Item {}
             }
-        }
-    }
-    TopBar {
-        id: bar
-        width: parent.width
-        title: root.screen.lblTitle
-        untitled: "Fréquences"
-        onButtonClicked: root.screen.MenuController()
-
-        IconButton {
-            name: "contact"
-            text: "Contacter la station"
-            onClicked: root.screen.ShowMessage()
         }
     }
 }

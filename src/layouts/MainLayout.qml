@@ -11,8 +11,13 @@ FocusScope {
     readonly property QtObject question: window.alert ?? window.actionSheet
     readonly property ViewController presented: window.presentedViewController
 
+    function handFocusOn(): void {
+        LastInput.handFocusTo(window.alert ? alertPanel : window.actionSheet ? sheetPanel : screens);
+    }
+
     focus: true
-    onQuestionChanged: (window.alert ? alertPanel : window.actionSheet ? sheetPanel : screens).forceActiveFocus()
+    Component.onCompleted: handFocusOn()
+    onQuestionChanged: Qt.callLater(handFocusOn) // once what is behind is disabled
     // Within the screens: a question in front keeps the keyboard.
     onPresentedChanged: (presented ? presentedView : rootView).focus = true
 

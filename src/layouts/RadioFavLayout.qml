@@ -13,6 +13,19 @@ Rectangle {
 
     color: Theme.page
 
+    TopBar {
+        id: bar
+        z: 1
+        width: parent.width
+        title: root.screen.lblTitle
+        onButtonClicked: root.screen.acctionMenu()
+
+        IconButton {
+            name: "contact"
+            text: "Contacter la station"
+            onClicked: root.screen.ShowMessage()
+        }
+    }
     EmptyNote {
         anchors.horizontalCenter: parent.horizontalCenter
         y: (root.height + bar.height - height) / 2
@@ -39,18 +52,6 @@ Rectangle {
             DelegateChoice {
                 Item {}
             }
-        }
-    }
-    TopBar {
-        id: bar
-        width: parent.width
-        title: root.screen.lblTitle
-        onButtonClicked: root.screen.acctionMenu()
-
-        IconButton {
-            name: "contact"
-            text: "Contacter la station"
-            onClicked: root.screen.ShowMessage()
         }
     }
     NowPlayingBar {

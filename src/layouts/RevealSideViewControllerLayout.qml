@@ -19,6 +19,13 @@ FocusScope {
     Keys.onBackPressed: screen.close(true)
     onPanelWidthChanged: centre.x = target
 
+    function handFocusOn(): void {
+        if (screen.isOpen)
+            LastInput.handFocusInto(panel);
+        else
+            LastInput.handFocusTo(centreView);
+    }
+
     NumberAnimation {
         id: slide
         target: centre
@@ -32,7 +39,7 @@ FocusScope {
         function onIsOpenChanged() {
             slide.duration = root.screen.animated ? Theme.slide : 0;
             slide.restart();
-            (root.screen.isOpen ? panel : centreView).forceActiveFocus();
+            Qt.callLater(root.handFocusOn); // once one side is enabled and the other isn't
         }
     }
 
@@ -41,7 +48,7 @@ FocusScope {
         x: (root.openness - 1) * width / 4
         width: root.panelWidth
         height: parent.height
-        visible: centre.x > 0
+        visible: centre.x > 0 || root.screen.isOpen
         enabled: root.screen.isOpen
         controller: root.screen.leftController
     }
@@ -89,9 +96,10 @@ FocusScope {
         onActiveChanged: active ? slide.stop() : root.settle()
     }
 
-    // After a pan: to the side that the centre is nearer to.
+    // After a pan: where it was flung to, or else to the side that the centre is nearer to.
     function settle(): void {
-        centre.x > panelWidth / 2 ? screen.open(true) : screen.close(true);
+        const speed = pan.centroid.velocity.x;
+        (Math.abs(speed) > 400 ? speed > 0 : centre.x > panelWidth / 2) ? screen.open(true) : screen.close(true);
         slide.duration = Theme.slide;
         slide.restart();
     }

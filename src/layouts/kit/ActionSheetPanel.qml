@@ -28,10 +28,12 @@ FocusScope {
     MouseArea {
         anchors.fill: parent
         hoverEnabled: true
-        onClicked: root.cancel()
+        // Not with the second tap of two on what brought the sheet.
+        onClicked: if (panel.risen === 1) root.cancel()
         onWheel: (wheel) => wheel.accepted = true
     }
     Column {
+        id: panel
         property real risen: root.visible ? 1 : 0
         // A wide window has it in its middle.
         readonly property real foot: root.width < Theme.wideFrom ? 8 : Math.max(8, (root.height - height) / 2)

@@ -39,8 +39,6 @@ PressButton {
     }
     background: FocusRing {
         anchors.fill: parent
-        anchors.leftMargin: -6
-        anchors.rightMargin: -6
         visible: root.visualFocus
     }
 }

@@ -26,6 +26,7 @@ T.TextField {
     Accessible.name: placeholderText
     onTextEdited: outlet.text = text
     onAccepted: outlet.searchButtonClicked()
+    Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
 
     background: Rectangle {
         radius: 10
