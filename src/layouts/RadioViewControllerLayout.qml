@@ -11,13 +11,29 @@ Rectangle {
 
     required property RadioViewController screen
     readonly property bool barShown: !screen.viewHideShow.hidden && !screen.viewNowPlaying.hidden
-    readonly property bool empty: screen.tableCont.contentHeight <= screen.viewHeader.frame.height
+    readonly property real headerHeight: screen.viewHeader.frame.height
+    readonly property bool empty: screen.tableCont.contentHeight <= headerHeight
+    // Under the list's end: room for the bar, so that the header can scroll away and the bar come wherever the list scrolls.
+    readonly property real barRoom: screen.viewNowPlaying.hidden ? 0 : floating.height + 16
 
     color: Theme.page
 
+    TopBar {
+        id: bar
+        z: 1
+        width: parent.width
+        title: root.screen.lblTitle
+        onButtonClicked: root.screen.acctionMenu()
+
+        IconButton {
+            name: "contact"
+            text: "Contacter la station"
+            onClicked: root.screen.acctionEmail()
+        }
+    }
     EmptyNote {
         anchors.horizontalCenter: parent.horizontalCenter
-        y: (root.height + bar.height + root.screen.viewHeader.frame.height - height) / 2
+        y: (root.height + bar.height + root.headerHeight - height) / 2
         empty: root.empty
         title: "Pas encore de radios"
         hint: "Si la liste tarde, ouvrez le menu et choisissez « Radios » pour réessayer."
@@ -27,7 +43,7 @@ Rectangle {
         anchors.fill: parent
         anchors.topMargin: bar.height
         outlet: root.screen.tableCont
-        bottomInset: root.barShown ? floating.height + 16 : 0
+        bottomInset: outlet.contentHeight + root.barRoom > height ? Math.max(root.barRoom, root.headerHeight + 1 + height - outlet.contentHeight) : 0
         delegate: DelegateChooser {
             role: "kind"
 
@@ -48,18 +64,6 @@ Rectangle {
             DelegateChoice {
                 Item {}
             }
-        }
-    }
-    TopBar {
-        id: bar
-        width: parent.width
-        title: root.screen.lblTitle
-        onButtonClicked: root.screen.acctionMenu()
-
-        IconButton {
-            name: "contact"
-            text: "Contacter la station"
-            onClicked: root.screen.acctionEmail()
         }
     }
     NowPlayingBar {

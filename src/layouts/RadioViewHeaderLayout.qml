@@ -14,6 +14,9 @@ Item {
     required property real rowHeight
     readonly property bool wide: width >= Theme.wideFrom
     readonly property bool chosen: !screen.viewNowPlaying.hidden
+    // How much of it a window shows at once: a phone on its side is too low for all.
+    readonly property real seen: Math.min(height, screen.tableCont.frame.height)
+    readonly property real cover: Math.min(272, seen - 64)
     readonly property real side: wide ? Math.max(Theme.margin * 2, (width - Theme.pageWidth) / 2) : 20
 
     y: rowTop
@@ -58,9 +61,9 @@ Item {
         placeholder: root.wide
         visible: root.chosen && !outlet.hidden
         x: root.wide ? root.side : 0
-        y: root.wide ? (root.height - height) / 2 : 0
-        width: root.wide ? 272 : root.width
-        height: root.wide ? 272 : root.height
+        y: root.wide ? (root.seen - height) / 2 : 0
+        width: root.wide ? root.cover : root.width
+        height: root.wide ? root.cover : root.height
         radius: root.wide ? 16 : 0
     }
     Rectangle {
@@ -95,7 +98,7 @@ Item {
     Column {
         visible: root.chosen
         x: root.wide ? picture.x + picture.width + 36 : root.side
-        y: root.wide ? (root.height - height) / 2 : root.height - height - 20
+        y: root.wide ? (root.seen - height) / 2 : root.seen - height - 20
         width: root.width - x - root.side
         spacing: root.wide ? 28 : 16
 
@@ -121,7 +124,7 @@ Item {
                     outlet: root.screen.hl1
                     width: parent.width
                     color: Theme.inkText
-                    font.pixelSize: root.wide ? 30 : Theme.fontLarge
+                    font.pixelSize: root.width < 900 ? Theme.fontLarge : 30
                     font.weight: Font.Bold
                     Accessible.role: Accessible.Heading
                     Accessible.name: text
@@ -176,7 +179,7 @@ Item {
     Column {
         visible: !root.chosen && !root.listEmpty
         x: root.side
-        y: root.height - height - 32
+        y: root.seen - height - 32
         width: Math.min(480, root.width - 2 * root.side)
         spacing: 8
 
@@ -194,7 +197,7 @@ Item {
             width: parent.width
             wrapMode: Text.Wrap
             lineHeight: 1.2
-            text: "Touchez une radio de la liste : elle démarre aussitôt, en direct."
+            text: (root.seen < root.height ? "Faites défiler la liste et touchez une radio" : "Touchez une radio de la liste") + " : elle démarre aussitôt, en direct."
             color: Theme.inkTextSoft
             font.pixelSize: Theme.fontBody
         }

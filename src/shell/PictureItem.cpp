@@ -72,6 +72,9 @@ void PictureItem::updatePolish()
         const double scale =
             m_backdrop ? 7 / std::max(width(), height()) : window()->effectiveDevicePixelRatio();
         m_drawn = cropped(m_picture->image(), (size() * scale).toSize().expandedTo({2, 2}));
+        // Stretched at once, each of the pixels' edges would show as a band.
+        for (int doubled = 0; m_backdrop && doubled < 5; ++doubled)
+            m_drawn = m_drawn.scaled(m_drawn.size() * 2, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     }
     m_drawnNew = true;
     update();

@@ -23,7 +23,7 @@ namespace orvel {
 namespace {
 
 constexpr QSize phone(375, 667);
-constexpr QSize smallest(320, 480);
+constexpr QSize smallest(320, 320); // a phone on its side
 
 void registerModules()
 {
@@ -58,7 +58,7 @@ Shell::Shell(Window &window) : m_view(&m_engine, nullptr)
     m_view.setResizeMode(QQuickView::SizeRootObjectToView);
     m_view.setColor(QColor(0x15, 0x12, 0x0d));
     m_view.setMinimumSize(smallest);
-    m_view.resize(phone);
+    m_view.resize(phone.boundedTo(m_view.screen()->availableSize()));
     m_view.setInitialProperties({{QStringLiteral("window"), QVariant::fromValue(&window)}});
 
     connect(&InputGate::shared(), &InputGate::closed, this, &Shell::letGoOfPresses);
