@@ -10,6 +10,13 @@
 
 using namespace orvel;
 
+namespace {
+
+// Favourites keep their radios' addresses: they are to play after the next start, too.
+constexpr quint16 usualPort = 8790;
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
     Application::prepare();
@@ -35,7 +42,13 @@ int main(int argc, char *argv[])
     DemoStation::Options options;
     if (parser.isSet(tour))
         options.delay = std::chrono::milliseconds(600); // long enough to see the overlay
-    const std::unique_ptr<DemoStation> station = DemoStation::start(options);
+    else
+        options.port = usualPort;
+    std::unique_ptr<DemoStation> station = DemoStation::start(options);
+    if (!station) {
+        options.port = 0;
+        station = DemoStation::start(options);
+    }
     if (!station) {
         QTextStream(stderr) << "The demo station can't be started.\n";
         return 1;
