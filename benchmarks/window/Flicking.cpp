@@ -2,6 +2,7 @@
 
 #include "benchmarks/window/Clocks.h"
 
+#include <QFile>
 #include <QQuickItem>
 #include <cmath>
 #include <cstdio>
@@ -22,6 +23,15 @@ QQuickItem *flickableIn(QQuickItem *item)
     return nullptr;
 }
 
+// How long the calling thread has been ready to run without a processor, as the kernel counts.
+double waitingMs()
+{
+    QFile counts(QStringLiteral("/proc/thread-self/schedstat"));
+    if (!counts.open(QIODevice::ReadOnly))
+        return 0;
+    return counts.readAll().split(' ').value(1).toDouble() / 1e6;
+}
+
 void print(const char *name, const std::vector<double> &values)
 {
     std::printf("\"%s\": [", name);
@@ -39,6 +49,8 @@ void print(const Frames &frames)
     print("drawing", frames.drawing);
     std::printf(", ");
     print("between", frames.between);
+    std::printf(", ");
+    print("waiting", frames.waiting);
 }
 
 Flicking::Flicking(QQuickWindow &window) : m_window(window)
@@ -89,13 +101,16 @@ void Flicking::frameEnds()
     const double end = clockMs(CLOCK_THREAD_CPUTIME_ID);
     const double shown = clockMs(CLOCK_MONOTONIC);
     const double drawing = m_drawEnd - m_drawBegin;
+    const double waiting = waitingMs();
     if (m_lastEnd > 0) {
         m_frames.own.push_back(end - m_lastEnd - drawing);
         m_frames.drawing.push_back(drawing);
         m_frames.between.push_back(shown - m_lastShown);
+        m_frames.waiting.push_back(waiting - m_lastWaiting);
     }
     m_lastEnd = end;
     m_lastShown = shown;
+    m_lastWaiting = waiting;
 }
 
 void Flicking::flick()

@@ -7,16 +7,17 @@
 
 namespace orvel::benchmark {
 
-// What each frame took, ms: of the main thread's CPU time all but the drawing, and the drawing; and the time
-// since the frame before.
+// What each frame took, ms: of the main thread's CPU time all but the drawing, and the drawing; the time
+// since the frame before, and how much of it the thread was ready and had no processor.
 struct Frames
 {
     std::vector<double> own{};
     std::vector<double> drawing{};
     std::vector<double> between{};
+    std::vector<double> waiting{};
 };
 
-// As members of a JSON object: "frames", "drawing" and "between".
+// As members of a JSON object: "frames", "drawing", "between" and "waiting".
 void print(const Frames &frames);
 
 // Flicks the list in a window up and down, as a finger that flicks again whenever it has slowed down, and
@@ -43,7 +44,8 @@ private:
     double m_drawBegin = 0; // these on the main thread's CPU clock, ms
     double m_drawEnd = 0;
     double m_lastEnd = 0;
-    double m_lastShown = 0; // on the monotonic clock, ms
+    double m_lastShown = 0;   // on the monotonic clock, ms
+    double m_lastWaiting = 0; // ms since the thread's start
     Frames m_frames;
 };
 
