@@ -9,15 +9,18 @@ FocusScope {
 
     required property WindowOutlet window
     readonly property QtObject question: window.alert ?? window.actionSheet
+    // The same for what lies behind, which has to know before the focus is handed on.
+    property bool asked: false
     readonly property ViewController presented: window.presentedViewController
 
-    function handFocusOn(): void {
+    function giveWay(): void {
+        asked = question !== null;
         LastInput.handFocusTo(window.alert ? alertPanel : window.actionSheet ? sheetPanel : screens);
     }
 
     focus: true
-    Component.onCompleted: handFocusOn()
-    onQuestionChanged: Qt.callLater(handFocusOn) // once what is behind is disabled
+    Component.onCompleted: giveWay()
+    onQuestionChanged: giveWay()
     // Within the screens: a question in front keeps the keyboard.
     onPresentedChanged: (presented ? presentedView : rootView).focus = true
 
@@ -28,7 +31,7 @@ FocusScope {
     FocusScope {
         id: screens
         anchors.fill: parent
-        enabled: root.question === null
+        enabled: !root.asked
         focus: true
 
         ScreenView {

@@ -10,6 +10,8 @@ FocusScope {
 
     required property RevealSideViewController screen
     readonly property real panelWidth: Math.min(width - 56, 320)
+    // As the screen says, and known to both sides before the focus is handed on.
+    property bool open: false
     readonly property real target: screen.isOpen ? panelWidth : 0
     // 0 closed, 1 open.
     readonly property real openness: panelWidth > 0 ? centre.x / panelWidth : 0
@@ -18,13 +20,6 @@ FocusScope {
     Keys.onEscapePressed: screen.close(true)
     Keys.onBackPressed: screen.close(true)
     onPanelWidthChanged: centre.x = target
-
-    function handFocusOn(): void {
-        if (screen.isOpen)
-            LastInput.handFocusInto(panel);
-        else
-            LastInput.handFocusTo(centreView);
-    }
 
     NumberAnimation {
         id: slide
@@ -39,7 +34,11 @@ FocusScope {
         function onIsOpenChanged() {
             slide.duration = root.screen.animated ? Theme.slide : 0;
             slide.restart();
-            Qt.callLater(root.handFocusOn); // once one side is enabled and the other isn't
+            root.open = root.screen.isOpen;
+            if (root.open)
+                LastInput.handFocusInto(panel);
+            else
+                LastInput.handFocusTo(centreView);
         }
     }
 
@@ -48,8 +47,8 @@ FocusScope {
         x: (root.openness - 1) * width / 4
         width: root.panelWidth
         height: parent.height
-        visible: centre.x > 0 || root.screen.isOpen
-        enabled: root.screen.isOpen
+        visible: centre.x > 0 || root.open
+        enabled: root.open
         controller: root.screen.leftController
     }
     Item {
@@ -61,7 +60,7 @@ FocusScope {
             id: centreView
             anchors.fill: parent
             controller: root.screen.centerController
-            enabled: !root.screen.isOpen
+            enabled: !root.open
             focus: true
         }
         Rectangle {
