@@ -41,8 +41,8 @@ TEST_F(EndToEndTest, PauseAndResumeFromHeaderAndCompactBar)
     ASSERT_TRUE(listener.touches("Pause"));
     EXPECT_EQ(listener.app().radio()->radioState(), RadioStateStopped);
     ASSERT_TRUE(listener.waitsToSee("Lecture"));
-    // The only button with this text is the bar's now.
-    listener.scrollsTo(400);
+    // The only button with this text is the bar's now: the list's end always scrolls the header away.
+    listener.scrollsToEnd();
     ASSERT_TRUE(listener.waitsNotToSee("Toute la musique qu'on aime, en direct"));
     ASSERT_TRUE(listener.touches("Lecture"));
     EXPECT_TRUE(listener.waitsFor([&] { return listener.plays(); }));
@@ -107,6 +107,22 @@ TEST_F(EndToEndTest, RowsCanBeChosenByKeyboard)
     }
     ASSERT_TRUE(listener.app().radio());
     EXPECT_EQ(listener.app().gl1, QString::fromUtf8("Orvel Électro"));
+}
+
+TEST_F(EndToEndTest, TheMenuIsUsedByKeyboard)
+{
+    ASSERT_TRUE(listener.waitsNotToSee("Please Wait..."));
+    listener.presses(Qt::Key_Tab); // the menu button, as the screen's first
+    listener.presses(Qt::Key_Return);
+    ASSERT_TRUE(listener.waitsFor([&] {
+        const QQuickItem *const focus = listener.window().activeFocusItem();
+        return focus && focus->property("placeholderText") == "Rechercher";
+    }));
+    ASSERT_TRUE(listener.waitsToSee("Favoris"));
+    listener.presses(Qt::Key_Down);
+    listener.presses(Qt::Key_Down);
+    listener.presses(Qt::Key_Return);
+    EXPECT_TRUE(listener.waitsToSee("Pas encore de favoris"));
 }
 
 TEST(EndToEndOverlayTest, WhatIsTouchedUnderTheOverlayIsNotChosenAfterwards)

@@ -2,6 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "app/MenuController.h"
+#include "platform/foundation/InputGate.h"
 #include "platform/ui/NavigationController.h"
 #include "screens/radio/RadioViewController.h"
 #include "support/TestLoop.h"
@@ -55,6 +56,18 @@ bool Listener::touches(const QString &text)
         QTest::qWait(50);
         return m_visitor->touch(text);
     });
+}
+
+void Listener::presses(Qt::Key key)
+{
+    waitsFor([] { return !InputGate::shared().isHeld(); });
+    m_visitor->press(key);
+}
+
+void Listener::types(const char *text)
+{
+    waitsFor([] { return !InputGate::shared().isHeld(); });
+    m_visitor->type(QString::fromLatin1(text));
 }
 
 bool Listener::acknowledges(const QString &message)

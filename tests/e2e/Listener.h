@@ -26,12 +26,14 @@ public:
     bool touches(const QString &text);
     // Sees an alert with this message and answers "OK".
     bool acknowledges(const QString &message);
-    void presses(Qt::Key key) { m_visitor->press(key); }
-    void types(const char *text) { m_visitor->type(QString::fromLatin1(text)); }
+    // Once the application takes input.
+    void presses(Qt::Key key);
+    void types(const char *text);
     // Opens the menu if it isn't and touches one of its first rows, or of its last.
     bool choosesInMenu(const QString &row);
     bool choosesAtMenusEnd(const QString &row);
     void scrollsTo(double offset);
+    void scrollsToEnd() { m_visitor->scroll(1); }
     bool waitsFor(const std::function<bool()> &condition);
     bool plays() const;
     // How loud the sound written so far is at its end: the root mean square of the last half second, 0 to 1.

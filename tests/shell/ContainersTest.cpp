@@ -23,9 +23,9 @@ struct ContainersTest : test::ShellFixture
         screens.setRootViewController(side);
         show();
     }
-    void pan(int from, int to)
+    void pan(int from, int to, int milliseconds = 100)
     {
-        drag({from, 400}, {to, 400});
+        drag({from, 400}, {to, 400}, milliseconds);
         QTest::qWait(400); // the slide
     }
     ScreenView *view(const ViewController &controller)
@@ -58,10 +58,10 @@ TEST_F(ContainersTest, ThePanelOpensAndClosesByPanTapAndEscape)
 {
     const ScreenView *centre = view(*side->centerController());
     const auto centreX = [&] { return centre->mapToScene({0, 0}).x(); };
-    pan(60, 110); // too short
+    pan(60, 130, 400); // too short, and too slow for a fling
     EXPECT_FALSE(side->isOpen());
     EXPECT_EQ(centreX(), 0);
-    pan(60, 260);
+    pan(60, 130);
     EXPECT_TRUE(side->isOpen());
     EXPECT_EQ(centreX(), 319);
     tap({350, 300});

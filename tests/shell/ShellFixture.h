@@ -29,11 +29,11 @@ struct ShellFixture : testing::Test
         QTest::keyClick(&window(), key, modifiers);
     }
     void tap(QPoint at) { QTest::mouseClick(&window(), Qt::LeftButton, {}, at); }
-    void drag(QPoint from, QPoint to)
+    void drag(QPoint from, QPoint to, int milliseconds = 100)
     {
         QTest::mousePress(&window(), Qt::LeftButton, {}, from);
         for (int step = 1; step <= 20; ++step)
-            QTest::mouseMove(&window(), from + (to - from) * step / 20, 5);
+            QTest::mouseMove(&window(), from + (to - from) * step / 20, milliseconds / 20);
         QTest::mouseRelease(&window(), Qt::LeftButton, {}, to);
     }
 };
