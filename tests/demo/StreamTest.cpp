@@ -52,29 +52,19 @@ TEST_F(StreamTest, ChangesTitlesWithTheSongs)
     EXPECT_EQ(client.body().indexOf("StreamTitle='Les Hirondelles - Partir demain';"), 16001);
 }
 
-TEST_F(StreamTest, EncodesOnceForAllListenersAndOnlyWhileThereAreAny)
+TEST_F(StreamTest, EncodesOnceForAllListeners)
 {
     EXPECT_EQ(station_->encodersStarted(), 0);
-    {
-        StreamClient first(url());
-        first.readBody(burst + 13000);
-        StreamClient second(url());
-        second.readBody(burst);
-        EXPECT_EQ(station_->encodersStarted(), 1);
-        // The second one's burst is what the first one has heard.
-        EXPECT_TRUE(first.body().contains(second.body().first(100000)));
-        StreamClient other(url("", "108"));
-        other.readBody(1000);
-        EXPECT_EQ(station_->encodersStarted(), 2);
-    }
-    QElapsedTimer timer;
-    timer.start();
-    while (station_->encodersStarted() < 3 && timer.elapsed() < 20000) {
-        // The station notices at its next send that the others left.
-        StreamClient later(url());
-        later.readBody(1000);
-    }
-    EXPECT_EQ(station_->encodersStarted(), 3);
+    StreamClient first(url());
+    first.readBody(burst + 13000);
+    StreamClient second(url());
+    second.readBody(burst);
+    EXPECT_EQ(station_->encodersStarted(), 1);
+    // The second one's burst is what the first one has heard.
+    EXPECT_TRUE(first.body().contains(second.body().first(100000)));
+    StreamClient other(url("", "108"));
+    other.readBody(1000);
+    EXPECT_EQ(station_->encodersStarted(), 2);
 }
 
 TEST_F(StreamTest, AnswersAsAskedToAndOffline)
