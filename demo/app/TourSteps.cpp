@@ -52,6 +52,8 @@ Act resize(int width, int height)
     };
 }
 
+const Act aPhone = resize(375, 667);
+
 bool waitForOverlay(Visitor &) { return ProgressHud::shared().isVisible(); }
 
 bool doNothing(Visitor &) { return true; }
@@ -64,6 +66,7 @@ void add(std::vector<TourStep> &steps, std::vector<TourStep> more)
 std::vector<TourStep> radios()
 {
     return {
+        {aPhone, {}, noTime, {}},
         {waitForOverlay, {}, 0.3, "overlay"},
         // Long enough for every radio in sight to have been asked for its title.
         {doNothing, "Orvel La Radio", 3, "radios"},
@@ -76,7 +79,7 @@ std::vector<TourStep> radios()
         {resize(375, 540), {}, aMoment, {}},
         {scroll(1), {}, aMoment, {}}, // the bar has come, and the list's end stands higher
         {scroll(1), {}, 2, "compact-bar"},
-        {resize(375, 667), {}, aMoment, {}},
+        {aPhone, {}, aMoment, {}},
         {scroll(0), {}, noTime, {}},
     };
 }
