@@ -1,5 +1,7 @@
 #include "app/GLOB.h"
 
+#include "platform/foundation/InputGate.h"
+#include "platform/ui/ProgressHud.h"
 #include "support/TestLoop.h"
 
 #include <QDate>
@@ -31,4 +33,16 @@ TEST(GLOBTest, TurnsNothingIntoAnEmptyText)
     EXPECT_EQ(GLOB::glob_isNULL({}).text(), "");
     EXPECT_EQ(GLOB::glob_isNULL("x").text(), "x");
     EXPECT_EQ(GLOB::glob_GetCout(JsonValue::array({1, 2})), "2");
+}
+
+// What is touched on the way to the overlay is not chosen either.
+TEST(GLOBTest, SwallowsInputFromTheCallToTheOverlaysEnd)
+{
+    GLOB::glob_ShowHud();
+    EXPECT_TRUE(InputGate::shared().isHeld());
+    test::letEventsRun();
+    EXPECT_TRUE(ProgressHud::shared().isVisible() && InputGate::shared().isHeld());
+    GLOB::glob_HideHud();
+    test::letEventsRun();
+    EXPECT_FALSE(ProgressHud::shared().isVisible() || InputGate::shared().isHeld());
 }

@@ -53,6 +53,8 @@ TEST_F(FrequenceControllerTest, ShowsWhatTheServerSendsInItsOrder)
     EXPECT_EQ(screen->lblTitle.text(), ""); // the title is not copied
     receive(R"({"content":[{}]})");
     EXPECT_EQ(rows(), 6); // appended
+    receive(qPrintable(QStringLiteral("{\"content\":[") + QStringLiteral("{},").repeated(20'000) + "0]}"));
+    EXPECT_EQ(rows(), 10'006);
 }
 
 TEST_F(FrequenceControllerTest, WithoutAListItStaysEmptyAndUsable)
