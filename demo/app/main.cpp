@@ -41,7 +41,7 @@ int main(int argc, char *argv[])
 
     DemoStation::Options options;
     if (parser.isSet(tour))
-        options.delay = std::chrono::milliseconds(600); // long enough to see the overlay
+        options.delay = std::chrono::milliseconds(900); // long enough to see the overlay
     else
         options.port = usualPort;
     std::unique_ptr<DemoStation> station = DemoStation::start(options);

@@ -67,7 +67,7 @@ TEST_F(AppDelegateTest, SaysOnEachStateChangeThatAStationIsOffline)
         app->radioStateChanged(radio);
         for (int i = 0; i < 2; ++i)
             EXPECT_EQ(alertTold(), "Station Currently Offline: The selected station is currently offline. "
-                                "Please check back later.");
+                                   "Please check back later.");
         EXPECT_EQ(alert(), nullptr);
     }
     radio.setError(RadioErrorNetworkError);
