@@ -64,18 +64,28 @@ void Tour::takeStep()
     if (!m_acted) {
         m_acted = step.act(m_visitor);
         m_since = now;
+        if (!m_acted)
+            answerAlert();
     } else if (!step.sees.isEmpty() && !m_visitor.sees(step.sees)) {
         m_since = now;
-        // A word in between: without a sound device the client says so.
-        if (const AlertView *const alert = m_delegate.window()->alert())
-            print(QStringLiteral("alert: %1").arg(alert->message()));
-        m_visitor.touch(QStringLiteral("OK"));
+        answerAlert();
     } else if (now - m_since >= step.rest) {
         if (!step.picture.isEmpty())
             takePicture(step.picture);
         ++m_next;
         m_acted = false;
     }
+}
+
+void Tour::answerAlert()
+{
+    const QString ok = QStringLiteral("OK");
+    const AlertView *const alert = m_delegate.window()->alert();
+    if (!alert || alert->buttons() != QStringList(ok))
+        return;
+    const QString message = alert->message();
+    if (m_visitor.touch(ok))
+        print(QStringLiteral("alert: %1").arg(message));
 }
 
 void Tour::takePicture(const QString &name)

@@ -23,6 +23,8 @@ private:
     void look();
     void printState();
     void takeStep();
+    // A word in between: without a sound device the client says so.
+    void answerAlert();
     void takePicture(const QString &name);
     void finish();
 

@@ -54,9 +54,10 @@ QQuickItem *Visitor::find(const QString &text) const
 bool Visitor::touch(const QString &text)
 {
     const QQuickItem *const item = find(text);
-    const QPointF place = item ? item->mapToScene(item->boundingRect().center()) : nowhere;
-    const bool stands = std::exchange(m_place, place) == place;
-    if (!item || !item->isEnabled() || !stands || InputGate::shared().isHeld())
+    if (!item || !item->isEnabled() || InputGate::shared().isHeld())
+        return false;
+    const QPointF place = item->mapToScene(item->boundingRect().center());
+    if (std::exchange(m_place, place) != place)
         return false;
     QTest::mouseClick(&m_window, Qt::LeftButton, {}, place.toPoint());
     m_place = nowhere;
