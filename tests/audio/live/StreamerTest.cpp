@@ -152,6 +152,7 @@ TEST_F(StreamerTest, ReportsEachFailureOfThePlatformByItsCode)
         letEventsRun();
         EXPECT_EQ(streamer->radioError(), error);
         EXPECT_EQ(listener->states.back(), RadioStateError);
+        EXPECT_TRUE(!media.queue || media.queue->isDisposed);
         EXPECT_TRUE(waitUntil([&] { return server->openConnections() == 0; }));
         streamer->shutdown();
     }
@@ -296,6 +297,7 @@ TEST_F(StreamerTest, TheOutputThreadMayCallBackWhileTheMainThreadStopsEverything
         output.join();
         letEventsRun();
         EXPECT_EQ(streamer->radioState(), RadioStateStopped);
+        EXPECT_TRUE(queue->isDisposed);
         streamer->shutdown();
     }
 }
