@@ -1,8 +1,8 @@
 #include "FuzzSupport.h"
-#include "platform/media/AudioDecoder.h"
-#include "platform/media/AudioFileStream.h"
-#include "platform/media/FfmpegHandles.h"
-#include "platform/media/SampleConverter.h"
+#include "platform/media/codec/AudioDecoder.h"
+#include "platform/media/codec/FfmpegHandles.h"
+#include "platform/media/codec/SampleConverter.h"
+#include "platform/media/parse/AudioFileStream.h"
 
 #include <algorithm>
 #include <cmath>

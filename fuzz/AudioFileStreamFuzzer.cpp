@@ -1,5 +1,5 @@
 #include "FuzzSupport.h"
-#include "platform/media/AudioFileStream.h"
+#include "platform/media/parse/AudioFileStream.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 #include "FuzzSupport.h"
+#include "audio/icy/StreamFileType.h"
 #include "audio/probe/ContentTypeReading.h"
 #include "audio/probe/MetadataReading.h"
-#include "audio/probe/StreamFileType.h"
 
 using namespace orvel;
 using fuzz::ChunkedInput;

@@ -5,7 +5,7 @@
 #include "audio/live/IcyStream.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/RunLoop.h"
-#include "platform/media/AudioFileStream.h"
+#include "platform/media/parse/AudioFileStream.h"
 #include "platform/net/UrlConnection.h"
 
 #include <QCoreApplication>

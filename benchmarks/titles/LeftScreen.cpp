@@ -2,7 +2,7 @@
 
 #include "app/AppDelegate.h"
 #include "platform/foundation/RunLoop.h"
-#include "platform/ui/RevealSideViewController.h"
+#include "platform/ui/containers/RevealSideViewController.h"
 
 #include <QCoreApplication>
 #include <QTimer>

@@ -6,8 +6,8 @@
 #include "app/AppDelegate.h"
 #include "benchmarks/titles/FlickedRounds.h"
 #include "benchmarks/titles/LeftScreen.h"
-#include "platform/ui/NavigationController.h"
-#include "platform/ui/RevealSideViewController.h"
+#include "platform/ui/containers/NavigationController.h"
+#include "platform/ui/containers/RevealSideViewController.h"
 #include "shell/Application.h"
 #include "shell/Shell.h"
 

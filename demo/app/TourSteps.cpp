@@ -1,7 +1,7 @@
 #include "demo/app/TourSteps.h"
 
 #include "demo/app/Visitor.h"
-#include "platform/ui/ProgressHud.h"
+#include "platform/ui/containers/ProgressHud.h"
 
 namespace orvel {
 

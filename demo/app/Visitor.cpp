@@ -1,6 +1,6 @@
 #include "demo/app/Visitor.h"
 
-#include "platform/foundation/InputGate.h"
+#include "platform/modal/InputGate.h"
 
 #include <QQuickItem>
 #include <QQuickWindow>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "api/json/JsonValue.h"
-#include "platform/net/HttpRequest.h"
+#include "platform/modal/HttpRequest.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/net/HttpRequest.h"
+#include "platform/modal/HttpRequest.h"
 
 namespace orvel {
 

@@ -3,9 +3,9 @@
 #include "platform/foundation/FormatText.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/NotificationCentre.h"
-#include "platform/media/AudioDeviceChoice.h"
-#include "platform/media/AudioSession.h"
-#include "platform/ui/NavigationController.h"
+#include "platform/media/device/AudioDeviceChoice.h"
+#include "platform/media/output/AudioSession.h"
+#include "platform/ui/containers/NavigationController.h"
 
 namespace orvel {
 

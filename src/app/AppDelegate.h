@@ -2,8 +2,8 @@
 
 #include "app/ScreenCatalogue.h"
 #include "audio/live/Streamer.h"
-#include "platform/ui/RevealSideViewController.h"
-#include "platform/ui/Window.h"
+#include "platform/ui/containers/RevealSideViewController.h"
+#include "platform/ui/containers/Window.h"
 
 namespace orvel {
 

@@ -4,8 +4,8 @@
 #include "app/GLOB.h"
 #include "app/StationMail.h"
 #include "platform/foundation/Log.h"
-#include "platform/ui/MessageComposeViewController.h"
-#include "platform/ui/Window.h"
+#include "platform/ui/composers/MessageComposeViewController.h"
+#include "platform/ui/containers/Window.h"
 
 namespace orvel {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ui/ActionSheet.h"
-#include "platform/ui/ViewController.h"
+#include "platform/ui/containers/ActionSheet.h"
+#include "platform/ui/containers/ViewController.h"
 
 #include <array>
 

@@ -3,11 +3,11 @@
 #include "api/Signature.h"
 #include "app/AppDelegate.h"
 #include "app/FavouriteStore.h"
-#include "platform/foundation/InputGate.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/MainQueue.h"
+#include "platform/modal/InputGate.h"
 #include "platform/system/SystemServices.h"
-#include "platform/ui/ProgressHud.h"
+#include "platform/ui/containers/ProgressHud.h"
 
 #include <QDateTime>
 #include <QLocale>

@@ -1,8 +1,8 @@
 #include "app/ItemMail.h"
 
-#include "app/PictureDownload.h"
 #include "app/StationMail.h"
 #include "platform/foundation/FormatText.h"
+#include "platform/pictures/PictureDownload.h"
 
 #include <QBuffer>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/ui/Label.h"
-#include "platform/ui/Outlet.h"
-#include "platform/ui/SearchBar.h"
-#include "platform/ui/TableView.h"
-#include "platform/ui/ViewController.h"
+#include "platform/ui/containers/ViewController.h"
+#include "platform/ui/outlets/Label.h"
+#include "platform/ui/outlets/Outlet.h"
+#include "platform/ui/outlets/SearchBar.h"
+#include "platform/ui/table/TableView.h"
 
 #include <QStringList>
 #include <array>

@@ -1,12 +1,12 @@
 #include "app/ShareData.h"
 
 #include "app/GLOB.h"
-#include "app/PictureDownload.h"
 #include "platform/foundation/FormatText.h"
 #include "platform/foundation/Log.h"
-#include "platform/ui/ComposeViewController.h"
-#include "platform/ui/PictureDecoder.h"
-#include "platform/ui/Window.h"
+#include "platform/pictures/PictureDecoder.h"
+#include "platform/pictures/PictureDownload.h"
+#include "platform/ui/composers/ComposeViewController.h"
+#include "platform/ui/containers/Window.h"
 
 namespace orvel {
 

@@ -2,8 +2,8 @@
 
 #include "app/GLOB.h"
 #include "platform/foundation/FormatText.h"
-#include "platform/ui/MailComposeViewController.h"
-#include "platform/ui/Window.h"
+#include "platform/ui/composers/MailComposeViewController.h"
+#include "platform/ui/containers/Window.h"
 
 namespace orvel {
 

@@ -1,9 +1,9 @@
 #include "shell/AllScreens.h"
 
-#include "api/account/MonoCompteController.h"
-#include "api/account/MonoCompteRegister.h"
-#include "api/account/NewsLetterController.h"
 #include "app/MenuController.h"
+#include "screens/account/MonoCompteController.h"
+#include "screens/account/MonoCompteRegister.h"
+#include "screens/account/NewsLetterController.h"
 #include "screens/radio/FrequenceController.h"
 #include "screens/radio/RadioFav.h"
 #include "screens/radio/RadioViewController.h"

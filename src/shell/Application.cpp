@@ -5,9 +5,9 @@
 #include "platform/foundation/OneHeap.h"
 #include "platform/foundation/RunLoop.h"
 #include "platform/foundation/SerialQueue.h"
-#include "platform/media/SoundOutput.h"
+#include "platform/media/output/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
-#include "platform/ui/ProgressHud.h"
+#include "platform/ui/containers/ProgressHud.h"
 #include "shell/AllScreens.h"
 #include "shell/Shell.h"
 

@@ -1,8 +1,8 @@
 #include "shell/Shell.h"
 
 #include "platform/foundation/BackgroundTask.h"
-#include "platform/foundation/InputGate.h"
 #include "platform/foundation/NotificationCentre.h"
+#include "platform/modal/InputGate.h"
 
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -12,11 +12,18 @@
 #include <QTouchEvent>
 
 // Made by the build, one a QML module. Calling them keeps the linker from dropping the registrations.
+void qml_register_types_Orvel_Account();
 void qml_register_types_Orvel_App();
+void qml_register_types_Orvel_Composers();
+void qml_register_types_Orvel_Containers();
 void qml_register_types_Orvel_Kit();
-void qml_register_types_Orvel_Layouts();
-void qml_register_types_Orvel_Shell();
-void qml_register_types_Orvel_Ui();
+void qml_register_types_Orvel_Layouts_Account();
+void qml_register_types_Orvel_Layouts_App();
+void qml_register_types_Orvel_Layouts_Radio();
+void qml_register_types_Orvel_Outlets();
+void qml_register_types_Orvel_Radio();
+void qml_register_types_Orvel_Screens();
+void qml_register_types_Orvel_Table();
 
 namespace orvel {
 
@@ -27,11 +34,18 @@ constexpr QSize smallest(320, 320); // a phone on its side
 
 void registerModules()
 {
-    qml_register_types_Orvel_Ui();
+    qml_register_types_Orvel_Outlets();
+    qml_register_types_Orvel_Table();
+    qml_register_types_Orvel_Containers();
+    qml_register_types_Orvel_Composers();
     qml_register_types_Orvel_App();
-    qml_register_types_Orvel_Shell();
+    qml_register_types_Orvel_Screens();
+    qml_register_types_Orvel_Account();
+    qml_register_types_Orvel_Radio();
     qml_register_types_Orvel_Kit();
-    qml_register_types_Orvel_Layouts();
+    qml_register_types_Orvel_Layouts_App();
+    qml_register_types_Orvel_Layouts_Account();
+    qml_register_types_Orvel_Layouts_Radio();
 }
 
 void useFont()
@@ -69,7 +83,7 @@ Shell::~Shell() = default;
 
 bool Shell::show()
 {
-    m_view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Orvel/Layouts/MainLayout.qml")));
+    m_view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Orvel/Layouts/App/MainLayout.qml")));
     if (m_view.status() != QQuickView::Ready)
         return false;
     m_view.show();

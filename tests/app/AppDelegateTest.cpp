@@ -1,7 +1,7 @@
 #include "app/AppFixture.h"
 
 #include "platform/foundation/NotificationCentre.h"
-#include "platform/media/AudioDeviceChoice.h"
+#include "platform/media/device/AudioDeviceChoice.h"
 
 using namespace orvel;
 using namespace orvel::test;

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "api/account/MonoCompteController.h"
 #include "app/AppDelegate.h"
 #include "app/MenuController.h"
 #include "audio/live/FakeMedia.h"
-#include "platform/ui/NavigationController.h"
-#include "platform/ui/ProgressHud.h"
-#include "platform/ui/RecordingServices.h"
+#include "platform/system/RecordingServices.h"
+#include "platform/ui/containers/NavigationController.h"
+#include "platform/ui/containers/ProgressHud.h"
+#include "screens/account/MonoCompteController.h"
 #include "screens/radio/RadioFav.h"
 #include "screens/radio/RadioViewController.h"
 #include "support/TestLoop.h"

@@ -1,8 +1,8 @@
 #include "api/StationConfiguration.h"
 #include "app/AppFixture.h"
 #include "app/ShareData.h"
-#include "platform/ui/MailComposeViewController.h"
-#include "platform/ui/MessageComposeViewController.h"
+#include "platform/ui/composers/MailComposeViewController.h"
+#include "platform/ui/composers/MessageComposeViewController.h"
 
 using namespace orvel;
 using namespace orvel::test;

@@ -1,7 +1,7 @@
 #include "app/GLOB.h"
 
-#include "platform/foundation/InputGate.h"
-#include "platform/ui/ProgressHud.h"
+#include "platform/modal/InputGate.h"
+#include "platform/ui/containers/ProgressHud.h"
 #include "support/TestLoop.h"
 
 #include <QDate>

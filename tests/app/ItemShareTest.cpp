@@ -1,8 +1,8 @@
 #include "app/ItemShare.h"
 #include "app/AppFixture.h"
 #include "app/GLOB.h"
-#include "platform/ui/ComposeViewController.h"
-#include "platform/ui/MailComposeViewController.h"
+#include "platform/ui/composers/ComposeViewController.h"
+#include "platform/ui/composers/MailComposeViewController.h"
 #include "support/ScriptedServer.h"
 
 #include <QBuffer>

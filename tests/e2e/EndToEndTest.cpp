@@ -1,7 +1,7 @@
 #include "e2e/Listener.h"
 
 #include "app/AppDelegate.h"
-#include "platform/foundation/InputGate.h"
+#include "platform/modal/InputGate.h"
 
 #include <QMouseEvent>
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/FavouriteStore.h"
 #include "platform/foundation/UserDefaults.h"
-#include "platform/ui/RecordingServices.h"
+#include "platform/system/RecordingServices.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "app/AppDelegate.h"
 #include "app/MenuController.h"
-#include "platform/foundation/InputGate.h"
-#include "platform/ui/NavigationController.h"
+#include "platform/modal/InputGate.h"
+#include "platform/ui/containers/NavigationController.h"
 #include "screens/radio/RadioViewController.h"
 #include "support/TestLoop.h"
 

@@ -2,7 +2,7 @@
 
 #include "api/StationConfiguration.h"
 #include "app/AppDelegate.h"
-#include "platform/ui/RecordingServices.h"
+#include "platform/system/RecordingServices.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "audio/live/Streamer.h"
 #include "platform/foundation/NotificationCentre.h"
-#include "platform/media/SoundOutput.h"
+#include "platform/media/output/SoundOutput.h"
 #include "platform/net/SystemReachability.h"
 #include "support/TestLoop.h"
 

@@ -1,6 +1,6 @@
-#include "platform/ui/NavigationController.h"
-#include "platform/ui/RevealSideViewController.h"
-#include "shell/ScreenView.h"
+#include "layouts/kit/ScreenView.h"
+#include "platform/ui/containers/NavigationController.h"
+#include "platform/ui/containers/RevealSideViewController.h"
 #include "shell/ShellFixture.h"
 
 using namespace orvel;

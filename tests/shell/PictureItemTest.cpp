@@ -1,4 +1,4 @@
-#include "shell/PictureItem.h"
+#include "layouts/kit/PictureItem.h"
 
 #include <QPainter>
 #include <QQuickView>

@@ -1,5 +1,5 @@
-#include "platform/ui/MessageComposeViewController.h"
-#include "platform/ui/RecordingServices.h"
+#include "platform/system/RecordingServices.h"
+#include "platform/ui/composers/MessageComposeViewController.h"
 #include "shell/ShellFixture.h"
 
 using namespace orvel;

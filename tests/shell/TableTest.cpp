@@ -1,5 +1,5 @@
-#include "platform/foundation/InputGate.h"
-#include "platform/ui/TableView.h"
+#include "platform/modal/InputGate.h"
+#include "platform/ui/table/TableView.h"
 #include "shell/ShellFixture.h"
 
 #include <QQmlComponent>

@@ -1,6 +1,6 @@
 #include "support/CapturedSound.h"
 
-#include "platform/media/SoundOutput.h"
+#include "platform/media/output/SoundOutput.h"
 
 #include <QFile>
 #include <cstring>

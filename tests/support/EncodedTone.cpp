@@ -1,6 +1,6 @@
 #include "support/EncodedTone.h"
 
-#include "platform/media/FfmpegHandles.h"
+#include "platform/media/codec/FfmpegHandles.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "tools/stream/PlayCommand.h"
 
 #include "platform/foundation/NotificationCentre.h"
-#include "platform/media/AudioDeviceChoice.h"
+#include "platform/media/device/AudioDeviceChoice.h"
 
 #include <QHostAddress>
 #include <QUrl>

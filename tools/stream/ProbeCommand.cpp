@@ -1,6 +1,6 @@
 #include "tools/stream/ProbeCommand.h"
 
-#include "audio/probe/StreamFileType.h"
+#include "audio/icy/StreamFileType.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 #include "platform/foundation/OneHeap.h"
 #include "platform/foundation/RunLoop.h"
 #include "platform/foundation/SerialQueue.h"
-#include "platform/media/SoundOutput.h"
+#include "platform/media/output/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
 #include "tools/stream/PlayCommand.h"
 #include "tools/stream/ProbeCommand.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/media/AudioTypes.h"
+#include "platform/media/codec/AudioTypes.h"
 
 #include <QByteArray>
 #include <cstddef>

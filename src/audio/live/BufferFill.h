@@ -1,7 +1,7 @@
 #pragma once
 
 #include "audio/live/AudioQueue.h"
-#include "platform/media/OutputQueue.h"
+#include "platform/media/output/OutputQueue.h"
 
 #include <vector>
 

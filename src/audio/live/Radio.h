@@ -5,8 +5,8 @@
 #include "platform/foundation/RunLoop.h"
 #include "platform/foundation/SerialQueue.h"
 #include "platform/foundation/Url.h"
-#include "platform/media/AudioFileStream.h"
-#include "platform/media/OutputQueue.h"
+#include "platform/media/output/OutputQueue.h"
+#include "platform/media/parse/AudioFileStream.h"
 #include "platform/net/Reachability.h"
 
 #include <array>

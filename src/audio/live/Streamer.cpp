@@ -3,7 +3,7 @@
 #include "platform/foundation/BackgroundTask.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/NotificationCentre.h"
-#include "platform/media/AudioSession.h"
+#include "platform/media/output/AudioSession.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "audio/live/IcyStream.h"
 #include "audio/live/Radio.h"
 #include "audio/playlist/PlaylistDownload.h"
-#include "platform/media/SoundOutput.h"
+#include "platform/media/output/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
 
 #include <optional>

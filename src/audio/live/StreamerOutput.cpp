@@ -2,7 +2,7 @@
 #include "audio/live/Streamer.h"
 #include "platform/foundation/ByteText.h"
 #include "platform/foundation/MainQueue.h"
-#include "platform/media/AudioSession.h"
+#include "platform/media/output/AudioSession.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "audio/probe/ContentTypeReading.h"
 
-#include "audio/probe/IcyAnswer.h"
+#include "audio/icy/IcyAnswer.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "audio/probe/MetadataReading.h"
 
-#include "audio/probe/IcyAnswer.h"
+#include "audio/icy/IcyAnswer.h"
 #include "platform/foundation/ByteText.h"
 
 #include <QStringList>

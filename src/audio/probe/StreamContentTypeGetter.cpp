@@ -1,7 +1,7 @@
 #include "audio/probe/StreamContentTypeGetter.h"
 
+#include "audio/icy/StreamFileType.h"
 #include "audio/probe/ContentTypeReading.h"
-#include "audio/probe/StreamFileType.h"
 
 namespace orvel {
 

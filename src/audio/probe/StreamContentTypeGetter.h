@@ -1,7 +1,7 @@
 #pragma once
 
 #include "audio/probe/StreamRequest.h"
-#include "platform/media/AudioTypes.h"
+#include "platform/media/codec/AudioTypes.h"
 
 #include <QString>
 

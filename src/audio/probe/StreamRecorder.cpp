@@ -1,6 +1,6 @@
 #include "audio/probe/StreamRecorder.h"
 
-#include "audio/probe/StreamFileType.h"
+#include "audio/icy/StreamFileType.h"
 #include "platform/foundation/MainQueue.h"
 
 #include <utility>

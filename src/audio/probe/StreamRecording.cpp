@@ -1,7 +1,7 @@
 #include "audio/probe/StreamRecording.h"
 
-#include "audio/probe/IcyAnswer.h"
-#include "audio/probe/StreamFileType.h"
+#include "audio/icy/IcyAnswer.h"
+#include "audio/icy/StreamFileType.h"
 
 #include <utility>
 

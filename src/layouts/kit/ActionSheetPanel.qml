@@ -1,8 +1,8 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
+import Orvel.Containers
 import Orvel.Kit
-import Orvel.Ui
 
 // The action sheet in front, over a shade that blocks everything beneath. Escape, Back and a tap beside the sheet cancel.
 FocusScope {

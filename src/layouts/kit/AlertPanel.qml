@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import Orvel.Containers
 import Orvel.Kit
-import Orvel.Ui
 
 // The alert in front, over a shade that blocks everything beneath. Escape and Back choose the first answer.
 FocusScope {

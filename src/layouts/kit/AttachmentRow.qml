@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // A picture that goes with a message: a small view of it, its name and what there is to say about it. Its name's outlet hides
 // it.

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // A check box of a screen beside its label: checked while the button's tag says so, drawn by its background image.
 PressButton {

@@ -1,6 +1,5 @@
 import QtQuick
 import Orvel.Kit
-import Orvel.Shell
 
 // A ring that fills as something arrives, and turns as long as nobody knows how much there is to come.
 Item {

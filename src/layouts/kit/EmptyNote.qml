@@ -1,6 +1,6 @@
 import QtQuick
+import Orvel.Containers
 import Orvel.Kit
-import Orvel.Ui
 
 // What a list says while it has no rows and isn't being loaded.
 Column {

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // A field of a form under its label. Text, focus and place go back to the outlet; the Enter key tells it.
 FocusScope {

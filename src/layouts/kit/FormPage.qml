@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // A screen to fill in: a bar with the way out, which Escape and Back take as well, and under it a column of fields that
 // scrolls when the window is too low for it. In a wide window the column is a card in the middle. What is placed inside stands

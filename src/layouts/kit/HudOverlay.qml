@@ -1,6 +1,6 @@
 import QtQuick
+import Orvel.Containers
 import Orvel.Kit
-import Orvel.Ui
 
 // The progress overlay: a turning ring with a status text over a mask that blocks touches.
 Item {

@@ -1,5 +1,6 @@
 import QtQuick
-import Orvel.Ui
+import Orvel.Kit
+import Orvel.Outlets
 
 // A button of a screen, drawn by its images for the normal and the highlighted state.
 IconButton {

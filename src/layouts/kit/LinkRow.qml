@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // A link that goes with a message.
 Rectangle {

@@ -1,6 +1,6 @@
 import QtQuick
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // A label's text on one line, cut off at its end.
 Text {

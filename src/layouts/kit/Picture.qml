@@ -1,7 +1,6 @@
 import QtQuick
 import Orvel.Kit
-import Orvel.Shell
-import Orvel.Ui
+import Orvel.Outlets
 
 // A picture at a URL: a placeholder until there is one, a ring while one is on its way.
 Item {

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // The button that a form leads to. With an outlet it is a button of its screen.
 PanelButton {

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // A search bar's field. What is typed goes back to the outlet; Enter searches.
 T.TextField {

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Table
 
 // Draws a table: its elements in view at their places, under the user's finger, wheel or keys. It writes the frame and the
 // content offset back and follows the offset when the screen sets it.

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // A field of several lines under its label, which takes what height is left on its page. What is typed goes back to the
 // outlet. Tab leaves it.

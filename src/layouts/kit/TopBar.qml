@@ -1,6 +1,6 @@
 import QtQuick
 import Orvel.Kit
-import Orvel.Ui
+import Orvel.Outlets
 
 // A screen's top bar: its button at the left, and in the middle its title. Without one, or while that is empty, `untitled`
 // stands there, or else the station's name. What is placed inside stands at the right.

@@ -2,10 +2,10 @@
 
 #include "api/PostData.h"
 #include "app/ContactSheet.h"
-#include "platform/ui/Label.h"
-#include "platform/ui/Outlet.h"
-#include "platform/ui/TableView.h"
-#include "platform/ui/ViewController.h"
+#include "platform/ui/containers/ViewController.h"
+#include "platform/ui/outlets/Label.h"
+#include "platform/ui/outlets/Outlet.h"
+#include "platform/ui/table/TableView.h"
 
 #include <vector>
 

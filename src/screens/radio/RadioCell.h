@@ -1,11 +1,11 @@
 #pragma once
 
 #include "api/json/JsonValue.h"
-#include "platform/ui/Button.h"
-#include "platform/ui/ImageView.h"
-#include "platform/ui/Label.h"
-#include "platform/ui/Outlet.h"
-#include "platform/ui/TableViewCell.h"
+#include "platform/ui/outlets/Button.h"
+#include "platform/ui/outlets/ImageView.h"
+#include "platform/ui/outlets/Label.h"
+#include "platform/ui/outlets/Outlet.h"
+#include "platform/ui/table/TableViewCell.h"
 
 namespace orvel {
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "api/json/JsonValue.h"
-#include "platform/ui/AlertView.h"
-#include "platform/ui/Button.h"
+#include "platform/ui/containers/AlertView.h"
+#include "platform/ui/outlets/Button.h"
 
 namespace orvel {
 

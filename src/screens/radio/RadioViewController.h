@@ -3,13 +3,13 @@
 #include "api/PostData.h"
 #include "app/ShareData.h"
 #include "audio/probe/MetadataReading.h"
-#include "platform/ui/AlertView.h"
-#include "platform/ui/Button.h"
-#include "platform/ui/ImageView.h"
-#include "platform/ui/Label.h"
-#include "platform/ui/Outlet.h"
-#include "platform/ui/TableView.h"
-#include "platform/ui/ViewController.h"
+#include "platform/ui/containers/AlertView.h"
+#include "platform/ui/containers/ViewController.h"
+#include "platform/ui/outlets/Button.h"
+#include "platform/ui/outlets/ImageView.h"
+#include "platform/ui/outlets/Label.h"
+#include "platform/ui/outlets/Outlet.h"
+#include "platform/ui/table/TableView.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/ui/Label.h"
-#include "platform/ui/Outlet.h"
-#include "platform/ui/TableViewCell.h"
+#include "platform/ui/outlets/Label.h"
+#include "platform/ui/outlets/Outlet.h"
+#include "platform/ui/table/TableViewCell.h"
 
 namespace orvel {
 

@@ -1,7 +1,7 @@
 #include "audio/probe/MetadataReading.h"
 
+#include "audio/icy/StreamFileType.h"
 #include "audio/probe/ContentTypeReading.h"
-#include "audio/probe/StreamFileType.h"
 
 #include <gtest/gtest.h>
 

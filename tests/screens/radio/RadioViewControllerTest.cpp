@@ -2,7 +2,7 @@
 #include "app/AppFixture.h"
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/foundation/UserDefaults.h"
-#include "platform/ui/ComposeViewController.h"
+#include "platform/ui/composers/ComposeViewController.h"
 #include "screens/radio/cellCustomRadio.h"
 
 using namespace orvel;

@@ -1,8 +1,0 @@
-import Orvel.App
-
-// One favourite radio.
-RadioRow {
-    required property CellCustomRadio2 cell
-
-    radio: cell
-}

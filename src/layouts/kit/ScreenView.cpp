@@ -1,0 +1,92 @@
+#include "layouts/kit/ScreenView.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+#include <QQmlComponent>
+#include <QQmlContext>
+#include <tuple>
+
+namespace orvel {
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcKit, "orvel.kit")
+
+// The layout of that name in one of the folders of layouts.
+QUrl layoutNamed(const QString &name)
+{
+    for (const QLatin1String room :
+         {QLatin1String("App"), QLatin1String("Account"), QLatin1String("Radio")}) {
+        const QString path = QStringLiteral("/qt/qml/Orvel/Layouts/%1/%2Layout.qml").arg(room, name);
+        if (QFile::exists(QLatin1Char(':') + path))
+            return QUrl(QStringLiteral("qrc:") + path);
+    }
+    return {};
+}
+
+} // namespace
+
+ScreenView::ScreenView(QQuickItem *parent) : QQuickItem(parent) { setFlag(ItemIsFocusScope); }
+
+// The layout goes before the controller that it draws.
+ScreenView::~ScreenView() { delete m_layout; }
+
+void ScreenView::setController(ViewController *controller)
+{
+    if (controller == m_controller.get())
+        return;
+    if (m_layout) {
+        // The layout's last hold on its screen: a child, so that it goes when nothing of the layout draws any
+        // more.
+        auto *keeper = new QObject(m_layout);
+        connect(keeper, &QObject::destroyed, [kept = m_controller] {});
+        m_layout->setVisible(false);
+        m_layout->setEnabled(false);
+        m_layout->deleteLater();
+        m_layout = nullptr;
+    }
+    m_controller = controller ? controller->shared_from_this() : nullptr;
+    if (isComponentComplete())
+        makeLayout();
+    Q_EMIT controllerChanged();
+}
+
+void ScreenView::componentComplete()
+{
+    QQuickItem::componentComplete();
+    makeLayout();
+}
+
+void ScreenView::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
+{
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (m_layout)
+        m_layout->setSize(newGeometry.size());
+}
+
+void ScreenView::makeLayout()
+{
+    if (!m_controller)
+        return;
+    QQmlComponent component(qmlEngine(this), layoutNamed(m_controller->layoutName()));
+    std::unique_ptr<QObject> made(component.isReady() ? component.beginCreate(qmlContext(this)) : nullptr);
+    auto *layout = qobject_cast<QQuickItem *>(made.get());
+    if (!layout) {
+        qCCritical(lcKit).noquote() << component.errorString();
+        return;
+    }
+    component.setInitialProperties(layout,
+                                   {{QStringLiteral("screen"), QVariant::fromValue(m_controller.get())}});
+    layout->setParentItem(this);
+    layout->setSize(size());
+    layout->setFocus(true);
+    component.completeCreate();
+    if (component.isError())
+        qCCritical(lcKit).noquote() << component.errorString();
+    std::ignore = made.release(); // the layout is the item's from here on
+    QQmlEngine::setObjectOwnership(layout, QQmlEngine::CppOwnership);
+    layout->setParent(this);
+    m_layout = layout;
+}
+
+} // namespace orvel

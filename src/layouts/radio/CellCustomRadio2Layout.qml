@@ -1,0 +1,8 @@
+import Orvel.Radio
+
+// One favourite radio.
+RadioRow {
+    required property CellCustomRadio2 cell
+
+    radio: cell
+}

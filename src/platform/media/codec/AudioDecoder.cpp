@@ -1,0 +1,109 @@
+#include "platform/media/codec/AudioDecoder.h"
+
+#include "platform/media/codec/FfmpegHandles.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace orvel {
+
+namespace {
+
+AVCodecID codecFor(const AudioStreamBasicDescription &format)
+{
+    switch (format.format) {
+    case AudioFormat::mpegLayer3:
+        return AV_CODEC_ID_MP3;
+    case AudioFormat::mpeg4Aac:
+    case AudioFormat::mpeg4AacHe:
+    case AudioFormat::mpeg4AacHeV2:
+        return AV_CODEC_ID_AAC;
+    case AudioFormat::linearPcm:
+        return format.bitsPerChannel == 16 ? AV_NE(AV_CODEC_ID_PCM_S16BE, AV_CODEC_ID_PCM_S16LE)
+                                           : AV_CODEC_ID_NONE;
+    case AudioFormat::none:
+        break;
+    }
+    return AV_CODEC_ID_NONE;
+}
+
+bool makesSense(const AudioStreamBasicDescription &format)
+{
+    return std::isfinite(format.sampleRate) && format.sampleRate >= 1000 && format.sampleRate <= 384000 &&
+           format.channelsPerFrame >= 1 && format.channelsPerFrame <= 8;
+}
+
+} // namespace
+
+struct AudioDecoder::Handles
+{
+    CodecContext codec;
+    Packet packet{av_packet_alloc()};
+    Frame frame{av_frame_alloc()};
+};
+
+AudioDecoder::AudioDecoder(std::unique_ptr<Handles> handles) : m_handles(std::move(handles)) {}
+AudioDecoder::~AudioDecoder() = default;
+
+std::unique_ptr<AudioDecoder> AudioDecoder::make(const AudioStreamBasicDescription &format,
+                                                 const QByteArray &cookie)
+{
+    static const bool quiet = [] {
+        av_log_set_level(AV_LOG_QUIET); // broken packets are everyday life on a live stream
+        return true;
+    }();
+    Q_UNUSED(quiet);
+
+    const AVCodec *codec = makesSense(format) ? avcodec_find_decoder(codecFor(format)) : nullptr;
+    if (!codec)
+        return nullptr;
+    auto handles = std::make_unique<Handles>();
+    handles->codec.reset(avcodec_alloc_context3(codec));
+    AVCodecContext *context = handles->codec.get();
+    if (!context || !handles->packet || !handles->frame)
+        return nullptr;
+    context->sample_rate = int(format.sampleRate);
+    av_channel_layout_default(&context->ch_layout, int(format.channelsPerFrame));
+    context->pkt_timebase = {1, context->sample_rate};
+    if (!cookie.isEmpty()) {
+        const auto size = std::size_t(cookie.size());
+        context->extradata = static_cast<uint8_t *>(av_mallocz(size + AV_INPUT_BUFFER_PADDING_SIZE));
+        if (!context->extradata)
+            return nullptr;
+        context->extradata_size = int(size);
+        std::memcpy(context->extradata, cookie.constData(), size);
+    }
+    if (avcodec_open2(context, codec, nullptr) < 0)
+        return nullptr;
+    return std::unique_ptr<AudioDecoder>(new AudioDecoder(std::move(handles)));
+}
+
+void AudioDecoder::decode(QByteArrayView bytes)
+{
+    AVPacket *packet = m_handles->packet.get();
+    // The packet owns nothing, so libavcodec copies it into a padded one.
+    packet->data = const_cast<uint8_t *>(reinterpret_cast<const uint8_t *>(bytes.data()));
+    packet->size = int(bytes.size());
+    if (packet->size > 0)
+        avcodec_send_packet(m_handles->codec.get(), packet);
+    packet->data = nullptr;
+    packet->size = 0;
+}
+
+void AudioDecoder::reset() { avcodec_flush_buffers(m_handles->codec.get()); }
+
+const AVFrame *AudioDecoder::nextFrame()
+{
+    while (true) {
+        const int result = avcodec_receive_frame(m_handles->codec.get(), m_handles->frame.get());
+        const AVFrame *frame = m_handles->frame.get();
+        if (result == AVERROR_INVALIDDATA)
+            continue; // the packet's own failure; what comes next is whatever it left
+        if (result < 0)
+            return nullptr;
+        if (frame->nb_samples > 0 && frame->sample_rate > 0 && frame->ch_layout.nb_channels > 0)
+            return frame;
+    }
+}
+
+} // namespace orvel

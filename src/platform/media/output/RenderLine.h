@@ -1,0 +1,84 @@
+#pragma once
+
+#include "platform/media/codec/AudioDecoder.h"
+#include "platform/media/codec/SampleConverter.h"
+#include "platform/media/device/AudioDevice.h"
+#include "platform/media/output/OutputQueue.h"
+
+#include <chrono>
+#include <deque>
+#include <optional>
+#include <vector>
+
+namespace orvel {
+
+// One thing to do for a line: to play a buffer's packets, or (without a buffer) what the converter holds
+// back.
+struct RenderItem
+{
+    OutputBuffer *buffer = nullptr;
+    std::vector<AudioStreamPacketDescription> packets;
+};
+
+// The way from a queue's buffers to its device: decodes, converts, writes, and knows which buffers have been
+// played. The device is opened with the first decoded frame, whose rate and channels are the true ones. One
+// thread only.
+class RenderLine
+{
+public:
+    RenderLine(const AudioStreamBasicDescription &format, std::unique_ptr<AudioDecoder> decoder,
+               const std::atomic<float> &volume, std::function<void()> wantsData);
+
+    void setMagicCookie(const QByteArray &cookie);
+
+    // Decodes ahead as far as the device takes it. True when everything given is used up and more could be
+    // taken.
+    bool fill();
+    // Only after fill() has asked for it.
+    void give(RenderItem item) { m_item = std::move(item); }
+    void setPlaying(bool playing);
+
+    // The next buffer whose sound has all been consumed; null when there is none.
+    OutputBuffer *takePlayed();
+    // Whether all that was given has been played.
+    bool isDry() const;
+    // When it is worth looking again; nothing when only new data makes a difference.
+    std::optional<std::chrono::milliseconds> nextLook() const;
+    // Seconds since the line was made.
+    double playedSeconds() const;
+    // Seconds that the device goes on to play if nothing more is given.
+    double secondsAhead() const;
+
+    // Ends the sound at once, closes the device and forgets what was given; its buffers, in their order.
+    std::vector<OutputBuffer *> reset();
+
+private:
+    struct Mark
+    {
+        OutputBuffer *buffer;
+        qint64 end; // of its sound, as the device counts
+    };
+
+    bool writeOut();
+    bool decodeNext();
+    void convert(const AVFrame &frame);
+    void finishItem();
+    qint64 level() const { return m_device->written() - m_device->consumed(); }
+
+    const AudioStreamBasicDescription m_format;
+    const std::atomic<float> &m_volume;
+    const std::function<void()> m_wantsData;
+    std::unique_ptr<AudioDecoder> m_decoder;
+    std::unique_ptr<AudioDevice> m_device;
+    std::optional<SampleConverter> m_converter;
+    bool m_isPlaying = false;
+    double m_earlierSeconds = 0; // played on devices closed since
+
+    std::optional<RenderItem> m_item;
+    std::size_t m_nextPacket = 0;
+    std::vector<float> m_samples; // decoded, not yet written
+    std::size_t m_samplesWritten = 0;
+    std::deque<Mark> m_marks;
+};
+
+} // namespace orvel

@@ -1,0 +1,130 @@
+#include "platform/media/parse/AudioFileStream.h"
+
+#include "platform/media/parse/FrameScanner.h"
+#include "platform/media/parse/HeAacProbe.h"
+
+#include <algorithm>
+
+namespace orvel {
+
+namespace {
+
+class FramedAudioFileStream final : public AudioFileStream
+{
+public:
+    explicit FramedAudioFileStream(AudioFileStreamClient &client) : m_client(client) {}
+
+    bool parseBytes(QByteArrayView bytes) override
+    {
+        static constexpr qsizetype slice = 64 * 1024; // bounds what is copied behind an unfinished frame
+        while (!bytes.isEmpty()) {
+            const QByteArrayView part = bytes.first(std::min(slice, bytes.size()));
+            bytes = bytes.sliced(part.size());
+            parsePart(part);
+        }
+        return true;
+    }
+
+    std::optional<AudioStreamBasicDescription> dataFormat() const override
+    {
+        const auto &header = m_scanner.firstHeader();
+        if (!header)
+            return std::nullopt;
+        return AudioStreamBasicDescription{.sampleRate = double(header->sampleRate),
+                                           .format = header->format,
+                                           .framesPerPacket = header->framesPerPacket,
+                                           .channelsPerFrame = std::max(header->channels, 1u)};
+    }
+
+    std::vector<AudioStreamBasicDescription> formatList() const override
+    {
+        if (!m_highQualityFormat)
+            return {};
+        return {*m_highQualityFormat, *dataFormat()};
+    }
+
+    std::optional<quint32> packetSizeUpperBound() const override { return std::nullopt; }
+    QByteArray magicCookie() const override { return {}; }
+
+private:
+    void parsePart(QByteArrayView part)
+    {
+        QByteArrayView bytes = part;
+        if (!m_unfinished.empty()) {
+            m_unfinished.insert(m_unfinished.end(), part.begin(), part.end());
+            bytes = QByteArrayView(m_unfinished.data(), qsizetype(m_unfinished.size()));
+        }
+        m_frames.clear();
+        const qsizetype done = m_scanner.scan(bytes, m_frames);
+        if (!m_frames.empty() && (m_isReady || getReady(bytes)))
+            m_client.handlePacket(*this, quint32(m_frames.size()), bytes, m_frames);
+        if (m_unfinished.empty())
+            m_unfinished.assign(bytes.begin() + done, bytes.end());
+        else
+            m_unfinished.erase(m_unfinished.begin(), m_unfinished.begin() + done);
+    }
+
+    // False while the frames found so far are held back because the format is not known yet.
+    bool getReady(QByteArrayView bytes)
+    {
+        const AudioFrameHeader &header = *m_scanner.firstHeader();
+        if (HeAacProbe::isNeededFor(header) && !probe(header, bytes))
+            return false;
+        m_isReady = true;
+        if (m_highQualityFormat)
+            m_client.handlePropertyChange(*this, AudioFileStreamProperty::FormatList);
+        m_client.handlePropertyChange(*this, AudioFileStreamProperty::ReadyToProducePackets);
+        if (!m_heldFrames.empty())
+            m_client.handlePacket(*this, quint32(m_heldFrames.size()), m_heldBytes, m_heldFrames);
+        m_heldFrames = {};
+        m_heldBytes = {};
+        return true;
+    }
+
+    bool probe(const AudioFrameHeader &header, QByteArrayView bytes)
+    {
+        if (!m_probe)
+            m_probe = std::make_unique<HeAacProbe>(header);
+        for (const AudioStreamPacketDescription &frame : m_frames) {
+            if (m_probe->feed(bytes.sliced(frame.startOffset, frame.dataByteSize))) {
+                m_highQualityFormat = m_probe->highQualityFormat();
+                m_probe.reset();
+                return true;
+            }
+        }
+        for (AudioStreamPacketDescription frame : m_frames) {
+            const QByteArrayView packet = bytes.sliced(frame.startOffset, frame.dataByteSize);
+            frame.startOffset = m_heldBytes.size();
+            m_heldFrames.push_back(frame);
+            m_heldBytes.append(packet);
+        }
+        return false;
+    }
+
+    AudioFileStreamClient &m_client;
+    FrameScanner m_scanner;
+    std::vector<char> m_unfinished; // what the scanner wants to see again: less than a frame and a header
+    std::vector<AudioStreamPacketDescription> m_frames;
+    bool m_isReady = false;
+    std::unique_ptr<HeAacProbe> m_probe;
+    std::optional<AudioStreamBasicDescription> m_highQualityFormat;
+    // Frames found before the probe has answered.
+    QByteArray m_heldBytes;
+    std::vector<AudioStreamPacketDescription> m_heldFrames;
+};
+
+} // namespace
+
+std::unique_ptr<AudioFileStream> openAudioFileStream(AudioFileStreamClient &client, AudioFileType hint)
+{
+    switch (hint) {
+    case AudioFileType::none:
+    case AudioFileType::kAudioFileMP3Type:
+    case AudioFileType::kAudioFileAAC_ADTSType:
+        return std::make_unique<FramedAudioFileStream>(client);
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace orvel

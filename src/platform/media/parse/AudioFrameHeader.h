@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/media/codec/AudioTypes.h"
+
+#include <QByteArrayView>
+#include <optional>
+
+namespace orvel {
+
+// What the header in front of a compressed frame says.
+struct AudioFrameHeader
+{
+    quint32 key = 0;  // the bits that all frames of one stream share
+    quint32 size = 0; // bytes, with the header
+    quint32 sampleRate = 0;
+    quint32 channels = 0; // 0 in ADTS when only the frame itself says it
+    quint32 framesPerPacket = 0;
+    AudioFormat format = AudioFormat::none;
+};
+
+// Bytes that readAudioFrameHeader needs.
+inline constexpr qsizetype audioFrameHeaderBytes = 7;
+
+// Reads the MPEG 1, 2 or 2.5 layer III header or the ADTS header at the front of `bytes`. Nothing when there
+// is none, when it can't be true, or when it leaves the frame's size open (free format).
+std::optional<AudioFrameHeader> readAudioFrameHeader(QByteArrayView bytes);
+
+} // namespace orvel

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/system/SystemServices.h"
+#include "platform/ui/containers/ViewController.h"
+#include "platform/ui/outlets/Button.h"
+#include "platform/ui/outlets/ImageView.h"
+#include "platform/ui/outlets/Label.h"
+#include "platform/ui/outlets/Outlet.h"
+#include "platform/ui/outlets/TextField.h"
+#include "platform/ui/outlets/TextView.h"
+
+namespace orvel {
+
+class MailComposeViewController;
+
+enum class MailComposeResult { Cancelled = 0, Saved = 1, Sent = 2, Failed = 3 };
+
+class MailComposeViewControllerDelegate
+{
+public:
+    virtual ~MailComposeViewControllerDelegate() = default;
+    // `error` describes a failure. The composer stays on the screen until somebody dismisses it.
+    virtual void didFinishWithResult(MailComposeViewController &controller, MailComposeResult result,
+                                     const QString &error) = 0;
+};
+
+// Lets the user finish a mail and hands it to the system's mail program, or keeps it as a file among the
+// user's documents. Present it; it tells its delegate how it ended, once. Only when the delegate is gone does
+// it dismiss itself. Main thread.
+class MailComposeViewController : public orvel::ViewController
+{
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Screens are made in C++")
+public:
+    MailComposeViewController();
+    static bool canSendMail();
+
+    void setMailComposeDelegate(std::weak_ptr<MailComposeViewControllerDelegate> delegate);
+    void setSubject(const QString &subject);
+    // The user edits it as plain text; untouched, it goes as it is given here.
+    void setMessageBody(const QString &html);
+    void setToRecipients(const QStringList &recipients);
+    // One attachment; a later one takes its place, and empty data is none.
+    void addAttachmentData(const QByteArray &attachment, const QString &mimeType, const QString &fileName);
+
+    // What would be sent now.
+    MailDraft draft() const;
+
+    OUTLET(TextField, recipientsField);
+    OUTLET(TextField, subjectField);
+    OUTLET(TextView, bodyView);
+    OUTLET(ImageView, attachmentImage);
+    // Hidden without an attachment.
+    OUTLET(Label, attachmentName);
+    // Its size, or that the mail program will not take it.
+    OUTLET(Label, attachmentNote);
+    OUTLET(Button, cancelButton);
+    OUTLET(Button, saveButton);
+    // Enabled while there is somebody to send to.
+    OUTLET(Button, sendButton);
+
+private:
+    void send();
+    void save();
+    void finish(MailComposeResult result, const QString &error = {});
+
+    std::weak_ptr<MailComposeViewControllerDelegate> m_delegate;
+    MailDraft m_draft; // as given; what the fields hold goes before it
+    QString m_bodyAsText;
+    bool m_finished = false;
+};
+
+} // namespace orvel

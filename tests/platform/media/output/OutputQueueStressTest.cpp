@@ -1,0 +1,94 @@
+#include "platform/media/output/ToneFeeder.h"
+
+#include <atomic>
+#include <chrono>
+#include <gtest/gtest.h>
+#include <random>
+#include <thread>
+
+using namespace orvel;
+using namespace orvel::test;
+
+namespace {
+
+// A place for a queue's last reference, which two threads race to let go.
+struct LastReference
+{
+    std::mutex mutex;
+    bool isGone = false;
+    std::shared_ptr<OutputQueue> queue;
+
+    void hold(std::shared_ptr<OutputQueue> last)
+    {
+        const std::lock_guard lock(mutex);
+        if (!isGone)
+            queue.swap(last);
+    }
+    void letGo()
+    {
+        std::shared_ptr<OutputQueue> last;
+        const std::lock_guard lock(mutex);
+        isGone = true;
+        queue.swap(last);
+    }
+};
+
+// What a queue's own callback does to it once.
+using Deed = void (*)(OutputQueue &, LastReference &);
+constexpr Deed deeds[] = {
+    [](OutputQueue &queue, LastReference &) { queue.flush(); },
+    [](OutputQueue &queue, LastReference &) { queue.dispose(); },
+    [](OutputQueue &queue, LastReference &) { queue.stop(true), queue.start(); },
+    [](OutputQueue &queue, LastReference &) { queue.pause(), queue.start(); },
+    [](OutputQueue &, LastReference &last) { last.letGo(); },
+};
+
+// One queue after another until `end`, each started, disturbed and ended in one of many ways.
+void churn(const EncodedTone &tone, quint32 seed, std::chrono::steady_clock::time_point end,
+           std::atomic<int> &cycles)
+{
+    std::minstd_rand random(seed);
+    for (; std::chrono::steady_clock::now() < end; ++cycles) {
+        const auto deed = std::make_shared<std::atomic<Deed>>(deeds[random() % std::size(deeds)]);
+        const auto last = std::make_shared<LastReference>();
+        auto queue =
+            newOutputQueue(tone.format, [&tone, deed, last](OutputQueue &caller, OutputBuffer &buffer) {
+                deed->exchange(deeds[0])(caller, *last);
+                caller.enqueueBuffer(buffer, tone.packets);
+            });
+        ASSERT_TRUE(queue);
+        for (int i = 0; i < 3; ++i)
+            queue->enqueueBuffer(*filledBuffer(*queue, tone), tone.packets);
+        queue->start();
+        if (random() % 4 == 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(random() % 20));
+        queue->setVolume(float(random() % 3));
+        if (random() % 2 == 0)
+            queue->stop(random() % 2 == 0);
+        if (random() % 2 == 0)
+            queue->start();
+        last->hold(std::move(queue));
+        last->letGo();
+    }
+}
+
+} // namespace
+
+TEST(OutputQueueStressTest, SurvivesBeingStartedStoppedAndDroppedByAnyThread)
+{
+    const EncodedTone tone = encodeTone({.seconds = 0.1});
+    for (const char *device : {"null", ""}) { // without and with SDL's own thread
+        qputenv("ORVEL_AUDIO_DEVICE", device);
+        qputenv("SDL_DISKAUDIODELAY", "0");
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+        std::atomic<int> cycles = 0;
+        std::thread other([&] { churn(tone, 1, end, cycles); });
+        churn(tone, 2, end, cycles);
+        other.join();
+        joinOutputQueues();
+        RecordProperty(*device ? "null" : "sdl", cycles.load());
+        EXPECT_GT(cycles, 10);
+    }
+    qunsetenv("ORVEL_AUDIO_DEVICE");
+    qunsetenv("SDL_DISKAUDIODELAY");
+}

@@ -1,0 +1,227 @@
+#include "platform/media/output/SoundOutput.h"
+
+#include "platform/media/device/AudioDeviceChoice.h"
+
+#include "platform/foundation/NotificationCentre.h"
+#include "platform/media/output/ToneFeeder.h"
+#include "support/CapturedSound.h"
+#include "support/EncodedTone.h"
+#include "support/SoundComparison.h"
+#include "support/TestLoop.h"
+
+#include <chrono>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace orvel;
+using namespace orvel::test;
+
+namespace {
+
+const AudioStreamBasicDescription pcm{.sampleRate = 32000,
+                                      .format = AudioFormat::linearPcm,
+                                      .bytesPerPacket = 4,
+                                      .framesPerPacket = 1,
+                                      .channelsPerFrame = 2,
+                                      .bitsPerChannel = 16};
+
+// The samples as 16-bit PCM.
+EncodedTone asPcm(const std::vector<float> &samples)
+{
+    EncodedTone tone{.format = pcm};
+    for (const float sample : samples) {
+        const qint16 value = qint16(sample * 32768.F);
+        if (tone.bytes.size() % 4 == 0)
+            tone.packets.push_back({.startOffset = tone.bytes.size(), .dataByteSize = 4});
+        tone.bytes.append(reinterpret_cast<const char *>(&value), 2);
+    }
+    return tone;
+}
+
+const ToneRequest radio{.bitrate = 128000, .seconds = 20};
+
+} // namespace
+
+// The other formats are played by the whole player elsewhere.
+TEST(OutputQueueTest, PlaysWhatTheDecoderGivesWithoutGapOrLoss)
+{
+    const EncodedTone slow = encodeTone({AudioFormat::mpegLayer3, 8000, 1, 16000, 3});
+    std::vector<float> samples;
+    for (int i = 0; i < 40000; ++i)
+        samples.insert(samples.end(), {float(i % 20000 - 10000) / 32768.F, float(1 + i % 1000) / 32768.F});
+    const std::tuple<const char *, EncodedTone, std::vector<float>> cases[] = {
+        {"MPEG 2.5 MP3, mono", slow, decoded(slow)},
+        {"PCM", asPcm(samples), samples},
+    };
+    for (const auto &[name, tone, expected] : cases) {
+        SCOPED_TRACE(name);
+        const CapturedSound sound;
+        ToneFeeder feeder(tone);
+        feeder.play();
+        ASSERT_TRUE(feeder.waitForTheEnd());
+        EXPECT_EQ(feeder.packetsLeft(), 0u);
+        expectSameSound(sound.samples(), expected);
+    }
+}
+
+TEST(OutputQueueTest, PauseKeepsWhatIsQueuedAndVolumeScalesIt)
+{
+    const EncodedTone tone = encodeTone(radio);
+    const CapturedSound sound;
+    ToneFeeder feeder(tone);
+    std::vector<OutputBuffer *> order;
+    std::atomic<int> pauses = 0;
+    std::atomic<bool> isPausing = true;
+    feeder.onCallback = [&](OutputBuffer &buffer) {
+        order.push_back(&buffer);
+        if (isPausing && order.size() % 5 == 0) {
+            ++pauses;
+            feeder.queue->pause();
+        }
+        feeder.queue->flush();
+    };
+    feeder.queue->setVolume(0.25f);
+    feeder.play();
+    int resumed = 0;
+    ASSERT_TRUE(waitUntil([&] {
+        for (; resumed < pauses; ++resumed)
+            feeder.queue->start();
+        return feeder.packetsLeft() == 0;
+    }));
+    isPausing = false;
+    feeder.queue->start();
+    feeder.queue->stop(false);
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    expectSameSound(sound.samples(), scaled(decoded(tone), 0.25f));
+    EXPECT_GT(resumed, 5);
+    for (std::size_t i = 0; i < order.size(); ++i)
+        EXPECT_EQ(order[i], feeder.buffers[i % 3]);
+}
+
+TEST(OutputQueueTest, PassesOverBrokenPackets)
+{
+    EncodedTone tone = encodeTone({.seconds = 3});
+    std::minstd_rand random(3);
+    for (std::size_t i = 10; i < tone.packets.size(); i += 7)
+        for (quint32 byte = 0; byte < tone.packets[i].dataByteSize; ++byte)
+            tone.bytes[tone.packets[i].startOffset + byte] = char(random() >> 8);
+    const CapturedSound sound;
+    ToneFeeder feeder(tone);
+    feeder.play();
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    expectSameSound(sound.samples(), decoded(tone));
+}
+
+TEST(OutputQueueTest, GoesOnAtTheDevicesRateWhenTheStreamsChanges)
+{
+    EncodedTone tone = encodeTone({.seconds = 1});
+    const EncodedTone other = encodeTone({.sampleRate = 32000, .channels = 1, .seconds = 1});
+    const std::size_t expected = decoded(tone).size() + 2 * decoded(other).size() * 441 / 320;
+    for (AudioStreamPacketDescription packet : other.packets) {
+        packet.startOffset += tone.bytes.size();
+        tone.packets.push_back(packet);
+    }
+    tone.bytes += other.bytes;
+    const CapturedSound sound;
+    ToneFeeder feeder(tone);
+    feeder.play();
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    const std::vector<float> captured = sound.samples();
+    const auto heard = std::count_if(captured.begin(), captured.end(), [](float s) { return s != 0; });
+    EXPECT_NEAR(double(heard), double(expected), 4000); // the encoders' lead-in is silent
+}
+
+TEST(OutputQueueTest, StopsAtOnceAndStartsAnew)
+{
+    const EncodedTone tone = encodeTone({.seconds = 30});
+    qputenv("ORVEL_AUDIO_DEVICE", "null");
+    std::vector<OutputBuffer *> returned;
+    std::vector<bool> running;
+    std::atomic<int> changes = 0;
+    {
+        const auto queue = newOutputQueue(
+            tone.format, [&](OutputQueue &, OutputBuffer &buffer) { returned.push_back(&buffer); });
+        queue->addIsRunningListener([&](OutputQueue &, bool isRunning) {
+            running.push_back(isRunning);
+            ++changes;
+        });
+        OutputBuffer *const buffers[] = {filledBuffer(*queue, tone), filledBuffer(*queue, tone)};
+        for (int round = 1; round <= 2; ++round) {
+            for (OutputBuffer *buffer : buffers)
+                EXPECT_TRUE(queue->enqueueBuffer(*buffer, tone.packets));
+            EXPECT_TRUE(queue->start());
+            ASSERT_TRUE(waitUntil([&] { return changes == 2 * round - 1; }));
+            queue->stop(true);
+            ASSERT_TRUE(waitUntil([&] { return changes == 2 * round; }));
+        }
+        queue->dispose();
+        EXPECT_FALSE(queue->start());
+        EXPECT_FALSE(queue->enqueueBuffer(*buffers[0], tone.packets));
+    }
+    joinOutputQueues();
+    EXPECT_EQ(running, (std::vector{true, false, true, false}));
+    ASSERT_EQ(returned.size(), 4u);
+    EXPECT_EQ(returned[0], returned[2]);
+    EXPECT_EQ(returned[1], returned[3]);
+    qunsetenv("ORVEL_AUDIO_DEVICE");
+}
+
+TEST(OutputQueueTest, WithoutADeviceKeepsTheTimeAndSaysSoOnce)
+{
+    joinOutputQueues();
+    qputenv("SDL_AUDIODRIVER", "there is no such driver");
+    static int told = 0;
+    NotificationCentre::defaultCentre().addObserver(&told, noSoundDeviceNotification,
+                                                    [&](const Notification &) { ++told; });
+    const EncodedTone tone = encodeTone({.seconds = 1});
+    for (int round = 0; round < 2; ++round) {
+        ToneFeeder feeder(tone);
+        const auto before = std::chrono::steady_clock::now();
+        feeder.play();
+        ASSERT_TRUE(feeder.waitForTheEnd());
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - before;
+        const double played = double(tone.packets.size()) * tone.format.framesPerPacket;
+        EXPECT_GE(taken.count(), played / tone.format.sampleRate);
+        EXPECT_TRUE(waitUntil([&] { return std::abs(feeder.queue->currentTime() - played) < 1; }));
+    }
+    letEventsRun();
+    EXPECT_EQ(told, 1);
+    NotificationCentre::defaultCentre().removeObserver(&told);
+    qputenv("SDL_AUDIODRIVER", "disk");
+}
+
+TEST(OutputQueueTest, RefusesWhatMakesNoSense)
+{
+    const auto ignore = [](OutputQueue &, OutputBuffer &) {};
+    using enum AudioFormat;
+    AudioStreamBasicDescription tripleBytes = pcm;
+    tripleBytes.bitsPerChannel = 24;
+    tripleBytes.bytesPerPacket = 6;
+    const AudioStreamBasicDescription nonsense[] = {
+        {},
+        {.sampleRate = 0, .format = mpegLayer3, .channelsPerFrame = 2},
+        {.sampleRate = std::nan(""), .format = mpegLayer3, .channelsPerFrame = 2},
+        {.sampleRate = INFINITY, .format = mpeg4Aac, .channelsPerFrame = 2},
+        {.sampleRate = 44100, .format = mpeg4Aac, .channelsPerFrame = 0},
+        {.sampleRate = 44100, .format = mpeg4Aac, .channelsPerFrame = 4000},
+        tripleBytes,
+    };
+    for (const AudioStreamBasicDescription &format : nonsense)
+        EXPECT_EQ(newOutputQueue(format, ignore), nullptr);
+
+    const auto queue =
+        newOutputQueue({.sampleRate = 44100, .format = mpegLayer3, .channelsPerFrame = 2}, ignore);
+    OutputBuffer &buffer = *queue->allocateBuffer(1000);
+    buffer.byteSize = 900;
+    const AudioStreamPacketDescription wrong[] = {
+        {-1, 0, 10}, {901, 0, 0}, {800, 0, 101}, {0, 0, 0xFFFFFFFF}};
+    for (const AudioStreamPacketDescription &packet : wrong)
+        EXPECT_FALSE(queue->enqueueBuffer(buffer, {&packet, 1}));
+    EXPECT_FALSE(queue->enqueueBuffer(buffer, {}));
+    buffer.byteSize = 1001;
+    const AudioStreamPacketDescription whole{0, 0, 1001};
+    EXPECT_FALSE(queue->enqueueBuffer(buffer, {&whole, 1}));
+    queue->dispose();
+    joinOutputQueues();
+}

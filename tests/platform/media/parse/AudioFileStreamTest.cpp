@@ -1,0 +1,187 @@
+#include "platform/media/parse/AudioFileStream.h"
+
+#include "support/EncodedTone.h"
+
+#include <QByteArrayList>
+#include <gtest/gtest.h>
+#include <random>
+
+using namespace orvel;
+using orvel::test::EncodedTone;
+using orvel::test::encodeTone;
+
+namespace {
+
+struct Listener final : AudioFileStreamClient
+{
+    void handlePropertyChange(AudioFileStream &stream, AudioFileStreamProperty property) override
+    {
+        EXPECT_TRUE(packets.empty());
+        properties.push_back(property);
+        format = stream.dataFormat().value_or(AudioStreamBasicDescription{});
+        formats = stream.formatList();
+        EXPECT_FALSE(stream.packetSizeUpperBound());
+    }
+    void handlePacket(AudioFileStream &, quint32 numberOfPackets, QByteArrayView inputData,
+                      std::span<const AudioStreamPacketDescription> descriptions) override
+    {
+        EXPECT_EQ(numberOfPackets, descriptions.size());
+        for (const AudioStreamPacketDescription &packet : descriptions)
+            packets.push_back(inputData.sliced(packet.startOffset, packet.dataByteSize).toByteArray());
+    }
+
+    std::vector<AudioFileStreamProperty> properties;
+    AudioStreamBasicDescription format;
+    std::vector<AudioStreamBasicDescription> formats;
+    QByteArrayList packets;
+};
+
+// Pushes the bytes in chunks of 1 to `largestChunk` bytes.
+Listener parse(QByteArrayView bytes, int largestChunk, AudioFileType hint = AudioFileType::none)
+{
+    std::minstd_rand random(quint32(largestChunk) + 1);
+    std::uniform_int_distribution<qsizetype> sizes(1, largestChunk);
+    Listener listener;
+    const auto stream = openAudioFileStream(listener, hint);
+    while (!bytes.isEmpty()) {
+        const qsizetype size = std::min(sizes(random), bytes.size());
+        EXPECT_TRUE(stream->parseBytes(bytes.first(size)));
+        bytes = bytes.sliced(size);
+    }
+    return listener;
+}
+
+QByteArrayList packetsOf(const EncodedTone &tone)
+{
+    QByteArrayList packets;
+    for (const AudioStreamPacketDescription &packet : tone.packets)
+        packets << tone.bytes.sliced(packet.startOffset, packet.dataByteSize);
+    return packets;
+}
+
+QByteArray randomBytes(int size, quint32 seed)
+{
+    std::minstd_rand random(seed);
+    QByteArray bytes(size, '\0');
+    for (char &byte : bytes)
+        byte = char(random() >> 8);
+    return bytes;
+}
+
+// A tag with `body` bytes of picture, among them what looks like two frames.
+QByteArray id3v2(qsizetype body)
+{
+    QByteArray tag("ID3\x04\0\0", 6);
+    for (int shift = 21; shift >= 0; shift -= 7)
+        tag += char(body >> shift & 0x7F);
+    QByteArray picture(body, '\x11');
+    for (const qsizetype at : {100, 517, 934})
+        picture.replace(at, 4, "\xFF\xFB\x90\x64");
+    return tag + picture;
+}
+
+const std::vector<int> chunkings = {1, 7, 300, 4096, 200000};
+
+} // namespace
+
+TEST(AudioFileStreamTest, FindsTheFramesThatWereEncoded)
+{
+    using enum AudioFormat;
+    const test::ToneRequest requests[] = {
+        {mpegLayer3, 44100, 2, 128000, 2}, {mpegLayer3, 48000, 1, 320000, 1},
+        {mpegLayer3, 22050, 2, 64000, 1},  {mpegLayer3, 8000, 1, 16000, 1},
+        {mpeg4Aac, 44100, 2, 96000, 2},    {mpeg4Aac, 22050, 1, 32000, 1},
+        {mpeg4Aac, 48000, 6, 256000, 1}};
+    for (const test::ToneRequest &request : requests) {
+        SCOPED_TRACE(testing::Message() << quint32(request.format) << " " << request.sampleRate);
+        const EncodedTone tone = encodeTone(request);
+        ASSERT_GT(tone.packets.size(), 10u);
+        for (const int chunk : chunkings) {
+            const Listener heard = parse(tone.bytes, chunk, AudioFileType::kAudioFileMP3Type);
+            EXPECT_EQ(heard.packets, packetsOf(tone)) << chunk;
+            EXPECT_EQ(heard.format, tone.format);
+            EXPECT_EQ(heard.properties, std::vector{AudioFileStreamProperty::ReadyToProducePackets});
+        }
+    }
+}
+
+TEST(AudioFileStreamTest, HandsAPacketOnWithItsLastByteOnceInStep)
+{
+    const EncodedTone tone = encodeTone({.seconds = 0.2});
+    Listener listener;
+    const auto stream = openAudioFileStream(listener, AudioFileType::kAudioFileMP3Type);
+    qsizetype whole = 0;
+    for (const QByteArray &packet : packetsOf(tone)) {
+        stream->parseBytes(QByteArrayView(packet).chopped(1));
+        EXPECT_EQ(listener.packets.size(), whole);
+        stream->parseBytes(QByteArrayView(packet).last(1));
+        EXPECT_EQ(listener.packets.size(), whole == 0 ? 0 : whole + 1);
+        ++whole;
+    }
+}
+
+TEST(AudioFileStreamTest, FindsNoPacketInWhatIsNoSound)
+{
+    const QByteArray frame("\xFF\xFB\x90\x64", 4); // 417 bytes, with the next one missing
+    const QByteArray freeFormat = QByteArray("\xFF\xFB\x00\x64", 4) + QByteArray(413, 'x');
+    const QByteArray page = "<html><body>\xFF\xF1 not here</body></html>";
+    for (const QByteArray &bytes : {randomBytes(2000000, 5), page.repeated(3000), QByteArray(100000, '\xFF'),
+                                    (frame + QByteArray(500, 'x')).repeated(50), freeFormat.repeated(50),
+                                    QByteArray("ID3"), QByteArray()}) {
+        for (const int chunk : {4096, 200000}) {
+            const Listener heard = parse(bytes, chunk);
+            EXPECT_TRUE(heard.packets.isEmpty());
+            EXPECT_TRUE(heard.properties.empty());
+        }
+    }
+}
+
+TEST(AudioFileStreamTest, SkipsTagsAndGarbageAndComesBackInStep)
+{
+    const EncodedTone first = encodeTone({.seconds = 0.5});
+    const EncodedTone other = encodeTone({.sampleRate = 48000, .seconds = 0.5});
+    const EncodedTone aac = encodeTone({.format = AudioFormat::mpeg4Aac, .seconds = 0.5});
+    const QByteArrayList packets = packetsOf(first);
+    const QByteArray id3v1 = "TAG" + QByteArray(125, '\xFF');
+    struct
+    {
+        const char *name;
+        QByteArray bytes;
+        QByteArrayList expected;
+    } const cases[] = {
+        {"a big tag in front", id3v2(70000) + first.bytes, packets},
+        {"two tags in front", id3v2(2000) + id3v2(1000) + first.bytes, packets},
+        {"tags between", first.bytes + id3v1 + id3v2(3000) + first.bytes, packets + packets},
+        {"joined in the middle of a frame", first.bytes.sliced(100), packets.sliced(1)},
+        {"garbage in front and between",
+         randomBytes(5000, 1) + first.bytes + randomBytes(9000, 2) + first.bytes, packets + packets},
+        {"another sample rate after it", first.bytes + other.bytes, packets + packetsOf(other)},
+        {"another kind between", first.bytes + aac.bytes + first.bytes, packets + packets},
+    };
+    for (const auto &[name, bytes, expected] : cases)
+        for (const int chunk : chunkings)
+            EXPECT_EQ(parse(bytes, chunk).packets, expected) << name << ", chunks up to " << chunk;
+}
+
+TEST(AudioFileStreamTest, OffersTheFormatThatHighEfficiencyAacDecodesTo)
+{
+    for (const quint32 channels : {1u, 2u}) {
+        const EncodedTone core = encodeTone({AudioFormat::mpeg4Aac, 22050, int(channels), 48000, 2});
+        const EncodedTone stream = withBandReplication(core, 2);
+        for (const int chunk : chunkings) {
+            const Listener heard = parse(stream.bytes, chunk, AudioFileType::kAudioFileAAC_ADTSType);
+            EXPECT_EQ(heard.packets, packetsOf(stream));
+            using enum AudioFileStreamProperty;
+            EXPECT_EQ(heard.properties, (std::vector{FormatList, ReadyToProducePackets}));
+            EXPECT_EQ(heard.format, core.format);
+            ASSERT_EQ(heard.formats.size(), 2u);
+            EXPECT_EQ(heard.formats[1], core.format);
+            const AudioStreamBasicDescription expected{.sampleRate = 44100,
+                                                       .format = channels == 1 ? AudioFormat::mpeg4AacHeV2
+                                                                               : AudioFormat::mpeg4AacHe,
+                                                       .framesPerPacket = 2048,
+                                                       .channelsPerFrame = 2};
+            EXPECT_EQ(heard.formats[0], expected);
+        }
+    }
+}

@@ -1,0 +1,188 @@
+#include "platform/pictures/PictureCache.h"
+#include "platform/pictures/PictureDecoder.h"
+#include "platform/ui/outlets/ImageView.h"
+#include "support/ScriptedServer.h"
+#include "support/TestLoop.h"
+
+#include <QBuffer>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace orvel;
+using namespace orvel::test;
+
+namespace {
+
+QByteArray png(int width, int height)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+Script answer(const QByteArray &body, const QByteArray &fields = {},
+              const QByteArray &status = "HTTP/1.1 200 OK")
+{
+    const QByteArray length = "Content-Length: " + QByteArray::number(body.size()) + "\r\n";
+    return {Send{httpHead(length + fields, status)}, Send{body}};
+}
+
+struct PictureTest : testing::Test
+{
+    static void SetUpTestSuite() { qputenv("XDG_CACHE_HOME", cacheFolder().path().toUtf8()); }
+    static QTemporaryDir &cacheFolder()
+    {
+        static QTemporaryDir folder;
+        return folder;
+    }
+    // Loads and waits for the end.
+    static QSize load(ImageView &view, const QString &url)
+    {
+        view.setImageWithProgressIndicatorAndURL(url, QPointF(30, 40));
+        EXPECT_TRUE(waitUntil([&] { return !view.loading(); }));
+        return view.image().size();
+    }
+};
+
+} // namespace
+
+TEST_F(PictureTest, LoadsThePictureAndShowsItsProgress)
+{
+    Script halves = answer(png(300, 200));
+    const QByteArray bytes = std::get<Send>(halves.back()).bytes;
+    halves.back() = Send{bytes.first(bytes.size() / 2)};
+    halves.insert(halves.end(), {Pause{0.05}, Send{bytes.sliced(bytes.size() / 2)}});
+    const ScriptedServer server(halves);
+    ImageView view;
+    std::vector<double> progress;
+    QObject::connect(&view, &ImageView::progressChanged, &view, [&] { progress.push_back(view.progress()); });
+    EXPECT_EQ(load(view, server.url("/a.png")), QSize(300, 200));
+    EXPECT_EQ(view.indicatorCenter(), QPointF(30, 40));
+    EXPECT_EQ(view.image().pixelColor(5, 5), QColor(Qt::red));
+    ASSERT_GE(progress.size(), 2u);
+    EXPECT_TRUE(std::ranges::is_sorted(progress));
+    EXPECT_EQ(progress.back(), 1);
+}
+
+TEST_F(PictureTest, AFailedLoadLeavesTheViewAsItWas)
+{
+    const QByteArray spoilt = png(10, 10).first(20) + QByteArray(500, 'x');
+    const std::vector<Script> scripts{
+        answer(png(10, 10), {}, "HTTP/1.1 404 Not Found"),
+        answer({}, {}, "HTTP/1.1 304 Not Modified"), // of what was never asked
+        answer("<!DOCTYPE html><html><body>Portal</body></html>"),
+        answer("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>"),
+        answer(spoilt),
+        answer({}),
+        answer(png(5000, 4000)), // too many pixels
+        {Send{httpHead("Content-Length: 9000000\r\n") + png(9, 9)}, SendForever{"x", 0.01}},
+        {Send{httpHead() + png(9, 9)}, SendForever{QByteArray(65536, 'x')}},
+        {Send{httpHead("Content-Type: audio/aac\r\n")},
+         SendForever{"\xFF\xF1\x50\x80........................"}},
+        {Send{"ICY 200 OK\r\n\r\n"}, SendForever{"\xFF\xFB........................"}},
+        {Reset{}},
+    };
+    const ScriptedServer server(scripts);
+    ImageView view;
+    view.setImage(QImage(7, 7, QImage::Format_RGB32));
+    for (const QString &text : {QString(), QString("(null)/(null)"), QString("file:///etc/passwd")})
+        EXPECT_EQ(load(view, text), QSize(7, 7));
+    for (std::size_t i = 0; i < scripts.size(); ++i)
+        EXPECT_EQ(load(view, server.url(QStringLiteral("/%1").arg(i))), QSize(7, 7)) << i;
+    EXPECT_EQ(server.requestCount(), scripts.size());
+    EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }))
+        << "no load goes on after it has failed";
+}
+
+TEST_F(PictureTest, DecodesUprightAndScalesDownWhatIsVeryLarge)
+{
+    EXPECT_EQ(decodePicture(png(4000, 1000)).size(), QSize(2048, 512));
+    EXPECT_EQ(decodePicture(png(2048, 3)).size(), QSize(2048, 3));
+    EXPECT_EQ(decodePicture(png(15000, 1)).size(), QSize(2048, 1));
+    EXPECT_TRUE(decodePicture("GIF89a").isNull());
+}
+
+TEST_F(PictureTest, ANewerLoadReplacesTheOneUnderWay)
+{
+    ScriptedServer slow(Script{WaitForRelease{}, Send{httpHead() + png(11, 11)}});
+    const ScriptedServer quick(answer(png(22, 22)));
+    auto leaving = std::make_unique<ImageView>();
+    leaving->setImageWithProgressIndicatorAndURL(slow.url("/leaving"), {});
+    ImageView view;
+    view.setImageWithProgressIndicatorAndURL(slow.url("/slow"), {});
+    ASSERT_TRUE(waitUntil([&] { return slow.requestCount() == 2; }));
+    EXPECT_EQ(load(view, quick.url("/quick")), QSize(22, 22));
+    leaving.reset();
+    slow.release();
+    slow.release();
+    EXPECT_TRUE(waitUntil([&] { return slow.openConnections() == 0; }));
+    letEventsRun();
+    EXPECT_EQ(view.image().size(), QSize(22, 22));
+
+    view.setImageWithProgressIndicatorAndURL(slow.url("/slow"), {});
+    view.setImageWithProgressIndicatorAndURL("no URL", {});
+    EXPECT_FALSE(view.loading()) << "also a text that makes no URL ends the load before";
+}
+
+TEST_F(PictureTest, AFreshPictureIsShownAtOnceAndAStaleOneValidated)
+{
+    const QByteArray fields = "Cache-Control: max-age=60\r\nETag: \"v1\"\r\n";
+    const ScriptedServer server(std::vector<Script>{answer(png(30, 30), fields),
+                                                    {Send{httpHead(fields, "HTTP/1.1 304 Not Modified")}},
+                                                    answer(png(40, 40), fields)});
+    const QString url = server.url("/kept");
+    TakenClock clock;
+    ImageView view;
+    load(view, url);
+    ImageView second;
+    second.setImageWithProgressIndicatorAndURL(url, {});
+    EXPECT_FALSE(second.loading());
+    EXPECT_EQ(second.image().size(), QSize(30, 30));
+    EXPECT_EQ(server.requestCount(), 1u);
+    clock.turn(61);
+    EXPECT_EQ(load(view, url), QSize(30, 30));
+    ASSERT_EQ(server.requestCount(), 2u);
+    EXPECT_TRUE(server.requests()[1].contains("If-None-Match: \"v1\"\r\n"));
+    clock.turn(59);
+    EXPECT_EQ(load(view, url), QSize(30, 30));
+    EXPECT_EQ(server.requestCount(), 2u) << "the validation made it fresh again";
+    clock.turn(2);
+    EXPECT_EQ(load(view, url), QSize(40, 40)) << "the server had a newer one";
+}
+
+TEST_F(PictureTest, AnAnswerThatMayNotBeStoredIsAskedForEachTime)
+{
+    const ScriptedServer server(answer(png(30, 30), "Cache-Control: no-store\r\nETag: \"v1\"\r\n"));
+    ImageView view;
+    load(view, server.url("/each"));
+    load(view, server.url("/each"));
+    ASSERT_EQ(server.requestCount(), 2u);
+    EXPECT_FALSE(server.requests()[1].contains("If-None-Match"));
+}
+
+TEST_F(PictureTest, ThePictureOnDiskOutlivesTheProgramAndASpoiltOneIsLoadedAnew)
+{
+    const ScriptedServer server(answer(png(30, 30)));
+    const Url url = *Url::fromText(server.url("/disk"));
+    HeaderFields fields;
+    fields.set("Cache-Control", "max-age=60");
+    const QString folder = cacheFolder().filePath("earlier");
+    PictureCache(folder).keep(url, fields, png(20, 20), decodePicture(png(20, 20)));
+    PictureCache thisRun(folder);
+    EXPECT_TRUE(thisRun.decoded(url).isNull());
+    const auto stored = thisRun.stored(url);
+    ASSERT_TRUE(stored && stored->fresh);
+    EXPECT_EQ(stored->bytes, png(20, 20));
+
+    ImageView view;
+    const std::tuple<QByteArray, QSize, std::size_t> files[] = {{png(20, 20), {20, 20}, 0},
+                                                                {"spoilt", {30, 30}, 1}};
+    for (const auto &[bytes, size, requests] : files) {
+        PictureCache::shared().keep(url, fields, bytes, {});
+        EXPECT_EQ(load(view, url.text()), size);
+        EXPECT_EQ(server.requestCount(), requests);
+    }
+}
