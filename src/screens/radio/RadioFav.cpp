@@ -21,12 +21,7 @@ void RadioFav::viewDidLoad()
     tableCont.reloadData();
 }
 
-void RadioFav::viewDidAppear()
-{
-    const auto &radio = AppDelegate::shared().radio();
-    if (radio && radio->isPlaying())
-        setDataRadio();
-}
+void RadioFav::viewDidAppear() { setDataRadio(); }
 
 const JsonValue *RadioFav::radioAt(int row) const
 {
@@ -73,11 +68,19 @@ void RadioFav::didSelectRowAtIndexPath(TableView &, IndexPath indexPath)
 
 void RadioFav::setDataRadio()
 {
+    const auto &radio = AppDelegate::shared().radio();
+    if (!radio)
+        return;
     bl1.setText(formatText(AppDelegate::shared().gl3));
     bl2.setText(QStringLiteral(""));
     loadBarPictures();
-    bplay.setTag(1);
-    setImages(bplay, QStringLiteral("mstop.png"));
+    showPlaying(radio->isPlaying());
+}
+
+void RadioFav::showPlaying(bool isPlaying)
+{
+    bplay.setTag(isPlaying ? 1 : 0);
+    setImages(bplay, isPlaying ? QStringLiteral("mstop.png") : QStringLiteral("mplay.png"));
 }
 
 void RadioFav::loadBarPictures()
@@ -96,8 +99,7 @@ void RadioFav::function_PlayPause()
         pauses ? radio->pause() : radio->play();
     if (pauses)
         delegate.intPlay = -1;
-    bplay.setTag(pauses ? 0 : 1);
-    setImages(bplay, pauses ? QStringLiteral("mplay.png") : QStringLiteral("mstop.png"));
+    showPlaying(!pauses);
 }
 
 void RadioFav::functionAddFav(const Button &sender)

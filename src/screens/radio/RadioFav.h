@@ -38,6 +38,7 @@ public:
     // Given by whoever opens the screen.
     QString strTitle;
 
+    // Fills the bar with what the application's player holds, playing or paused. No effect without a player.
     void setDataRadio();
     void function_PlayPause();
     void functionAddFav(const Button &sender);
@@ -58,6 +59,7 @@ protected:
 private:
     const JsonValue *radioAt(int row) const;
     void loadBarPictures();
+    void showPlaying(bool isPlaying);
 
     std::vector<JsonValue> m_array;
     JsonValue m_dict;  // the radio of the row built last

@@ -82,15 +82,14 @@ void RadioViewController::PostSuccess(const JsonValue &response)
         m_array.push_back(entry);
     }
     tableCont.reloadData();
-    const auto &radio = AppDelegate::shared().radio();
-    if (radio && radio->isPlaying())
-        setDataRadio();
+    setDataRadio();
     GLOB::glob_HideHud();
     MainQueue::async([screen = shared(this)] { screen->fire(); });
 }
 
 void RadioViewController::PostFail(const QString &message)
 {
+    setDataRadio();
     GLOB::glob_alert(message);
     GLOB::glob_HideHud();
 }
@@ -156,6 +155,7 @@ void RadioViewController::playEntry(const JsonValue &entry)
     // The compact bar takes the header's centres.
     bimgsinger.setImageWithProgressIndicatorAndURL(picture, centerOf(himgsinger));
     bimg.setImageWithProgressIndicatorAndURL(logo, centerOf(himg));
+    viewNowPlaying.setHidden(false);
     showPlaying(true);
 
     delegate.gl1 = hl1.text();
@@ -168,6 +168,8 @@ void RadioViewController::playEntry(const JsonValue &entry)
 void RadioViewController::setDataRadio()
 {
     const AppDelegate &delegate = AppDelegate::shared();
+    if (!delegate.radio())
+        return;
     himg.setImageWithProgressIndicatorAndURL(delegate.gurl1, centerOf(himg));
     himgsinger.setImageWithProgressIndicatorAndURL(delegate.gurl2, centerOf(himgsinger));
     hl1.setText(formatText(delegate.gl1));
@@ -179,12 +181,12 @@ void RadioViewController::setDataRadio()
     // The stream's own address makes no picture: the bar's logo stays empty here.
     bimg.setImageWithProgressIndicatorAndURL(delegate.url, centerOf(himg));
     bimgsinger.setImageWithProgressIndicatorAndURL(delegate.gurl2, centerOf(himgsinger));
-    showPlaying(true);
+    viewNowPlaying.setHidden(false);
+    showPlaying(delegate.radio()->isPlaying());
 }
 
 void RadioViewController::showPlaying(bool isPlaying)
 {
-    viewNowPlaying.setHidden(viewNowPlaying.hidden() && !isPlaying);
     hbtnPlay.setTag(isPlaying ? 1 : 0);
     bplay.setTag(isPlaying ? 1 : 0);
     setImages(hbtnPlay, isPlaying ? QStringLiteral("pstop.png") : QStringLiteral("pplayer.png"));

@@ -61,6 +61,8 @@ public:
     void PostFail(const QString &message) override;
 
     void setDataRadioFirstObject();
+    // Fills header and bar with what the application's player holds, playing or paused. No effect without a
+    // player.
     void setDataRadio();
     void function_PlayPause();
     void functionsongtitle(const QString &object);

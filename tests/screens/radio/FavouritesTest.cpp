@@ -174,11 +174,15 @@ TEST_F(FavouritesTest, TheBarsFirstPressAfterATapPlays)
         EXPECT_EQ(app->radio()->isPlaying(), plays);
         screen.bplay.touchUpInside();
     }
-    // Paused by now: a new visit shows no bar. Playing, it does.
-    EXPECT_TRUE(openFavourites().viewHideShow.hidden());
-    app->radio()->play();
+    // Paused by now: a new visit can resume it, and the next pauses it.
     app->gl3 = "Titre";
-    RadioFav &visited = openFavourites();
-    EXPECT_EQ(visited.bl1.text(), "Titre");
-    EXPECT_EQ(visited.bplay.tag(), 1);
+    for (const bool plays : {false, true}) {
+        RadioFav &visited = openFavourites();
+        EXPECT_FALSE(visited.viewHideShow.hidden());
+        EXPECT_EQ(visited.bl1.text(), "Titre");
+        EXPECT_EQ(visited.bplay.tag(), int(plays));
+        EXPECT_EQ(visited.bplay.normalImage(), plays ? "mstop.png" : "mplay.png");
+        visited.bplay.touchUpInside();
+        EXPECT_EQ(app->radio()->isPlaying(), !plays);
+    }
 }

@@ -33,11 +33,12 @@ struct RadioViewControllerTest : AppFixture
     {
         return {of.hl1.text(), of.hl2.text(), of.hl3.text(), of.hl4.text()};
     }
-    void expectButtons(bool playing)
+    void expectButtons(bool playing) { expectButtons(screen, playing); }
+    static void expectButtons(const RadioViewController &of, bool playing)
     {
-        for (const Button *button : {&screen.hbtnPlay, &screen.bplay}) {
-            const QString image = button == &screen.bplay ? (playing ? "mstop.png" : "mplay.png")
-                                                          : (playing ? "pstop.png" : "pplayer.png");
+        for (const Button *button : {&of.hbtnPlay, &of.bplay}) {
+            const QString image = button == &of.bplay ? (playing ? "mstop.png" : "mplay.png")
+                                                      : (playing ? "pstop.png" : "pplayer.png");
             EXPECT_EQ(button->tag(), int(playing));
             EXPECT_EQ(button->normalImage(), image);
             EXPECT_EQ(button->highlightedImage(), image);
@@ -143,9 +144,34 @@ TEST_F(RadioViewControllerTest, AListThatArrivesWhileARadioPlaysShowsIt)
     fresh.PostSuccess(JSONValue(QString::fromUtf8(twoRadios)));
     EXPECT_EQ(header(fresh), QStringList({"Orvel Rock", "Des guitares", "Titre", "Artiste"}));
     EXPECT_EQ(fresh.bl1.text(), "Titre");
-    EXPECT_EQ(fresh.hbtnPlay.tag(), 1);
+    EXPECT_FALSE(fresh.viewNowPlaying.hidden());
+    expectButtons(fresh, true);
     postTitle("Suite&&&Autre");
     EXPECT_EQ(fresh.hl3.text(), "Suite");
+}
+
+TEST_F(RadioViewControllerTest, APausedRadioCanBeResumedFromAFreshScreen)
+{
+    receive(twoRadios);
+    screen.tableCont.selectRow(0, 1);
+    screen.hbtnPlay.touchUpInside();
+    const auto player = app->radio();
+    for (const bool listArrives : {true, false}) {
+        player->pause();
+        menu().tableCont.selectRow(0, 0);
+        RadioViewController &fresh = radios();
+        EXPECT_TRUE(fresh.viewNowPlaying.hidden());
+        if (listArrives)
+            fresh.PostSuccess(JSONValue(QString::fromUtf8(twoRadios)));
+        else
+            fresh.PostFail("");
+        EXPECT_FALSE(fresh.viewNowPlaying.hidden());
+        EXPECT_EQ(fresh.hl1.text(), "Orvel Rock");
+        expectButtons(fresh, false);
+        fresh.bplay.touchUpInside();
+        EXPECT_TRUE(player->isPlaying());
+        expectButtons(fresh, true);
+    }
 }
 
 TEST_F(RadioViewControllerTest, TheCompactBarFollowsTheHeaderOverItsEdge)
