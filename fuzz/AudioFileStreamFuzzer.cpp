@@ -30,6 +30,7 @@ class Finder : public AudioFileStreamClient
 {
 public:
     void take(QByteArrayView chunk) { require(m_stream->parseBytes(chunk), "an endless stream has no end"); }
+    void end() { m_stream->finish(); }
     Found found;
 
 private:
@@ -67,6 +68,7 @@ Found foundIn(const ChunkedInput &input, ChunkedInput::Feed feed)
 {
     Finder finder;
     (input.*feed)([&finder](QByteArrayView chunk) { finder.take(chunk); });
+    finder.end();
     return finder.found;
 }
 

@@ -115,6 +115,8 @@ public:
         client.handlePacket(*this, quint32(descriptions.size()), whole, descriptions);
         return true;
     }
+    void finish() override {}
+    std::optional<AudioFileStreamSeek> seek(qint64) override { return std::nullopt; }
     std::optional<AudioStreamBasicDescription> dataFormat() const override
     {
         return media.hasFormat ? std::optional(media.format) : std::nullopt;

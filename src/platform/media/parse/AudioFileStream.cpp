@@ -4,6 +4,7 @@
 #include "platform/media/parse/HeAacProbe.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvel {
 
@@ -20,9 +21,21 @@ public:
         while (!bytes.isEmpty()) {
             const QByteArrayView part = bytes.first(std::min(slice, bytes.size()));
             bytes = bytes.sliced(part.size());
-            parsePart(part);
+            parsePart(part, false);
         }
         return true;
+    }
+
+    void finish() override { parsePart({}, true); }
+
+    std::optional<AudioFileStreamSeek> seek(qint64 packet) override
+    {
+        if (m_packets == 0)
+            return std::nullopt;
+        m_scanner.restart();
+        m_unfinished.clear();
+        const double mean = double(m_packetBytes) / double(m_packets);
+        return AudioFileStreamSeek{.byteOffset = qint64(double(packet) * mean)};
     }
 
     std::optional<AudioStreamBasicDescription> dataFormat() const override
@@ -47,7 +60,7 @@ public:
     QByteArray magicCookie() const override { return {}; }
 
 private:
-    void parsePart(QByteArrayView part)
+    void parsePart(QByteArrayView part, bool isEnd)
     {
         QByteArrayView bytes = part;
         if (!m_unfinished.empty()) {
@@ -55,34 +68,47 @@ private:
             bytes = QByteArrayView(m_unfinished.data(), qsizetype(m_unfinished.size()));
         }
         m_frames.clear();
-        const qsizetype done = m_scanner.scan(bytes, m_frames);
-        if (!m_frames.empty() && (m_isReady || getReady(bytes)))
-            m_client.handlePacket(*this, quint32(m_frames.size()), bytes, m_frames);
+        const qsizetype done = m_scanner.scan(bytes, m_frames, isEnd);
+        if (m_scanner.firstHeader())
+            handOn(bytes, isEnd);
         if (m_unfinished.empty())
             m_unfinished.assign(bytes.begin() + done, bytes.end());
         else
             m_unfinished.erase(m_unfinished.begin(), m_unfinished.begin() + done);
     }
 
-    // False while the frames found so far are held back because the format is not known yet.
-    bool getReady(QByteArrayView bytes)
+    void handOn(QByteArrayView bytes, bool isEnd)
     {
-        const AudioFrameHeader &header = *m_scanner.firstHeader();
-        if (HeAacProbe::isNeededFor(header) && !probe(header, bytes))
-            return false;
-        m_isReady = true;
-        if (m_highQualityFormat)
-            m_client.handlePropertyChange(*this, AudioFileStreamProperty::FormatList);
-        m_client.handlePropertyChange(*this, AudioFileStreamProperty::ReadyToProducePackets);
-        if (!m_heldFrames.empty())
-            m_client.handlePacket(*this, quint32(m_heldFrames.size()), m_heldBytes, m_heldFrames);
-        m_heldFrames = {};
-        m_heldBytes = {};
-        return true;
+        if (!m_isReady) {
+            if (!isFormatKnown(bytes) && !isEnd) {
+                hold(bytes);
+                return;
+            }
+            m_isReady = true;
+            if (m_highQualityFormat)
+                m_client.handlePropertyChange(*this, AudioFileStreamProperty::FormatList);
+            m_client.handlePropertyChange(*this, AudioFileStreamProperty::ReadyToProducePackets);
+            deliver(std::exchange(m_heldBytes, {}), std::exchange(m_heldFrames, {}));
+        }
+        deliver(bytes, m_frames);
     }
 
-    bool probe(const AudioFrameHeader &header, QByteArrayView bytes)
+    void deliver(QByteArrayView bytes, const std::vector<AudioStreamPacketDescription> &frames)
     {
+        if (frames.empty())
+            return;
+        m_packets += qint64(frames.size());
+        for (const AudioStreamPacketDescription &frame : frames)
+            m_packetBytes += frame.dataByteSize;
+        m_client.handlePacket(*this, quint32(frames.size()), bytes, frames);
+    }
+
+    // Decodes the new frames until they show whether the stream is HE-AAC.
+    bool isFormatKnown(QByteArrayView bytes)
+    {
+        const AudioFrameHeader &header = *m_scanner.firstHeader();
+        if (!HeAacProbe::isNeededFor(header))
+            return true;
         if (!m_probe)
             m_probe = std::make_unique<HeAacProbe>(header);
         for (const AudioStreamPacketDescription &frame : m_frames) {
@@ -92,13 +118,17 @@ private:
                 return true;
             }
         }
+        return false;
+    }
+
+    void hold(QByteArrayView bytes)
+    {
         for (AudioStreamPacketDescription frame : m_frames) {
             const QByteArrayView packet = bytes.sliced(frame.startOffset, frame.dataByteSize);
             frame.startOffset = m_heldBytes.size();
             m_heldFrames.push_back(frame);
             m_heldBytes.append(packet);
         }
-        return false;
     }
 
     AudioFileStreamClient &m_client;
@@ -111,6 +141,9 @@ private:
     // Frames found before the probe has answered.
     QByteArray m_heldBytes;
     std::vector<AudioStreamPacketDescription> m_heldFrames;
+    // Handed on so far.
+    qint64 m_packets = 0;
+    qint64 m_packetBytes = 0;
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "platform/media/parse/FrameScanner.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace orvel {
 
@@ -8,8 +9,11 @@ namespace {
 
 constexpr qsizetype id3HeaderBytes = 10;
 constexpr qint64 id3v1Bytes = 128;
+// Behind a frame, so many bytes decide whether it was one.
+constexpr qsizetype confirmationBytes = id3HeaderBytes;
 
-// The size of the ID3v2 tag (header, body, footer) whose ten header bytes are given; 0 when they are none.
+// Returns the size of the ID3v2 tag (header, body, footer) that begins with these ten bytes; 0 when they are
+// not the header of one.
 qint64 id3v2Size(QByteArrayView header)
 {
     const auto byte = [header](qsizetype i) { return quint8(header[i]); };
@@ -25,9 +29,18 @@ qint64 id3v2Size(QByteArrayView header)
     return id3HeaderBytes + body + (footer ? id3HeaderBytes : 0);
 }
 
+// Whether these bytes may follow a frame with this header: another frame of the stream, a tag, or the end.
+bool confirms(QByteArrayView rest, const AudioFrameHeader &header)
+{
+    const auto next = readAudioFrameHeader(rest);
+    return rest.isEmpty() || (next && next->key == header.key) || rest.startsWith("TAG") ||
+           (rest.startsWith("ID3") && rest.size() >= id3HeaderBytes && id3v2Size(rest) > 0);
+}
+
 } // namespace
 
-qsizetype FrameScanner::scan(QByteArrayView bytes, std::vector<AudioStreamPacketDescription> &frames)
+qsizetype FrameScanner::scan(QByteArrayView bytes, std::vector<AudioStreamPacketDescription> &frames,
+                             bool isEnd)
 {
     qsizetype at = 0;
     Step step = Step::Further;
@@ -42,9 +55,15 @@ qsizetype FrameScanner::scan(QByteArrayView bytes, std::vector<AudioStreamPacket
         else if (m_state == State::AtStart)
             step = passTag(bytes.sliced(at));
         else
-            step = search(bytes, at);
+            step = search(bytes, at, isEnd);
     }
     return at;
+}
+
+void FrameScanner::restart()
+{
+    m_state = State::AtStart;
+    m_skip = 0;
 }
 
 FrameScanner::Step FrameScanner::takeFrame(QByteArrayView bytes, qsizetype &at,
@@ -83,30 +102,41 @@ FrameScanner::Step FrameScanner::passTag(QByteArrayView rest)
     return Step::Further;
 }
 
-FrameScanner::Step FrameScanner::search(QByteArrayView bytes, qsizetype &at)
+FrameScanner::Step FrameScanner::search(QByteArrayView bytes, qsizetype &at, bool isEnd)
 {
-    while (true) {
-        const qsizetype sync = bytes.indexOf('\xFF', at);
-        at = sync < 0 ? bytes.size() : sync;
-        const QByteArrayView rest = bytes.sliced(at);
-        if (rest.size() < audioFrameHeaderBytes)
-            return Step::NeedsMore;
-        const auto header = readAudioFrameHeader(rest);
-        if (header && (!m_first || m_first->format == header->format)) {
-            const auto size = qsizetype(header->size);
-            if (rest.size() < size + audioFrameHeaderBytes)
-                return Step::NeedsMore;
-            const auto next = readAudioFrameHeader(rest.sliced(size));
-            if (next && next->key == header->key) {
-                m_key = header->key;
-                m_state = State::InStep;
-                if (!m_first)
-                    m_first = header;
-                return Step::Further;
-            }
+    qsizetype found = -1;
+    qsizetype foundBy = std::numeric_limits<qsizetype>::max(); // the end of the bytes that confirm it
+    qsizetype undecided = bytes.size();
+    qsizetype sync = bytes.indexOf('\xFF', at);
+    for (; sync >= 0 && sync < foundBy; sync = bytes.indexOf('\xFF', sync + 1)) {
+        if (bytes.size() - sync < audioFrameHeaderBytes) {
+            undecided = std::min(undecided, sync);
+            break;
         }
-        ++at;
+        const auto header = readAudioFrameHeader(bytes.sliced(sync));
+        if (!header || (m_first && m_first->format != header->format))
+            continue;
+        const qsizetype next = sync + qsizetype(header->size);
+        const qsizetype decidedBy = next + confirmationBytes;
+        if (isEnd ? next > bytes.size() : decidedBy > bytes.size()) {
+            // What it claims may be long in coming: a true frame behind it does not wait for that.
+            undecided = std::min(undecided, sync);
+        } else if (decidedBy < foundBy && confirms(bytes.sliced(next), *header)) {
+            found = sync;
+            foundBy = decidedBy;
+        }
     }
+    if (found < 0) {
+        at = undecided;
+        return Step::NeedsMore;
+    }
+    at = found;
+    const auto header = readAudioFrameHeader(bytes.sliced(at));
+    m_key = header->key;
+    m_state = State::InStep;
+    if (!m_first)
+        m_first = header;
+    return Step::Further;
 }
 
 } // namespace orvel
