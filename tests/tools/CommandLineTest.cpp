@@ -68,6 +68,7 @@ TEST(CommandLineTest, ExitStatusTellsTheKindOfFailure)
 {
     const ScriptedServer emptyPlaylist(Script{Send{httpHead()}, Send{"#EXTM3U\n"}});
     const ScriptedServer loop({Send{httpHead("Location: /again\r\n", "HTTP/1.1 302 Found")}});
+    const ScriptedServer bare({Send{httpHead("Content-Length: 0\r\n", "HTTP/1.1 404 Not Found")}});
     const ScriptedServer silent(Script{WaitForRelease{}});
     const ScriptedServer empty(Script{Send{httpHead("Content-Type: audio/mpeg\r\n")}});
     const QString reset = stationStream("la-radio.mp3", "fault=reset&after=20000");
@@ -82,6 +83,7 @@ TEST(CommandLineTest, ExitStatusTellsTheKindOfFailure)
         {"an end", {"play", "--buffer", "1", stationStream("electro.aac", "seconds=5&paced=0")}, 0},
         {"play refused", {"play", refused}, 4},
         {"record refused", {"record", refused, file}, 4},
+        {"probe refused", {"probe", bare.url()}, 4},
         {"redirects", {"play", loop.url()}, 4},
         {"playlist to play", {"play", emptyPlaylist.url("/a.M3U")}, 5},
         {"playlist to resolve", {"resolve", emptyPlaylist.url("/a.m3u")}, 5},

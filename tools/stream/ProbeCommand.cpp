@@ -3,6 +3,7 @@
 #include "audio/icy/StreamFileType.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace orvel {
 
@@ -25,23 +26,28 @@ void ProbeCommand::probe(const Url &url)
     m_contentTypeGetter->getContentTypeFromUrl(url, [this](const QString &contentType, const QString &,
                                                            AudioFileType, const auto &,
                                                            const auto &) { m_contentType = contentType; });
-    m_metadataGetter->getMetadataFromUrl(url, [this](const std::optional<MetadataDictionary> &dictionary,
-                                                     const std::optional<UrlResponse> &response,
-                                                     const std::optional<NetError> &error) {
-        if (response && response->statusCode >= 400) {
-            finish(outcomeOfStatus(response->statusCode));
-            return;
-        }
-        if (dictionary)
-            metadataCame(*dictionary);
-        if (error)
-            end(outcomeOf(*error));
-        else if (streamFileType(m_contentType).fileExtension.isNull())
-            end(Outcome::failure(ExitCode::NoSound,
-                                 QStringLiteral("The server's answer is no sound in a known format.")));
-        else
-            end({});
-    });
+    const auto told = std::bind_front(&ProbeCommand::answerCame, this);
+    m_metadataGetter->setStreamEndedHandler(told);
+    m_metadataGetter->getMetadataFromUrl(url, told);
+}
+
+void ProbeCommand::answerCame(const std::optional<MetadataDictionary> &dictionary,
+                              const std::optional<UrlResponse> &response,
+                              const std::optional<NetError> &error)
+{
+    if (response && response->statusCode >= 400) {
+        finish(outcomeOfStatus(response->statusCode));
+        return;
+    }
+    if (dictionary)
+        metadataCame(*dictionary);
+    if (error)
+        end(outcomeOf(*error));
+    else if (streamFileType(m_contentType).fileExtension.isNull())
+        end(Outcome::failure(ExitCode::NoSound,
+                             QStringLiteral("The server's answer is not sound in a known format.")));
+    else
+        end({});
 }
 
 void ProbeCommand::metadataCame(const MetadataDictionary &dictionary)

@@ -18,6 +18,8 @@ public:
 
 private:
     void probe(const Url &url);
+    void answerCame(const std::optional<MetadataDictionary> &dictionary,
+                    const std::optional<UrlResponse> &response, const std::optional<NetError> &error);
     void metadataCame(const MetadataDictionary &dictionary);
     void end(const Outcome &outcome);
 

@@ -11,8 +11,13 @@ void StreamMetadataGetter::getMetadataFromUrl(const Url &url, CompletionHandler 
                     [weak = weak_from_this(), reading,
                      completionHandler = std::move(handler)](const StreamRequest::Ending &ending) {
                         const auto getter = weak.lock(); // alive while the handler runs
-                        if (getter && (ending.isReadingOver || ending.error))
-                            completionHandler(reading->dictionary(), ending.response, ending.error);
+                        if (!getter)
+                            return;
+                        const bool isAnswer = ending.isReadingOver || ending.error;
+                        const CompletionHandler told =
+                            isAnswer ? completionHandler : getter->m_streamEndedHandler;
+                        if (told)
+                            told(reading->dictionary(), ending.response, ending.error);
                     });
 }
 

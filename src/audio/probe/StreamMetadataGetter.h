@@ -22,8 +22,11 @@ public:
     // Replaces a request under way, whose handler is then never called. The handler is called at most once,
     // on the main thread: not at all when the stream ends without having given its metadata.
     void getMetadataFromUrl(const Url &url, CompletionHandler handler);
+    // Called instead, with what is known by then, for each request whose stream ends before its metadata.
+    void setStreamEndedHandler(CompletionHandler handler) { m_streamEndedHandler = std::move(handler); }
 
 private:
+    CompletionHandler m_streamEndedHandler;
     StreamRequest m_request;
 };
 
