@@ -13,11 +13,11 @@ namespace orvel::demo {
 namespace {
 
 constexpr int firstId = 1041;
-constexpr std::size_t mostUsers = 1000;
-constexpr qsizetype mostSubscribers = 1000;
-constexpr qsizetype longestName = 60;
-constexpr qsizetype longestEmail = 254;
-constexpr qsizetype shortestPassword = 6;
+constexpr std::size_t maxUsers = 1000;
+constexpr qsizetype maxSubscribers = 1000;
+constexpr qsizetype maxNameLength = 60;
+constexpr qsizetype maxEmailLength = 254;
+constexpr qsizetype minPasswordLength = 6;
 
 QString decoded(QByteArray text)
 {
@@ -31,11 +31,11 @@ QByteArray hashOf(const QString &password, const QByteArray &salt)
 
 bool isSame(const QString &a, const QString &b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
 
-bool isName(const QString &text) { return !text.trimmed().isEmpty() && text.size() <= longestName; }
+bool isName(const QString &text) { return !text.trimmed().isEmpty() && text.size() <= maxNameLength; }
 
 bool isEmail(const QString &text)
 {
-    return text.size() <= longestEmail && text.count(u'@') == 1 && !text.startsWith(u'@') &&
+    return text.size() <= maxEmailLength && text.count(u'@') == 1 && !text.startsWith(u'@') &&
            !text.endsWith(u'@');
 }
 
@@ -50,7 +50,7 @@ Accounts::Accounts()
 std::optional<WebAnswer> Accounts::answer(const QByteArray &endpoint, const QByteArray &form)
 {
     const Fields fields = fieldsOf(form);
-    const std::scoped_lock lock(mutex_);
+    const std::scoped_lock lock(m_mutex);
     if (endpoint == "login")
         return logIn(fields);
     if (endpoint == "register")
@@ -74,8 +74,8 @@ Accounts::Fields Accounts::fieldsOf(const QByteArray &form)
 const Accounts::User &Accounts::add(const QString &name, const QString &email, const QString &password)
 {
     const QByteArray salt = QByteArray::number(QRandomGenerator::system()->generate64(), 16);
-    users_.push_back({firstId + int(users_.size()), name, email, salt, hashOf(password, salt)});
-    return users_.back();
+    m_users.push_back({firstId + int(m_users.size()), name, email, salt, hashOf(password, salt)});
+    return m_users.back();
 }
 
 WebAnswer Accounts::welcome(const User &user)
@@ -88,8 +88,8 @@ WebAnswer Accounts::welcome(const User &user)
 WebAnswer Accounts::logIn(const Fields &fields) const
 {
     const auto user = std::ranges::find_if(
-        users_, [email = fields.value("login")](const User &known) { return isSame(known.email, email); });
-    if (user == users_.end() || hashOf(fields.value("password"), user->salt) != user->passwordHash)
+        m_users, [email = fields.value("login")](const User &known) { return isSame(known.email, email); });
+    if (user == m_users.end() || hashOf(fields.value("password"), user->salt) != user->passwordHash)
         return errorAnswer("login", 403, QStringLiteral("Adresse e-mail ou mot de passe incorrect."));
     return welcome(*user);
 }
@@ -106,15 +106,15 @@ WebAnswer Accounts::enrol(const Fields &fields)
         return refuse(422, QStringLiteral("Le nom d'utilisateur doit compter de 1 à 60 caractères."));
     if (!isEmail(email))
         return refuse(422, QStringLiteral("Cette adresse e-mail n'est pas valable."));
-    if (password.size() < shortestPassword)
+    if (password.size() < minPasswordLength)
         return refuse(422, QStringLiteral("Le mot de passe doit compter au moins 6 caractères."));
-    for (const User &user : users_) {
+    for (const User &user : m_users) {
         if (isSame(user.email, email))
             return refuse(409, QStringLiteral("Un compte existe déjà avec cette adresse e-mail."));
         if (isSame(user.name, name))
             return refuse(409, QStringLiteral("Ce nom d'utilisateur est déjà pris."));
     }
-    if (users_.size() >= mostUsers)
+    if (m_users.size() >= maxUsers)
         return refuse(503, QStringLiteral("Les inscriptions sont closes pour le moment."));
     return welcome(add(name, email, password));
 }
@@ -130,11 +130,11 @@ WebAnswer Accounts::subscribe(const Fields &fields)
         return refuse(422, QStringLiteral("Le nom doit compter de 1 à 60 caractères."));
     if (!isEmail(email))
         return refuse(422, QStringLiteral("Cette adresse e-mail n'est pas valable."));
-    if (subscribers_.contains(email.toLower()))
+    if (m_subscribers.contains(email.toLower()))
         return refuse(409, QStringLiteral("Cette adresse est déjà inscrite à la newsletter."));
-    if (subscribers_.size() >= mostSubscribers)
+    if (m_subscribers.size() >= maxSubscribers)
         return refuse(503, QStringLiteral("Les inscriptions sont closes pour le moment."));
-    subscribers_.insert(email.toLower());
+    m_subscribers.insert(email.toLower());
     return contentAnswer(
         QStringLiteral("Merci %1 ! La newsletter d'Orvel Radio vous attend chaque vendredi.").arg(name));
 }

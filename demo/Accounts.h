@@ -38,9 +38,9 @@ private:
     WebAnswer enrol(const Fields &fields);
     WebAnswer subscribe(const Fields &fields);
 
-    std::mutex mutex_;
-    std::vector<User> users_;
-    QSet<QString> subscribers_;
+    std::mutex m_mutex;
+    std::vector<User> m_users;
+    QSet<QString> m_subscribers;
 };
 
 } // namespace orvel::demo

@@ -29,15 +29,15 @@ struct Palette
 class Dice
 {
 public:
-    explicit Dice(quint32 seed) : state_(seed) {}
+    explicit Dice(quint32 seed) : m_state(seed) {}
     double roll(double from, double to)
     {
-        state_ = state_ * 1664525U + 1013904223U;
-        return from + (to - from) * double(state_ >> 8) / double(1U << 24);
+        m_state = m_state * 1664525U + 1013904223U;
+        return from + (to - from) * double(m_state >> 8) / double(1U << 24);
     }
 
 private:
-    quint32 state_;
+    quint32 m_state;
 };
 
 QColor faded(QColor colour, double alpha);

@@ -6,54 +6,54 @@ namespace orvel::demo {
 
 namespace {
 
-constexpr qsizetype maximumBurst = 2 * 1024 * 1024;
+constexpr qsizetype maxBurst = 2 * 1024 * 1024;
 constexpr qsizetype slack = 256 * 1024; // what a slow listener may lag behind its burst
 
 } // namespace
 
-Channel::Channel(const Programme &programme) : programme_(programme) {}
+Channel::Channel(const Programme &programme) : m_programme(programme) {}
 
 void Channel::enter(qsizetype burst)
 {
-    const std::scoped_lock audience(audienceMutex_);
+    const std::scoped_lock audience(m_audienceMutex);
     {
-        const std::scoped_lock lock(mutex_);
-        wanted_ = std::max(wanted_, burst);
+        const std::scoped_lock lock(m_mutex);
+        m_wanted = std::max(m_wanted, burst);
     }
-    changed_.notify_all();
-    if (audience_++ > 0)
+    m_changed.notify_all();
+    if (m_audience++ > 0)
         return;
-    ++encodersStarted_;
-    encoder_ = std::jthread([this](const std::stop_token &stop) { encode(stop); });
+    ++m_encodersStarted;
+    m_encoder = std::jthread([this](const std::stop_token &stop) { encode(stop); });
 }
 
 void Channel::leave()
 {
-    const std::scoped_lock audience(audienceMutex_);
-    if (--audience_ > 0)
+    const std::scoped_lock audience(m_audienceMutex);
+    if (--m_audience > 0)
         return;
-    encoder_.request_stop();
-    encoder_.join();
-    const std::scoped_lock lock(mutex_);
-    firstNumber_ = 0;
-    keptBytes_ = wanted_ = 0;
-    kept_.clear();
-    failed_ = false;
+    m_encoder.request_stop();
+    m_encoder.join();
+    const std::scoped_lock lock(m_mutex);
+    m_firstNumber = 0;
+    m_keptBytes = m_wanted = 0;
+    m_kept.clear();
+    m_failed = false;
 }
 
 void Channel::encode(const std::stop_token &stop)
 {
     // Who comes back after a while hears what is on air by then.
-    const std::chrono::duration<double> age = Clock::now() - born_;
-    const auto encoder = Encoder::open(programme_, int(age.count() / Synth::songSeconds));
-    std::unique_lock lock(mutex_);
+    const std::chrono::duration<double> age = Clock::now() - m_born;
+    const auto encoder = Encoder::open(m_programme, int(age.count() / Synth::songSeconds));
+    std::unique_lock lock(m_mutex);
     Clock::time_point due = Clock::now();
     while (encoder && !stop.stop_requested()) {
-        const bool filling = keptBytes_ < wanted_;
+        const bool filling = m_keptBytes < m_wanted;
         if (!filling && due > Clock::now()) {
             // Some frames at a time, as they leave a real server.
-            changed_.wait_until(lock, stop, due + std::chrono::milliseconds(80),
-                                [this] { return keptBytes_ < wanted_; });
+            m_changed.wait_until(lock, stop, due + std::chrono::milliseconds(80),
+                                 [this] { return m_keptBytes < m_wanted; });
             continue;
         }
         lock.unlock();
@@ -64,59 +64,59 @@ void Channel::encode(const std::stop_token &stop)
         const auto length = std::chrono::duration<double>(frame.seconds);
         due = filling ? Clock::now() : due + std::chrono::duration_cast<Clock::duration>(length);
         keep(std::move(frame));
-        changed_.notify_all();
+        m_changed.notify_all();
     }
-    failed_ = !stop.stop_requested();
-    changed_.notify_all();
+    m_failed = !stop.stop_requested();
+    m_changed.notify_all();
 }
 
 void Channel::keep(Frame frame)
 {
-    keptBytes_ += frame.bytes.size();
-    kept_.push_back(std::make_shared<const Frame>(std::move(frame)));
-    while (keptBytes_ - kept_.front()->bytes.size() > wanted_ + slack) {
-        keptBytes_ -= kept_.front()->bytes.size();
-        kept_.pop_front();
-        ++firstNumber_;
+    m_keptBytes += frame.bytes.size();
+    m_kept.push_back(std::make_shared<const Frame>(std::move(frame)));
+    while (m_keptBytes - m_kept.front()->bytes.size() > m_wanted + slack) {
+        m_keptBytes -= m_kept.front()->bytes.size();
+        m_kept.pop_front();
+        ++m_firstNumber;
     }
 }
 
 qint64 Channel::burstStart(qsizetype burst) const
 {
     qsizetype bytes = 0;
-    std::size_t index = kept_.size();
+    std::size_t index = m_kept.size();
     while (index > 0 && bytes < burst)
-        bytes += kept_[--index]->bytes.size();
-    return firstNumber_ + qint64(index);
+        bytes += m_kept[--index]->bytes.size();
+    return m_firstNumber + qint64(index);
 }
 
 Channel::Listener::Listener(Channel &channel, qsizetype burst)
-    : channel_(channel), burst_(std::clamp<qsizetype>(burst, 0, maximumBurst))
+    : m_channel(channel), m_burst(std::clamp<qsizetype>(burst, 0, maxBurst))
 {
-    channel_.enter(burst_);
+    m_channel.enter(m_burst);
 }
 
-Channel::Listener::~Listener() { channel_.leave(); }
+Channel::Listener::~Listener() { m_channel.leave(); }
 
 std::shared_ptr<const Frame> Channel::Listener::next(const std::stop_token &stop)
 {
-    std::unique_lock lock(channel_.mutex_);
+    std::unique_lock lock(m_channel.m_mutex);
     const auto ready = [this] {
-        if (channel_.failed_)
+        if (m_channel.m_failed)
             return true;
-        if (number_ < 0)
-            return channel_.keptBytes_ >= burst_;
-        return number_ < channel_.firstNumber_ + qint64(channel_.kept_.size());
+        if (m_number < 0)
+            return m_channel.m_keptBytes >= m_burst;
+        return m_number < m_channel.m_firstNumber + qint64(m_channel.m_kept.size());
     };
-    if (number_ < 0) {
-        if (!channel_.changed_.wait(lock, stop, ready))
+    if (m_number < 0) {
+        if (!m_channel.m_changed.wait(lock, stop, ready))
             return nullptr;
-        number_ = channel_.burstStart(burst_);
+        m_number = m_channel.burstStart(m_burst);
     }
-    if (!channel_.changed_.wait(lock, stop, ready) || channel_.failed_)
+    if (!m_channel.m_changed.wait(lock, stop, ready) || m_channel.m_failed)
         return nullptr;
-    number_ = std::max(number_, channel_.firstNumber_);
-    return channel_.kept_[std::size_t(number_++ - channel_.firstNumber_)];
+    m_number = std::max(m_number, m_channel.m_firstNumber);
+    return m_channel.m_kept[std::size_t(m_number++ - m_channel.m_firstNumber)];
 }
 
 } // namespace orvel::demo

@@ -25,8 +25,8 @@ public:
     Channel(const Channel &) = delete;
     Channel &operator=(const Channel &) = delete;
 
-    const Programme &programme() const { return programme_; }
-    int encodersStarted() const { return encodersStarted_; }
+    const Programme &programme() const { return m_programme; }
+    int encodersStarted() const { return m_encodersStarted; }
 
     // Somebody who hears the channel from `burst` bytes before its newest frame on. Used by one thread.
     class Listener
@@ -42,9 +42,9 @@ public:
         std::shared_ptr<const Frame> next(const std::stop_token &stop);
 
     private:
-        Channel &channel_;
-        qsizetype burst_;
-        qint64 number_ = -1; // of the next frame; -1 until the burst is there
+        Channel &m_channel;
+        qsizetype m_burst;
+        qint64 m_number = -1; // of the next frame; -1 until the burst is there
     };
 
 private:
@@ -56,21 +56,21 @@ private:
     void keep(Frame frame);
     qint64 burstStart(qsizetype burst) const;
 
-    const Programme &programme_;
-    const Clock::time_point born_ = Clock::now();
-    std::atomic<int> encodersStarted_ = 0;
+    const Programme &m_programme;
+    const Clock::time_point m_born = Clock::now();
+    std::atomic<int> m_encodersStarted = 0;
 
-    std::mutex mutex_;
-    std::condition_variable_any changed_;
-    std::deque<std::shared_ptr<const Frame>> kept_;
-    qint64 firstNumber_ = 0; // of the oldest frame kept
-    qsizetype keptBytes_ = 0;
-    qsizetype wanted_ = 0; // bytes to keep for the greatest burst asked for
-    bool failed_ = false;
+    std::mutex m_mutex;
+    std::condition_variable_any m_changed;
+    std::deque<std::shared_ptr<const Frame>> m_kept;
+    qint64 m_firstNumber = 0; // of the oldest frame kept
+    qsizetype m_keptBytes = 0;
+    qsizetype m_wanted = 0; // bytes to keep for the greatest burst asked for
+    bool m_failed = false;
 
-    std::mutex audienceMutex_; // taken before mutex_
-    int audience_ = 0;
-    std::jthread encoder_;
+    std::mutex m_audienceMutex; // taken before m_mutex
+    int m_audience = 0;
+    std::jthread m_encoder;
 };
 
 } // namespace orvel::demo

@@ -10,13 +10,13 @@
 
 namespace orvel::demo {
 
-Connection::Connection(int socket) : socket_(socket) {}
+Connection::Connection(int socket) : m_socket(socket) {}
 
 Connection::~Connection() { close(); }
 
 bool Connection::waitFor(short events, int milliseconds) const
 {
-    pollfd poll{socket_, events, 0};
+    pollfd poll{m_socket, events, 0};
     int result = 0;
     do {
         result = ::poll(&poll, 1, milliseconds);
@@ -30,14 +30,14 @@ QByteArray Connection::receive()
     char buffer[4096];
     if (!waitFor(POLLIN, patience))
         return {};
-    const ssize_t count = ::recv(socket_, buffer, sizeof buffer, 0);
+    const ssize_t count = ::recv(m_socket, buffer, sizeof buffer, 0);
     return count > 0 ? QByteArray(buffer, count) : QByteArray();
 }
 
 bool Connection::send(QByteArrayView bytes)
 {
     while (!bytes.isEmpty()) {
-        const ssize_t count = ::send(socket_, bytes.data(), std::size_t(bytes.size()), MSG_NOSIGNAL);
+        const ssize_t count = ::send(m_socket, bytes.data(), std::size_t(bytes.size()), MSG_NOSIGNAL);
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0)
@@ -55,27 +55,27 @@ void Connection::reset()
 {
     using namespace std::chrono_literals;
     int unsent = 0;
-    for (int i = 0; i < 200 && ::ioctl(socket_, SIOCOUTQ, &unsent) == 0 && unsent > 0; ++i) {
+    for (int i = 0; i < 200 && ::ioctl(m_socket, SIOCOUTQ, &unsent) == 0 && unsent > 0; ++i) {
         if (!stay(5ms))
             break;
     }
     const linger abrupt{1, 0};
-    ::setsockopt(socket_, SOL_SOCKET, SO_LINGER, &abrupt, sizeof abrupt);
+    ::setsockopt(m_socket, SOL_SOCKET, SO_LINGER, &abrupt, sizeof abrupt);
 }
 
 void Connection::close()
 {
-    const std::scoped_lock lock(closing_);
-    if (socket_ >= 0)
-        ::close(socket_);
-    socket_ = -1;
+    const std::scoped_lock lock(m_closing);
+    if (m_socket >= 0)
+        ::close(m_socket);
+    m_socket = -1;
 }
 
 void Connection::abort()
 {
-    const std::scoped_lock lock(closing_);
-    if (socket_ >= 0)
-        ::shutdown(socket_, SHUT_RDWR);
+    const std::scoped_lock lock(m_closing);
+    if (m_socket >= 0)
+        ::shutdown(m_socket, SHUT_RDWR);
 }
 
 } // namespace orvel::demo

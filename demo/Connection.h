@@ -34,8 +34,8 @@ public:
 private:
     bool waitFor(short events, int milliseconds) const;
 
-    std::mutex closing_; // keeps `abort` off a descriptor that is already somebody else's
-    int socket_;
+    std::mutex m_closing; // keeps `abort` off a descriptor that is already somebody else's
+    int m_socket;
 };
 
 } // namespace orvel::demo

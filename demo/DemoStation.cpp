@@ -96,43 +96,43 @@ std::unique_ptr<DemoStation> DemoStation::start(const Options &options)
     return std::unique_ptr<DemoStation>(new DemoStation(std::move(parts)));
 }
 
-DemoStation::DemoStation(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
+DemoStation::DemoStation(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
 
 DemoStation::~DemoStation() = default;
 
-QString DemoStation::siteUrl() const { return parts_->content.siteUrl(); }
+QString DemoStation::siteUrl() const { return m_parts->content.siteUrl(); }
 
 QString DemoStation::networkWebradioUrl() const
 {
-    return address(parts_->network->port()) + QStringLiteral("/api/webradio");
+    return address(m_parts->network->port()) + QStringLiteral("/api/webradio");
 }
 
 QStringList DemoStation::radioIds() const
 {
     QStringList ids;
-    for (const Programme &programme : parts_->content.programmes())
+    for (const Programme &programme : m_parts->content.programmes())
         ids.append(programme.id);
     return ids;
 }
 
 QString DemoStation::radioName(const QString &id) const
 {
-    const Programme *programme = parts_->content.byId(id);
+    const Programme *programme = m_parts->content.byId(id);
     return programme ? programme->name : QString();
 }
 
 QString DemoStation::listenUrl(const QString &id) const
 {
-    const Programme *programme = parts_->content.byId(id);
+    const Programme *programme = m_parts->content.byId(id);
     return programme ? programme->listed : QString();
 }
 
 QString DemoStation::streamUrl(const QString &id) const
 {
-    const Programme *programme = parts_->content.byId(id);
-    return programme ? parts_->content.streamUrl(*programme) : QString();
+    const Programme *programme = m_parts->content.byId(id);
+    return programme ? m_parts->content.streamUrl(*programme) : QString();
 }
 
-int DemoStation::encodersStarted() const { return parts_->streams->encodersStarted(); }
+int DemoStation::encodersStarted() const { return m_parts->streams->encodersStarted(); }
 
 } // namespace orvel

@@ -48,7 +48,7 @@ private:
     struct Parts;
     explicit DemoStation(std::unique_ptr<Parts> parts);
 
-    std::unique_ptr<Parts> parts_;
+    std::unique_ptr<Parts> m_parts;
 };
 
 } // namespace orvel

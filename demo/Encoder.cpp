@@ -44,80 +44,80 @@ std::unique_ptr<Encoder> Encoder::open(const Programme &programme, int firstSong
 }
 
 Encoder::Encoder(const Programme &programme, int firstSong)
-    : programme_(programme), synth_(programme.music, firstSong)
+    : m_programme(programme), m_synth(programme.music, firstSong)
 {
 }
 
 Encoder::~Encoder()
 {
     // An encoder that is not drained warns of the frames it still holds.
-    if (context_ && avcodec_is_open(context_.get()) && avcodec_send_frame(context_.get(), nullptr) >= 0) {
-        while (avcodec_receive_packet(context_.get(), packet_.get()) >= 0)
-            av_packet_unref(packet_.get());
+    if (m_context && avcodec_is_open(m_context.get()) && avcodec_send_frame(m_context.get(), nullptr) >= 0) {
+        while (avcodec_receive_packet(m_context.get(), m_packet.get()) >= 0)
+            av_packet_unref(m_packet.get());
     }
 }
 
 bool Encoder::openCodec()
 {
-    const bool mp3 = programme_.codec == Codec::Mp3;
+    const bool mp3 = m_programme.codec == Codec::Mp3;
     const AVCodec *codec =
         mp3 ? avcodec_find_encoder_by_name("libmp3lame") : avcodec_find_encoder_by_name("aac");
     if (!codec)
         return false;
-    context_.reset(avcodec_alloc_context3(codec));
-    frame_.reset(av_frame_alloc());
-    packet_.reset(av_packet_alloc());
-    context_->bit_rate = programme_.kbps * 1000;
-    context_->sample_rate = Synth::sampleRate;
-    context_->sample_fmt = AV_SAMPLE_FMT_FLTP;
-    av_channel_layout_default(&context_->ch_layout, 2);
-    context_->flags |= AV_CODEC_FLAG_BITEXACT;
+    m_context.reset(avcodec_alloc_context3(codec));
+    m_frame.reset(av_frame_alloc());
+    m_packet.reset(av_packet_alloc());
+    m_context->bit_rate = m_programme.kbps * 1000;
+    m_context->sample_rate = Synth::sampleRate;
+    m_context->sample_fmt = AV_SAMPLE_FMT_FLTP;
+    av_channel_layout_default(&m_context->ch_layout, 2);
+    m_context->flags |= AV_CODEC_FLAG_BITEXACT;
     if (mp3) {
-        context_->compression_level = 9; // fast: a cold start fills the whole burst at once
+        m_context->compression_level = 9; // fast: a cold start fills the whole burst at once
         // Without the reservoir no frame borrows bits from earlier ones: a listener may join at any.
-        av_opt_set_int(context_->priv_data, "reservoir", 0, 0);
+        av_opt_set_int(m_context->priv_data, "reservoir", 0, 0);
     } else {
-        av_opt_set(context_->priv_data, "aac_coder", "fast", 0);
+        av_opt_set(m_context->priv_data, "aac_coder", "fast", 0);
     }
-    if (avcodec_open2(context_.get(), codec, nullptr) < 0)
+    if (avcodec_open2(m_context.get(), codec, nullptr) < 0)
         return false;
-    frame_->nb_samples = context_->frame_size;
-    frame_->format = context_->sample_fmt;
-    frame_->sample_rate = context_->sample_rate;
-    return av_channel_layout_copy(&frame_->ch_layout, &context_->ch_layout) >= 0 &&
-           av_frame_get_buffer(frame_.get(), 0) >= 0;
+    m_frame->nb_samples = m_context->frame_size;
+    m_frame->format = m_context->sample_fmt;
+    m_frame->sample_rate = m_context->sample_rate;
+    return av_channel_layout_copy(&m_frame->ch_layout, &m_context->ch_layout) >= 0 &&
+           av_frame_get_buffer(m_frame.get(), 0) >= 0;
 }
 
 Frame Encoder::next()
 {
-    while (avcodec_receive_packet(context_.get(), packet_.get()) < 0) {
+    while (avcodec_receive_packet(m_context.get(), m_packet.get()) < 0) {
         if (!feed())
             return {};
     }
     Frame frame;
     frame.bytes = packetBytes();
-    frame.title = programme_.titles.value(song_ % qMax(1, int(programme_.titles.size()))).toUtf8();
-    frame.seconds = double(context_->frame_size) / Synth::sampleRate;
-    av_packet_unref(packet_.get());
+    frame.title = m_programme.titles.value(m_song % qMax(1, int(m_programme.titles.size()))).toUtf8();
+    frame.seconds = double(m_context->frame_size) / Synth::sampleRate;
+    av_packet_unref(m_packet.get());
     return frame;
 }
 
 bool Encoder::feed()
 {
-    if (av_frame_make_writable(frame_.get()) < 0)
+    if (av_frame_make_writable(m_frame.get()) < 0)
         return false;
-    song_ = synth_.song();
-    const auto size = std::size_t(frame_->nb_samples);
-    synth_.render(std::span(reinterpret_cast<float *>(frame_->data[0]), size),
-                  std::span(reinterpret_cast<float *>(frame_->data[1]), size));
-    frame_->pts = frame_->pts == AV_NOPTS_VALUE ? 0 : frame_->pts + frame_->nb_samples;
-    return avcodec_send_frame(context_.get(), frame_.get()) >= 0;
+    m_song = m_synth.song();
+    const auto size = std::size_t(m_frame->nb_samples);
+    m_synth.render(std::span(reinterpret_cast<float *>(m_frame->data[0]), size),
+                   std::span(reinterpret_cast<float *>(m_frame->data[1]), size));
+    m_frame->pts = m_frame->pts == AV_NOPTS_VALUE ? 0 : m_frame->pts + m_frame->nb_samples;
+    return avcodec_send_frame(m_context.get(), m_frame.get()) >= 0;
 }
 
 QByteArray Encoder::packetBytes() const
 {
-    const QByteArray payload(reinterpret_cast<const char *>(packet_->data), packet_->size);
-    return programme_.codec == Codec::Mp3 ? payload : adtsHeader(packet_->size) + payload;
+    const QByteArray payload(reinterpret_cast<const char *>(m_packet->data), m_packet->size);
+    return m_programme.codec == Codec::Mp3 ? payload : adtsHeader(m_packet->size) + payload;
 }
 
 } // namespace orvel::demo

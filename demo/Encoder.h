@@ -50,12 +50,12 @@ private:
     bool feed();
     QByteArray packetBytes() const;
 
-    const Programme &programme_;
-    Synth synth_;
-    int song_ = 0;
-    std::unique_ptr<AVCodecContext, FreeContext> context_;
-    std::unique_ptr<AVFrame, FreeFrame> frame_;
-    std::unique_ptr<AVPacket, FreePacket> packet_;
+    const Programme &m_programme;
+    Synth m_synth;
+    int m_song = 0;
+    std::unique_ptr<AVCodecContext, FreeContext> m_context;
+    std::unique_ptr<AVFrame, FreeFrame> m_frame;
+    std::unique_ptr<AVPacket, FreePacket> m_packet;
 };
 
 } // namespace orvel::demo

@@ -7,7 +7,7 @@ namespace orvel::demo {
 namespace {
 
 constexpr qsizetype unit = 16;
-constexpr qsizetype maximumUnits = 127;
+constexpr qsizetype maxUnits = 127;
 
 bool continuesCharacter(char byte) { return (byte & 0xC0) == 0x80; }
 
@@ -15,19 +15,19 @@ bool continuesCharacter(char byte) { return (byte & 0xC0) == 0x80; }
 
 QByteArray IcyFraming::framed(const QByteArray &audio, const QByteArray &title)
 {
-    if (interval_ <= 0)
+    if (m_interval <= 0)
         return audio;
     QByteArray result;
     qsizetype at = 0;
     while (at < audio.size()) {
-        const qsizetype run = qsizetype(std::min<qint64>(interval_ - sinceBlock_, audio.size() - at));
+        const qsizetype run = qsizetype(std::min<qint64>(m_interval - m_sinceBlock, audio.size() - at));
         result.append(audio.constData() + at, run);
         at += run;
-        sinceBlock_ += run;
-        if (sinceBlock_ == interval_) {
-            result += title == told_ ? QByteArray(1, '\0') : block(title);
-            told_ = title;
-            sinceBlock_ = 0;
+        m_sinceBlock += run;
+        if (m_sinceBlock == m_interval) {
+            result += title == m_told ? QByteArray(1, '\0') : block(title);
+            m_told = title;
+            m_sinceBlock = 0;
         }
     }
     return result;
@@ -37,7 +37,7 @@ QByteArray IcyFraming::block(QByteArray title)
 {
     static const QByteArray before = "StreamTitle='";
     static const QByteArray after = "';";
-    const qsizetype room = unit * maximumUnits - before.size() - after.size();
+    const qsizetype room = unit * maxUnits - before.size() - after.size();
     if (title.size() > room) {
         qsizetype end = room;
         while (end > 0 && continuesCharacter(title[end]))

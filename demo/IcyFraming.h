@@ -9,7 +9,7 @@ class IcyFraming
 {
 public:
     // 0 or less: no metadata at all.
-    explicit IcyFraming(qint64 interval) : interval_(interval) {}
+    explicit IcyFraming(qint64 interval) : m_interval(interval) {}
 
     // `audio` with the blocks that fall into it. A block says `title` (UTF-8) when the listener has not been
     // told yet, and is a single zero byte otherwise.
@@ -20,9 +20,9 @@ public:
     static QByteArray block(QByteArray title);
 
 private:
-    qint64 interval_;
-    qint64 sinceBlock_ = 0;
-    QByteArray told_;
+    qint64 m_interval;
+    qint64 m_sinceBlock = 0;
+    QByteArray m_told;
 };
 
 } // namespace orvel::demo

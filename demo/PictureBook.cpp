@@ -21,7 +21,7 @@ QByteArray encoded(const QImage &image, const char *format)
 
 } // namespace
 
-PictureBook::PictureBook(const std::vector<Programme> &programmes) : programmes_(programmes) {}
+PictureBook::PictureBook(const std::vector<Programme> &programmes) : m_programmes(programmes) {}
 
 std::optional<WebAnswer> PictureBook::answer(const WebRequest &request)
 {
@@ -38,15 +38,15 @@ std::optional<WebAnswer> PictureBook::answer(const WebRequest &request)
 
 QByteArray PictureBook::picture(const QString &name)
 {
-    const std::scoped_lock lock(mutex_);
-    const auto known = drawn_.constFind(name);
-    if (known != drawn_.constEnd())
+    const std::scoped_lock lock(m_mutex);
+    const auto known = m_drawn.constFind(name);
+    if (known != m_drawn.constEnd())
         return *known;
-    for (const Programme &programme : programmes_) {
+    for (const Programme &programme : m_programmes) {
         if (name == programme.slug() + QLatin1String(".jpg"))
-            return *drawn_.insert(name, encoded(drawCover(programme.art), "JPG"));
+            return *m_drawn.insert(name, encoded(drawCover(programme.art), "JPG"));
         if (name == programme.slug() + QLatin1String("-logo.png"))
-            return *drawn_.insert(name, encoded(drawLogo(programme.art), "PNG"));
+            return *m_drawn.insert(name, encoded(drawLogo(programme.art), "PNG"));
     }
     return {};
 }

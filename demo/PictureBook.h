@@ -24,9 +24,9 @@ public:
 private:
     QByteArray picture(const QString &name);
 
-    const std::vector<Programme> &programmes_;
-    std::mutex mutex_;
-    QHash<QString, QByteArray> drawn_;
+    const std::vector<Programme> &m_programmes;
+    std::mutex m_mutex;
+    QHash<QString, QByteArray> m_drawn;
 };
 
 } // namespace orvel::demo

@@ -17,11 +17,11 @@ bool isTimestamp(const QByteArray &text)
 
 } // namespace
 
-SignatureCheck::SignatureCheck(KeyPair keys) : keys_(std::move(keys)) {}
+SignatureCheck::SignatureCheck(KeyPair keys) : m_keys(std::move(keys)) {}
 
 QString SignatureCheck::refusal(const WebRequest &request, const QByteArray &endpoint, qint64 now) const
 {
-    if (request.headers.value("x-public-key") != keys_.open)
+    if (request.headers.value("x-public-key") != m_keys.open)
         return QStringLiteral("Cette application n'est pas autorisée à utiliser le service.");
     const QByteArray timestamp = request.headers.value("x-request-timestamp");
     if (!isTimestamp(timestamp))
@@ -29,7 +29,7 @@ QString SignatureCheck::refusal(const WebRequest &request, const QByteArray &end
     if (qAbs(timestamp.toLongLong() - now) > toleranceSeconds)
         return QStringLiteral("La demande est périmée : vérifiez l'heure de votre appareil.");
     const QByteArray expected =
-        QMessageAuthenticationCode::hash(endpoint + timestamp, keys_.signing, QCryptographicHash::Sha1)
+        QMessageAuthenticationCode::hash(endpoint + timestamp, m_keys.signing, QCryptographicHash::Sha1)
             .toBase64();
     if (request.headers.value("x-request-hash") != expected)
         return QStringLiteral("La signature de la demande n'est pas valable.");

@@ -24,7 +24,7 @@ public:
     QString refusal(const WebRequest &request, const QByteArray &endpoint, qint64 now) const;
 
 private:
-    KeyPair keys_;
+    KeyPair m_keys;
 };
 
 } // namespace orvel::demo

@@ -10,7 +10,7 @@
 namespace orvel::demo {
 
 StationApi::StationApi(KeyPair keys, Lists lists, Accounts *accounts)
-    : check_(std::move(keys)), lists_(std::move(lists)), accounts_(accounts)
+    : m_check(std::move(keys)), m_lists(std::move(lists)), m_accounts(accounts)
 {
 }
 
@@ -25,15 +25,15 @@ std::optional<WebAnswer> StationApi::answer(const WebRequest &request) const
         path += '?' + QByteArray::fromPercentEncoding(request.query);
     if (!request.post)
         return errorAnswer(path, 405, QStringLiteral("Le service n'accepte que les demandes POST."));
-    const QString refusal = check_.refusal(request, path, QDateTime::currentSecsSinceEpoch());
+    const QString refusal = m_check.refusal(request, path, QDateTime::currentSecsSinceEpoch());
     return refusal.isEmpty() ? endpoint(path, request.body) : errorAnswer(path, 403, refusal);
 }
 
 WebAnswer StationApi::endpoint(const QByteArray &path, const QByteArray &form) const
 {
-    if (const auto list = lists_.find(path); list != lists_.end())
+    if (const auto list = m_lists.find(path); list != m_lists.end())
         return {200, jsonType, list->second};
-    if (const auto answer = accounts_ ? accounts_->answer(path, form) : std::nullopt)
+    if (const auto answer = m_accounts ? m_accounts->answer(path, form) : std::nullopt)
         return *answer;
     return errorAnswer(path, 404, QStringLiteral("Cette rubrique n'est pas encore disponible."));
 }

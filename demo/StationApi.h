@@ -25,9 +25,9 @@ public:
 private:
     WebAnswer endpoint(const QByteArray &path, const QByteArray &form) const;
 
-    SignatureCheck check_;
-    Lists lists_;
-    Accounts *accounts_;
+    SignatureCheck m_check;
+    Lists m_lists;
+    Accounts *m_accounts;
 };
 
 } // namespace orvel::demo

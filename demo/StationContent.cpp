@@ -75,24 +75,24 @@ Programme programmeOf(const QJsonObject &json)
 } // namespace
 
 StationContent::StationContent(const QString &siteUrl, const QString &streamsUrl)
-    : siteUrl_(siteUrl)
-    , streamsUrl_(streamsUrl)
-    , webradio_(filled("webradio.json"))
-    , network_(filled("network.json"))
-    , frequences_(contentFile("frequences.json"))
-    , home_(contentFile("index.html"))
+    : m_siteUrl(siteUrl)
+    , m_streamsUrl(streamsUrl)
+    , m_webradio(filled("webradio.json"))
+    , m_network(filled("network.json"))
+    , m_frequences(contentFile("frequences.json"))
+    , m_home(contentFile("index.html"))
 {
     for (const QJsonValue &channel : QJsonDocument::fromJson(contentFile("channels.json")).array())
-        programmes_.push_back(programmeOf(channel.toObject()));
-    announce(webradio_);
-    announce(network_);
+        m_programmes.push_back(programmeOf(channel.toObject()));
+    announce(m_webradio);
+    announce(m_network);
 }
 
 QByteArray StationContent::filled(const char *file) const
 {
     return contentFile(file)
-        .replace("{{site}}", siteUrl_.toUtf8())
-        .replace("{{streams}}", streamsUrl_.toUtf8());
+        .replace("{{site}}", m_siteUrl.toUtf8())
+        .replace("{{streams}}", m_streamsUrl.toUtf8());
 }
 
 void StationContent::announce(const QByteArray &list)
@@ -100,7 +100,7 @@ void StationContent::announce(const QByteArray &list)
     for (const QJsonValue &entry : QJsonDocument::fromJson(list)["content"].toArray()) {
         const QString listed = entry["flux_aac"].toString();
         const QString slug = QUrl(listed).fileName().section(QLatin1Char('.'), 0, 0);
-        for (Programme &programme : programmes_) {
+        for (Programme &programme : m_programmes) {
             if (programme.slug() == slug) {
                 programme.id = entry["id"].toString();
                 programme.name = entry["title"].toString();
@@ -112,20 +112,20 @@ void StationContent::announce(const QByteArray &list)
 
 QString StationContent::streamUrl(const Programme &programme) const
 {
-    return streamsUrl_ + QLatin1Char('/') + programme.stream;
+    return m_streamsUrl + QLatin1Char('/') + programme.stream;
 }
 
 const Programme *StationContent::byId(const QString &id) const
 {
-    const auto found = std::ranges::find_if(programmes_, [&](const Programme &p) { return p.id == id; });
-    return found == programmes_.end() ? nullptr : &*found;
+    const auto found = std::ranges::find_if(m_programmes, [&](const Programme &p) { return p.id == id; });
+    return found == m_programmes.end() ? nullptr : &*found;
 }
 
 const Programme *StationContent::bySlug(const QString &slug) const
 {
     const auto found =
-        std::ranges::find_if(programmes_, [&](const Programme &p) { return p.slug() == slug; });
-    return found == programmes_.end() ? nullptr : &*found;
+        std::ranges::find_if(m_programmes, [&](const Programme &p) { return p.slug() == slug; });
+    return found == m_programmes.end() ? nullptr : &*found;
 }
 
 } // namespace orvel::demo

@@ -60,14 +60,14 @@ class StationContent
 public:
     StationContent(const QString &siteUrl, const QString &streamsUrl);
 
-    const QByteArray &webradio() const { return webradio_; }
-    const QByteArray &network() const { return network_; }
-    const QByteArray &frequences() const { return frequences_; }
+    const QByteArray &webradio() const { return m_webradio; }
+    const QByteArray &network() const { return m_network; }
+    const QByteArray &frequences() const { return m_frequences; }
     // The site's home page.
-    const QByteArray &home() const { return home_; }
-    const std::vector<Programme> &programmes() const { return programmes_; }
+    const QByteArray &home() const { return m_home; }
+    const std::vector<Programme> &programmes() const { return m_programmes; }
 
-    const QString &siteUrl() const { return siteUrl_; }
+    const QString &siteUrl() const { return m_siteUrl; }
     QString streamUrl(const Programme &programme) const;
     // Null when there is none.
     const Programme *byId(const QString &id) const;
@@ -77,13 +77,13 @@ private:
     QByteArray filled(const char *file) const;
     void announce(const QByteArray &list);
 
-    QString siteUrl_;
-    QString streamsUrl_;
-    QByteArray webradio_;
-    QByteArray network_;
-    QByteArray frequences_;
-    QByteArray home_;
-    std::vector<Programme> programmes_;
+    QString m_siteUrl;
+    QString m_streamsUrl;
+    QByteArray m_webradio;
+    QByteArray m_network;
+    QByteArray m_frequences;
+    QByteArray m_home;
+    std::vector<Programme> m_programmes;
 };
 
 } // namespace orvel::demo

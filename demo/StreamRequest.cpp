@@ -8,11 +8,11 @@ namespace orvel::demo {
 
 std::optional<StreamRequest> StreamRequest::read(Connection &connection)
 {
-    constexpr qsizetype maximumHead = 16 * 1024;
+    constexpr qsizetype maxHead = 16 * 1024;
     QByteArray head;
     while (!head.contains("\r\n\r\n")) {
         const QByteArray piece = connection.receive();
-        if (piece.isEmpty() || head.size() > maximumHead)
+        if (piece.isEmpty() || head.size() > maxHead)
             return {};
         head += piece;
     }

@@ -13,7 +13,7 @@ namespace orvel::demo {
 
 namespace {
 
-constexpr std::size_t maximumVisits = 100;
+constexpr std::size_t maxVisits = 100;
 
 } // namespace
 
@@ -38,41 +38,41 @@ std::unique_ptr<StreamServer> StreamServer::listen(quint16 port)
 
 StreamServer::~StreamServer()
 {
-    stop_.request_stop();
-    ::shutdown(socket_, SHUT_RDWR);
-    if (acceptor_.joinable())
-        acceptor_.join();
-    ::close(socket_);
-    for (Visit &visit : visits_)
+    m_stop.request_stop();
+    ::shutdown(m_socket, SHUT_RDWR);
+    if (m_acceptor.joinable())
+        m_acceptor.join();
+    ::close(m_socket);
+    for (Visit &visit : m_visits)
         visit.connection.abort();
-    visits_.clear();
+    m_visits.clear();
 }
 
 void StreamServer::start(const StationContent &content, const StreamSettings &settings)
 {
-    settings_ = settings;
-    siteUrl_ = content.siteUrl();
+    m_settings = settings;
+    m_siteUrl = content.siteUrl();
     for (const Programme &programme : content.programmes())
-        channels_.emplace_back(programme);
-    acceptor_ = std::jthread([this] { acceptAll(); });
+        m_channels.emplace_back(programme);
+    m_acceptor = std::jthread([this] { acceptAll(); });
 }
 
 int StreamServer::encodersStarted() const
 {
     int sum = 0;
-    for (const Channel &channel : channels_)
+    for (const Channel &channel : m_channels)
         sum += channel.encodersStarted();
     return sum;
 }
 
 void StreamServer::acceptAll()
 {
-    while (!stop_.stop_requested()) {
-        const int socket = ::accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
-        std::erase_if(visits_, [](const Visit &visit) { return visit.over.load(); });
+    while (!m_stop.stop_requested()) {
+        const int socket = ::accept4(m_socket, nullptr, nullptr, SOCK_CLOEXEC);
+        std::erase_if(m_visits, [](const Visit &visit) { return visit.over.load(); });
         if (socket >= 0)
             welcome(socket);
-        else if (!stop_.stop_requested() && (errno == EMFILE || errno == ENFILE))
+        else if (!m_stop.stop_requested() && (errno == EMFILE || errno == ENFILE))
             std::this_thread::sleep_for(std::chrono::milliseconds(20)); // until a listener leaves
     }
 }
@@ -81,14 +81,14 @@ void StreamServer::welcome(int socket)
 {
     const int on = 1;
     ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    if (visits_.size() >= maximumVisits) {
+    if (m_visits.size() >= maxVisits) {
         ::close(socket);
         return;
     }
-    Visit &visit = visits_.emplace_back(socket);
+    Visit &visit = m_visits.emplace_back(socket);
     visit.thread = std::jthread([this, &visit] {
-        StreamSession session(visit.connection, settings_, siteUrl_);
-        session.serve([this](const QString &stream) { return channel(stream); }, stop_.get_token());
+        StreamSession session(visit.connection, m_settings, m_siteUrl);
+        session.serve([this](const QString &stream) { return channel(stream); }, m_stop.get_token());
         visit.connection.close();
         visit.over = true;
     });
@@ -97,8 +97,8 @@ void StreamServer::welcome(int socket)
 Channel *StreamServer::channel(const QString &stream)
 {
     const auto found = std::ranges::find_if(
-        channels_, [&](const Channel &channel) { return channel.programme().stream == stream; });
-    return found == channels_.end() ? nullptr : &*found;
+        m_channels, [&](const Channel &channel) { return channel.programme().stream == stream; });
+    return found == m_channels.end() ? nullptr : &*found;
 }
 
 } // namespace orvel::demo

@@ -20,7 +20,7 @@ public:
     StreamServer(const StreamServer &) = delete;
     StreamServer &operator=(const StreamServer &) = delete;
 
-    quint16 port() const { return port_; }
+    quint16 port() const { return m_port; }
     // Begins to answer. `content` outlives the server.
     void start(const StationContent &content, const StreamSettings &settings);
     int encodersStarted() const;
@@ -34,19 +34,19 @@ private:
         std::jthread thread;
     };
 
-    StreamServer(int socket, quint16 port) : socket_(socket), port_(port) {}
+    StreamServer(int socket, quint16 port) : m_socket(socket), m_port(port) {}
     void acceptAll();
     void welcome(int socket);
     Channel *channel(const QString &stream);
 
-    int socket_;
-    quint16 port_;
-    StreamSettings settings_;
-    QString siteUrl_;
-    std::list<Channel> channels_;
-    std::list<Visit> visits_; // touched by the accepting thread alone, and by the destructor after it
-    std::stop_source stop_;
-    std::jthread acceptor_;
+    int m_socket;
+    quint16 m_port;
+    StreamSettings m_settings;
+    QString m_siteUrl;
+    std::list<Channel> m_channels;
+    std::list<Visit> m_visits; // touched by the accepting thread alone, and by the destructor after it
+    std::stop_source m_stop;
+    std::jthread m_acceptor;
 };
 
 } // namespace orvel::demo

@@ -41,26 +41,26 @@ qint64 leadingNumber(const QByteArray &text)
 } // namespace
 
 StreamSession::StreamSession(Connection &connection, const StreamSettings &settings, QString siteUrl)
-    : connection_(connection), settings_(settings), siteUrl_(std::move(siteUrl))
+    : m_connection(connection), m_settings(settings), m_siteUrl(std::move(siteUrl))
 {
 }
 
 void StreamSession::serve(const FindChannel &findChannel, const std::stop_token &stop)
 {
-    const auto request = StreamRequest::read(connection_);
+    const auto request = StreamRequest::read(m_connection);
     if (!request)
         return;
-    faults_ = StreamFaults::of(request->query);
+    m_faults = StreamFaults::of(request->query);
     Channel *channel = findChannel(request->path);
     if (!channel)
         sendStatus(404);
     else if (request->method != "GET")
         sendStatus(405);
-    else if (faults_.status && *faults_.status != 200)
-        sendStatus(*faults_.status);
-    else if (channel->programme().answer == Answer::Offline && !faults_.status)
+    else if (m_faults.status && *m_faults.status != 200)
+        sendStatus(*m_faults.status);
+    else if (channel->programme().answer == Answer::Offline && !m_faults.status)
         sendStatus(503);
-    else if (faults_.kind == Kind::Html)
+    else if (m_faults.kind == Kind::Html)
         sendPage();
     else
         stream(*channel, request->headers.value("icy-metadata") == "1", stop);
@@ -69,17 +69,17 @@ void StreamSession::serve(const FindChannel &findChannel, const std::stop_token 
 void StreamSession::stream(Channel &channel, bool wantsMetadata, const std::stop_token &stop)
 {
     const QByteArray interval =
-        wantsMetadata ? faults_.metadataInterval.value_or(usualInterval) : QByteArray();
+        wantsMetadata ? m_faults.metadataInterval.value_or(usualInterval) : QByteArray();
     const QByteArray answer = head(channel.programme(), interval);
-    if (faults_.kind == Kind::Header) {
-        if (connection_.send(answer.first(answer.size() / 2)))
-            connection_.stayForGood();
+    if (m_faults.kind == Kind::Header) {
+        if (m_connection.send(answer.first(answer.size() / 2)))
+            m_connection.stayForGood();
         return;
     }
     if (!sendHead(answer))
         return;
-    if (faults_.paced.value_or(settings_.paced)) {
-        Channel::Listener listener(channel, faults_.burst.value_or(settings_.burst));
+    if (m_faults.paced.value_or(m_settings.paced)) {
+        Channel::Listener listener(channel, m_faults.burst.value_or(m_settings.burst));
         sendFrames([&] { return listener.next(stop); }, leadingNumber(interval));
     } else if (const auto encoder = Encoder::open(channel.programme(), 0)) {
         const auto next = [&] {
@@ -93,12 +93,12 @@ void StreamSession::sendFrames(const NextFrame &next, qint64 interval)
 {
     IcyFraming framing(interval);
     double seconds = 0;
-    while (!faults_.seconds || seconds < *faults_.seconds) {
+    while (!m_faults.seconds || seconds < *m_faults.seconds) {
         const auto frame = next();
         if (!frame || frame->bytes.isEmpty())
             return;
         seconds += frame->seconds;
-        const QByteArray audio = faults_.kind == Kind::Garbage ? garbage(frame->bytes.size()) : frame->bytes;
+        const QByteArray audio = m_faults.kind == Kind::Garbage ? garbage(frame->bytes.size()) : frame->bytes;
         if (!sendBody(framing.framed(audio, frame->title)))
             return;
     }
@@ -106,20 +106,20 @@ void StreamSession::sendFrames(const NextFrame &next, qint64 interval)
 
 bool StreamSession::sendBody(QByteArrayView bytes)
 {
-    if (faults_.kind == Kind::Slow)
+    if (m_faults.kind == Kind::Slow)
         return sendSlowly(bytes);
     const bool breaks =
-        faults_.kind == Kind::Stall || faults_.kind == Kind::Cut || faults_.kind == Kind::Reset;
-    const bool last = breaks && bodySent_ + bytes.size() >= faults_.after;
+        m_faults.kind == Kind::Stall || m_faults.kind == Kind::Cut || m_faults.kind == Kind::Reset;
+    const bool last = breaks && m_bodySent + bytes.size() >= m_faults.after;
     if (last)
-        bytes = bytes.first(qsizetype(faults_.after - bodySent_));
-    if (!connection_.send(bytes))
+        bytes = bytes.first(qsizetype(m_faults.after - m_bodySent));
+    if (!m_connection.send(bytes))
         return false;
-    bodySent_ += bytes.size();
-    if (last && faults_.kind == Kind::Stall)
-        connection_.stayForGood();
-    if (last && faults_.kind == Kind::Reset)
-        connection_.reset();
+    m_bodySent += bytes.size();
+    if (last && m_faults.kind == Kind::Stall)
+        m_connection.stayForGood();
+    if (last && m_faults.kind == Kind::Reset)
+        m_connection.reset();
     return !last;
 }
 
@@ -127,12 +127,12 @@ bool StreamSession::sendSlowly(QByteArrayView bytes)
 {
     constexpr qsizetype piece = 1024;
     while (!bytes.isEmpty()) {
-        const qsizetype size = std::min(piece - bodySent_ % piece, bytes.size());
-        if (!connection_.send(bytes.first(size)))
+        const qsizetype size = std::min(piece - m_bodySent % piece, bytes.size());
+        if (!m_connection.send(bytes.first(size)))
             return false;
-        bodySent_ += size;
+        m_bodySent += size;
         bytes = bytes.sliced(size);
-        if (bodySent_ % piece == 0 && !connection_.stay(1s))
+        if (m_bodySent % piece == 0 && !m_connection.stay(1s))
             return false;
     }
     return true;
@@ -140,11 +140,11 @@ bool StreamSession::sendSlowly(QByteArrayView bytes)
 
 bool StreamSession::sendHead(const QByteArray &head)
 {
-    const qsizetype piece = faults_.piece > 0 ? faults_.piece : head.size();
+    const qsizetype piece = m_faults.piece > 0 ? m_faults.piece : head.size();
     for (qsizetype at = 0; at < head.size(); at += piece) {
-        if (at > 0 && !connection_.stay(20ms))
+        if (at > 0 && !m_connection.stay(20ms))
             return false;
-        if (!connection_.send(QByteArrayView(head).sliced(at, std::min(piece, head.size() - at))))
+        if (!m_connection.send(QByteArrayView(head).sliced(at, std::min(piece, head.size() - at))))
             return false;
     }
     return true;
@@ -161,21 +161,21 @@ void StreamSession::sendPage()
 {
     const QByteArray body = "<!DOCTYPE html><html lang=\"fr\"><title>Accès au réseau</title>"
                             "<p>Veuillez vous identifier pour accéder au réseau.</p></html>\n";
-    sendHead("HTTP/1.0 200 OK\r\nContent-Type: " + faults_.contentType.value_or("text/html; charset=utf-8") +
+    sendHead("HTTP/1.0 200 OK\r\nContent-Type: " + m_faults.contentType.value_or("text/html; charset=utf-8") +
              "\r\nConnection: close\r\n\r\n" + body);
 }
 
 QByteArray StreamSession::head(const Programme &programme, const QByteArray &interval) const
 {
-    const bool icy = faults_.bareIcy.value_or(programme.answer == Answer::Icy);
-    const QByteArray type = faults_.contentType.value_or(programme.contentType);
+    const bool icy = m_faults.bareIcy.value_or(programme.answer == Answer::Icy);
+    const QByteArray type = m_faults.contentType.value_or(programme.contentType);
     const QByteArray colon = icy ? ":" : ": "; // each as the servers that answer so write it
     QByteArray head =
         icy ? "ICY 200 OK\r\n" : "HTTP/1.0 200 OK\r\nConnection: close\r\nCache-Control: no-cache\r\n";
     head += (icy ? "content-type" : "Content-Type") + colon + type + "\r\n";
     head += "icy-name" + colon + programme.name.toUtf8() + "\r\n";
     head += "icy-genre" + colon + programme.genre.toUtf8() + "\r\n";
-    head += "icy-url" + colon + siteUrl_.toUtf8() + "\r\n";
+    head += "icy-url" + colon + m_siteUrl.toUtf8() + "\r\n";
     head += "icy-br" + colon + QByteArray::number(programme.kbps) + "\r\n";
     head += "icy-pub" + colon + "0\r\n";
     if (!interval.isNull())
@@ -187,8 +187,8 @@ QByteArray StreamSession::garbage(qsizetype size)
 {
     QByteArray bytes(size, Qt::Uninitialized);
     for (char &byte : bytes) {
-        random_ = random_ * 1664525U + 1013904223U;
-        byte = char(random_ >> 24);
+        m_random = m_random * 1664525U + 1013904223U;
+        byte = char(m_random >> 24);
     }
     return bytes;
 }

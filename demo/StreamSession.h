@@ -40,12 +40,12 @@ private:
     QByteArray head(const Programme &programme, const QByteArray &interval) const;
     QByteArray garbage(qsizetype size);
 
-    Connection &connection_;
-    StreamSettings settings_;
-    QString siteUrl_;
-    StreamFaults faults_;
-    qint64 bodySent_ = 0;
-    quint32 random_ = 1;
+    Connection &m_connection;
+    StreamSettings m_settings;
+    QString m_siteUrl;
+    StreamFaults m_faults;
+    qint64 m_bodySent = 0;
+    quint32 m_random = 1;
 };
 
 } // namespace orvel::demo

@@ -61,55 +61,55 @@ const Synth::Wave &Synth::waveNamed(const QString &name)
 }
 
 Synth::Synth(Music music, int firstSong)
-    : music_(std::move(music))
-    , lead_(waveNamed(music_.lead))
-    , ticksInBar_(music_.drums == QLatin1String("waltz") ? 12 : 16)
-    , tickSamples_(60.0 / music_.tempo / 4 * sampleRate)
-    , song_(firstSong)
+    : m_music(std::move(music))
+    , m_lead(waveNamed(m_music.lead))
+    , m_ticksInBar(m_music.drums == QLatin1String("waltz") ? 12 : 16)
+    , m_tickSamples(60.0 / m_music.tempo / 4 * sampleRate)
+    , m_song(firstSong)
 {
-    const double barSeconds = tickSamples_ * ticksInBar_ / sampleRate;
-    barsInSong_ = std::max(1, int(std::lround(songSeconds / barSeconds)));
-    const auto echo = std::size_t(tickSamples_ * 3);
-    echoLeft_.assign(echo, 0);
-    echoRight_.assign(echo, 0);
-    voices_.reserve(64);
-    key_ = songKeys[std::size_t(song_) % songKeys.size()];
+    const double barSeconds = m_tickSamples * m_ticksInBar / sampleRate;
+    m_barsInSong = std::max(1, int(std::lround(songSeconds / barSeconds)));
+    const auto echo = std::size_t(m_tickSamples * 3);
+    m_echoLeft.assign(echo, 0);
+    m_echoRight.assign(echo, 0);
+    m_voices.reserve(64);
+    m_key = songKeys[std::size_t(m_song) % songKeys.size()];
 }
 
 void Synth::render(std::span<float> left, std::span<float> right)
 {
     for (std::size_t i = 0; i < left.size(); ++i) {
-        if (position_ == nextTick_)
+        if (m_position == m_nextTick)
             tick();
         mix(left[i], right[i]);
-        ++position_;
+        ++m_position;
     }
-    std::erase_if(voices_, [](const Voice &voice) { return voice.level < 1e-4F; });
+    std::erase_if(m_voices, [](const Voice &voice) { return voice.level < 1e-4F; });
 }
 
 void Synth::tick()
 {
-    const int tickInBar = int(tick_ % ticksInBar_);
+    const int tickInBar = int(m_tick % m_ticksInBar);
     if (tickInBar == 0)
         startBar();
     playArpeggio(tickInBar);
     playBass(tickInBar);
-    if (bar_ > 0) // a song's first bar is without drums, so that its beginning can be heard
+    if (m_bar > 0) // a song's first bar is without drums, so that its beginning can be heard
         playDrums(tickInBar);
-    nextTick_ = std::int64_t(double(++tick_) * tickSamples_);
+    m_nextTick = std::int64_t(double(++m_tick) * m_tickSamples);
 }
 
 void Synth::startBar()
 {
-    const std::int64_t bars = tick_ / ticksInBar_;
-    bar_ = int(bars % barsInSong_);
-    if (bars > 0 && bar_ == 0)
-        key_ = songKeys[std::size_t(++song_) % songKeys.size()];
-    const double bar = tickSamples_ * ticksInBar_ / sampleRate;
+    const std::int64_t bars = m_tick / m_ticksInBar;
+    m_bar = int(bars % m_barsInSong);
+    if (bars > 0 && m_bar == 0)
+        m_key = songKeys[std::size_t(++m_song) % songKeys.size()];
+    const double bar = m_tickSamples * m_ticksInBar / sampleRate;
     static const Wave &soft = waveNamed(QStringLiteral("pluck"));
     for (std::size_t i = 0; i < std::min<std::size_t>(chord().size(), 4); ++i) {
-        const double midi = music_.root + key_ + chord()[i];
-        const float gain = float(0.05 * music_.pad);
+        const double midi = m_music.root + m_key + chord()[i];
+        const float gain = float(0.05 * m_music.pad);
         note(soft, midi - 0.05, gain, bar * 0.3, bar * 0.9, 8, -0.8F, true);
         note(soft, midi + 0.05, gain, bar * 0.3, bar * 0.9, 8, 0.8F, true);
     }
@@ -117,47 +117,47 @@ void Synth::startBar()
 
 void Synth::playArpeggio(int tickInBar)
 {
-    const int steps = int(music_.arpeggio.size());
-    const int stride = std::max(1, ticksInBar_ / std::max(1, steps));
+    const int steps = int(m_music.arpeggio.size());
+    const int stride = std::max(1, m_ticksInBar / std::max(1, steps));
     if (steps == 0 || tickInBar % stride != 0)
         return;
     const int step = tickInBar / stride;
-    const auto index = std::size_t(music_.arpeggio[std::size_t((step + song_) % steps)]);
-    const double midi = music_.root + key_ + 12 + chord()[index % chord().size()];
+    const auto index = std::size_t(m_music.arpeggio[std::size_t((step + m_song) % steps)]);
+    const double midi = m_music.root + m_key + 12 + chord()[index % chord().size()];
     const float accent = step == 0 ? 1.0F : 0.75F;
     const float pan = step % 2 == 0 ? -0.35F : 0.35F;
-    const bool held = music_.lead == QLatin1String("reed") || music_.lead == QLatin1String("organ");
-    const double length = tickSamples_ * stride / sampleRate;
+    const bool held = m_music.lead == QLatin1String("reed") || m_music.lead == QLatin1String("organ");
+    const double length = m_tickSamples * stride / sampleRate;
     if (held) {
-        note(lead_, midi - 0.06, 0.06F * accent, 0.02, length * 0.7, 3, -0.3F, true, swingDelay(tickInBar));
-        note(lead_, midi + 0.06, 0.06F * accent, 0.02, length * 0.7, 3, 0.3F, true, swingDelay(tickInBar));
+        note(m_lead, midi - 0.06, 0.06F * accent, 0.02, length * 0.7, 3, -0.3F, true, swingDelay(tickInBar));
+        note(m_lead, midi + 0.06, 0.06F * accent, 0.02, length * 0.7, 3, 0.3F, true, swingDelay(tickInBar));
     } else {
-        const double ring = music_.lead == QLatin1String("saw") ? 0.5 : 1.4;
-        note(lead_, midi, 0.13F * accent, 0.004, ring, ring, pan, true, swingDelay(tickInBar));
+        const double ring = m_music.lead == QLatin1String("saw") ? 0.5 : 1.4;
+        note(m_lead, midi, 0.13F * accent, 0.004, ring, ring, pan, true, swingDelay(tickInBar));
     }
 }
 
 void Synth::playBass(int tickInBar)
 {
     static const Wave &wave = waveNamed(QStringLiteral("pluck"));
-    const double beat = tickSamples_ * 4 / sampleRate;
+    const double beat = m_tickSamples * 4 / sampleRate;
     const auto play = [&](int midi, double hold) {
         note(wave, midi, 0.24F, 0.006, hold, hold * 3, 0, false, swingDelay(tickInBar));
     };
     const int low = bassNote();
-    if (music_.bass == QLatin1String("long") || music_.bass == QLatin1String("waltz")) {
+    if (m_music.bass == QLatin1String("long") || m_music.bass == QLatin1String("waltz")) {
         if (tickInBar == 0)
-            play(low, music_.bass == QLatin1String("waltz") ? beat * 0.8 : beat * 3.6);
-    } else if (music_.bass == QLatin1String("walk")) {
+            play(low, m_music.bass == QLatin1String("waltz") ? beat * 0.8 : beat * 3.6);
+    } else if (m_music.bass == QLatin1String("walk")) {
         static constexpr std::array walk = {0, 1, 2, 1};
         if (tickInBar % 4 == 0) {
             const auto index = std::size_t(walk[std::size_t(tickInBar / 4) % walk.size()]);
             play(low + chord()[index % chord().size()] - chord().front(), beat * 0.8);
         }
-    } else if (music_.bass == QLatin1String("octaves")) {
+    } else if (m_music.bass == QLatin1String("octaves")) {
         if (tickInBar % 2 == 0)
             play(tickInBar % 4 == 0 ? low : low + 12, beat * 0.3);
-    } else if (music_.bass == QLatin1String("offbeat")) {
+    } else if (m_music.bass == QLatin1String("offbeat")) {
         if (tickInBar % 4 == 2)
             play(low, beat * 0.35);
     } else if (tickInBar % 2 == 0) { // pump
@@ -169,33 +169,33 @@ void Synth::playDrums(int tickInBar)
 {
     const int beat = tickInBar / 4;
     const bool onBeat = tickInBar % 4 == 0;
-    if (music_.drums == QLatin1String("club")) {
+    if (m_music.drums == QLatin1String("club")) {
         if (onBeat)
             kick(0.5F);
         if (tickInBar % 4 == 2)
             noise(0.06F, 0.09, 0.2F);
         if (onBeat && beat % 2 == 1)
             noise(0.11F, 0.16, -0.1F);
-    } else if (music_.drums == QLatin1String("pop")) {
+    } else if (m_music.drums == QLatin1String("pop")) {
         if (tickInBar == 0 || tickInBar == 8 || tickInBar == 10)
             kick(0.42F);
         if (onBeat && beat % 2 == 1)
             noise(0.14F, 0.2, 0);
         if (tickInBar % 2 == 0)
             noise(0.035F, 0.05, 0.3F);
-    } else if (music_.drums == QLatin1String("soft")) {
+    } else if (m_music.drums == QLatin1String("soft")) {
         if (tickInBar == 0 || tickInBar == 10)
             kick(0.3F);
         if (tickInBar % 4 == 2)
             noise(0.03F, 0.07, 0.3F);
         if (tickInBar == 8)
             noise(0.06F, 0.14, -0.2F);
-    } else if (music_.drums == QLatin1String("brushes")) {
+    } else if (m_music.drums == QLatin1String("brushes")) {
         if (onBeat)
             noise(0.04F, 0.28, -0.2F);
         if (beat % 2 == 1 && tickInBar % 4 == 2)
             noise(0.05F, 0.08, 0.25F, swingDelay(tickInBar));
-    } else if (music_.drums == QLatin1String("waltz") && onBeat) {
+    } else if (m_music.drums == QLatin1String("waltz") && onBeat) {
         if (beat == 0)
             kick(0.28F);
         else
@@ -218,7 +218,7 @@ void Synth::note(const Wave &wave, double midi, float gain, double attack, doubl
     voice.right = gain * (1 + pan);
     voice.delay = delay;
     voice.echoes = echoes;
-    voices_.push_back(voice);
+    m_voices.push_back(voice);
 }
 
 void Synth::kick(float gain)
@@ -231,7 +231,7 @@ void Synth::kick(float gain)
     voice.decay = fall(0.28);
     voice.hold = sampleRate;
     voice.left = voice.right = gain;
-    voices_.push_back(voice);
+    m_voices.push_back(voice);
 }
 
 void Synth::noise(float gain, double decay, float pan, int delay)
@@ -242,7 +242,7 @@ void Synth::noise(float gain, double decay, float pan, int delay)
     voice.left = gain * (1 - pan);
     voice.right = gain * (1 + pan);
     voice.delay = delay;
-    voices_.push_back(voice);
+    m_voices.push_back(voice);
 }
 
 float Synth::sample(Voice &voice)
@@ -257,8 +257,8 @@ float Synth::sample(Voice &voice)
             voice.phase -= waveSize;
         voice.step *= voice.bend;
     } else {
-        random_ = random_ * 1664525U + 1013904223U;
-        const float white = float(random_ >> 8) / float(1U << 23) - 1;
+        m_random = m_random * 1664525U + 1013904223U;
+        const float white = float(m_random >> 8) / float(1U << 23) - 1;
         value = (white - voice.lastNoise) * 0.7F; // the difference keeps the highs: cymbals and brushes
         voice.lastNoise = white;
     }
@@ -273,7 +273,7 @@ void Synth::mix(float &left, float &right)
     float echoedLeft = 0;
     float echoedRight = 0;
     left = right = 0;
-    for (Voice &voice : voices_) {
+    for (Voice &voice : m_voices) {
         if (voice.delay > 0) {
             --voice.delay;
             continue;
@@ -283,23 +283,23 @@ void Synth::mix(float &left, float &right)
         (voice.echoes ? echoedRight : right) += value * voice.right;
     }
     // The echo goes from side to side.
-    const float fromLeft = echoLeft_[echo_];
-    const float fromRight = echoRight_[echo_];
-    echoLeft_[echo_] = echoedLeft * 0.5F + fromRight * 0.4F;
-    echoRight_[echo_] = echoedRight * 0.5F + fromLeft * 0.4F;
-    echo_ = (echo_ + 1) % echoLeft_.size();
+    const float fromLeft = m_echoLeft[m_echo];
+    const float fromRight = m_echoRight[m_echo];
+    m_echoLeft[m_echo] = echoedLeft * 0.5F + fromRight * 0.4F;
+    m_echoRight[m_echo] = echoedRight * 0.5F + fromLeft * 0.4F;
+    m_echo = (m_echo + 1) % m_echoLeft.size();
     left = softClip(left + echoedLeft + fromRight * 0.6F);
     right = softClip(right + echoedRight + fromLeft * 0.6F);
 }
 
 int Synth::swingDelay(int tickInBar) const
 {
-    return tickInBar % 4 == 2 ? int(music_.swing * tickSamples_ * 2) : 0;
+    return tickInBar % 4 == 2 ? int(m_music.swing * m_tickSamples * 2) : 0;
 }
 
 int Synth::bassNote() const
 {
-    int midi = music_.root + key_ + chord().front() - 12;
+    int midi = m_music.root + m_key + chord().front() - 12;
     while (midi > 45)
         midi -= 12;
     while (midi < 31)
@@ -309,7 +309,7 @@ int Synth::bassNote() const
 
 const std::vector<int> &Synth::chord() const
 {
-    return music_.chords[std::size_t(bar_) % music_.chords.size()];
+    return m_music.chords[std::size_t(m_bar) % m_music.chords.size()];
 }
 
 } // namespace orvel::demo

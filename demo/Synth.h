@@ -22,7 +22,7 @@ public:
     // The next samples; both spans have the same length.
     void render(std::span<float> left, std::span<float> right);
     // The number of the song that the next sample belongs to.
-    int song() const { return song_; }
+    int song() const { return m_song; }
 
 private:
     using Wave = std::array<float, 2049>;
@@ -63,22 +63,22 @@ private:
     int bassNote() const;
     const std::vector<int> &chord() const;
 
-    Music music_;
-    const Wave &lead_;
-    int ticksInBar_;
-    int barsInSong_;
-    double tickSamples_;
-    std::int64_t tick_ = 0;
-    std::int64_t position_ = 0;
-    std::int64_t nextTick_ = 0;
-    int song_;
-    int key_ = 0;
-    int bar_ = 0;
-    std::vector<Voice> voices_;
-    std::vector<float> echoLeft_;
-    std::vector<float> echoRight_;
-    std::size_t echo_ = 0;
-    std::uint32_t random_ = 0x2545F491U;
+    Music m_music;
+    const Wave &m_lead;
+    int m_ticksInBar;
+    int m_barsInSong;
+    double m_tickSamples;
+    std::int64_t m_tick = 0;
+    std::int64_t m_position = 0;
+    std::int64_t m_nextTick = 0;
+    int m_song;
+    int m_key = 0;
+    int m_bar = 0;
+    std::vector<Voice> m_voices;
+    std::vector<float> m_echoLeft;
+    std::vector<float> m_echoRight;
+    std::size_t m_echo = 0;
+    std::uint32_t m_random = 0x2545F491U;
 };
 
 } // namespace orvel::demo

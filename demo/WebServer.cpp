@@ -27,11 +27,11 @@ WebRequest readRequest(const httplib::Request &request, bool post)
 void writeAnswer(const WebRequest &request, const WebAnswer &answer, httplib::Response &response)
 {
     response.status = answer.status;
-    if (answer.maximumAge > 0) {
+    if (answer.maxAge > 0) {
         const QByteArray tag =
             '"' + QCryptographicHash::hash(answer.body, QCryptographicHash::Sha1).toHex() + '"';
         response.set_header("ETag", tag.toStdString());
-        response.set_header("Cache-Control", "max-age=" + std::to_string(answer.maximumAge));
+        response.set_header("Cache-Control", "max-age=" + std::to_string(answer.maxAge));
         if (request.headers.value("if-none-match") == tag) {
             response.status = 304;
             return;
@@ -42,12 +42,12 @@ void writeAnswer(const WebRequest &request, const WebAnswer &answer, httplib::Re
 
 } // namespace
 
-WebServer::WebServer() : server_(std::make_unique<httplib::Server>()) {}
+WebServer::WebServer() : m_server(std::make_unique<httplib::Server>()) {}
 
 std::unique_ptr<WebServer> WebServer::listen(quint16 port)
 {
     std::unique_ptr<WebServer> result(new WebServer);
-    httplib::Server &server = *result->server_;
+    httplib::Server &server = *result->m_server;
     // The library's default would let two stations share a port.
     server.set_socket_options([](socket_t socket) {
         const int on = 1;
@@ -61,16 +61,16 @@ std::unique_ptr<WebServer> WebServer::listen(quint16 port)
     const int bound = port == 0 ? server.bind_to_any_port(host) : server.bind_to_port(host, port) ? port : -1;
     if (bound <= 0)
         return nullptr;
-    result->port_ = quint16(bound);
+    result->m_port = quint16(bound);
     return result;
 }
 
 WebServer::~WebServer()
 {
     // The library closes only the port of a server that ran.
-    if (port_ != 0 && !thread_.joinable())
+    if (m_port != 0 && !m_thread.joinable())
         start([](const WebRequest &) { return WebAnswer{}; });
-    server_->stop();
+    m_server->stop();
 }
 
 void WebServer::start(Handler handler)
@@ -81,11 +81,11 @@ void WebServer::start(Handler handler)
             writeAnswer(read, handler(read), response);
         };
     };
-    server_->Get(".*", answer(false));
-    server_->Post(".*", answer(true));
-    thread_ = std::jthread([this] { server_->listen_after_bind(); });
+    m_server->Get(".*", answer(false));
+    m_server->Post(".*", answer(true));
+    m_thread = std::jthread([this] { m_server->listen_after_bind(); });
     // Stopping a server that does not run yet would have no effect.
-    while (!server_->is_running())
+    while (!m_server->is_running())
         std::this_thread::yield();
 }
 

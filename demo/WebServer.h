@@ -28,7 +28,7 @@ struct WebAnswer
     int status = 200;
     QByteArray type;
     QByteArray body;
-    int maximumAge = 0; // seconds a client may keep it without asking again
+    int maxAge = 0; // seconds a client may keep it without asking again
 };
 
 // An HTTP server on 127.0.0.1 with threads of its own.
@@ -44,16 +44,16 @@ public:
     WebServer(const WebServer &) = delete;
     WebServer &operator=(const WebServer &) = delete;
 
-    quint16 port() const { return port_; }
+    quint16 port() const { return m_port; }
     // Begins to answer.
     void start(Handler handler);
 
 private:
     WebServer();
 
-    std::unique_ptr<httplib::Server> server_;
-    quint16 port_ = 0;
-    std::jthread thread_;
+    std::unique_ptr<httplib::Server> m_server;
+    quint16 m_port = 0;
+    std::jthread m_thread;
 };
 
 } // namespace orvel::demo

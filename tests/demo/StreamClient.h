@@ -18,15 +18,15 @@ public:
 
     // Reads until the body has `bytes`, or the stream ends, or nothing came for `patience` milliseconds.
     void readBody(qsizetype bytes, int patience = 20000);
-    End end() const { return end_; }
+    End end() const { return m_end; }
 
     QByteArray head() const; // without the empty line
     QByteArray body() const;
 
 private:
-    int socket_;
-    End end_ = End::Open;
-    QByteArray received_;
+    int m_socket;
+    End m_end = End::Open;
+    QByteArray m_received;
 };
 
 } // namespace orvel::test

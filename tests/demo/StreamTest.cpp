@@ -19,10 +19,10 @@ class StreamTest : public ::testing::Test
 protected:
     QString url(const char *query = "", const char *id = "101") const
     {
-        return station_->streamUrl(id) + QLatin1String(query);
+        return m_station->streamUrl(id) + QLatin1String(query);
     }
 
-    std::unique_ptr<DemoStation> station_ = DemoStation::start({});
+    std::unique_ptr<DemoStation> m_station = DemoStation::start({});
 };
 
 const QByteArray askForTitles = "icy-metadata: 1\r\n";
@@ -54,17 +54,17 @@ TEST_F(StreamTest, ChangesTitlesWithTheSongs)
 
 TEST_F(StreamTest, EncodesOnceForAllListeners)
 {
-    EXPECT_EQ(station_->encodersStarted(), 0);
+    EXPECT_EQ(m_station->encodersStarted(), 0);
     StreamClient first(url());
     first.readBody(burst + 13000);
     StreamClient second(url());
     second.readBody(burst);
-    EXPECT_EQ(station_->encodersStarted(), 1);
+    EXPECT_EQ(m_station->encodersStarted(), 1);
     // The second one's burst is what the first one has heard.
     EXPECT_TRUE(first.body().contains(second.body().first(100000)));
     StreamClient other(url("", "108"));
     other.readBody(1000);
-    EXPECT_EQ(station_->encodersStarted(), 2);
+    EXPECT_EQ(m_station->encodersStarted(), 2);
 }
 
 TEST_F(StreamTest, AnswersAsAskedToAndOffline)
@@ -114,7 +114,7 @@ TEST_F(StreamTest, StopsAtOnceWithOpenStreams)
         client->readBody(1000, 500);
     QElapsedTimer timer;
     timer.start();
-    station_.reset();
+    m_station.reset();
     EXPECT_LT(timer.elapsed(), 1000);
     for (const auto &client : clients) {
         client->readBody(100'000'000);

@@ -99,7 +99,7 @@ int IcecastServer::listeners() const
     return match.hasMatch() ? match.captured(1).toInt() : -1;
 }
 
-QByteArray IcecastServer::get(const QString &path, qsizetype most) const
+QByteArray IcecastServer::get(const QString &path, qsizetype max) const
 {
     constexpr int patience = 5000;
     QTcpSocket socket;
@@ -109,8 +109,8 @@ QByteArray IcecastServer::get(const QString &path, qsizetype most) const
     socket.write("GET " + path.toUtf8() + " HTTP/1.0\r\nAuthorization: Basic " +
                  QByteArray("admin:" + password).toBase64() + "\r\n\r\n");
     QByteArray answer;
-    while (answer.size() < most && (socket.bytesAvailable() > 0 || socket.waitForReadyRead(patience)))
-        answer += socket.read(most - answer.size());
+    while (answer.size() < max && (socket.bytesAvailable() > 0 || socket.waitForReadyRead(patience)))
+        answer += socket.read(max - answer.size());
     return answer;
 }
 

@@ -29,8 +29,8 @@ public:
     bool setTitle(const QString &mount, const QString &title) const;
     // How many listeners the server counts on all its mounts.
     int listeners() const;
-    // An answer, head and body, up to `most` bytes; what has come within a time when it does not end.
-    QByteArray get(const QString &path, qsizetype most = 1 << 20) const;
+    // An answer, head and body, up to `max` bytes; what has come within a time when it does not end.
+    QByteArray get(const QString &path, qsizetype max = 1 << 20) const;
 
 private:
     bool writeConfiguration() const;

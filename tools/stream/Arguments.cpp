@@ -38,14 +38,14 @@ Outcome usage(const QString &sentence)
 
 // An option's number within bounds. False when it is none; an option that is not there leaves `number`.
 template<typename Number>
-bool read(const QCommandLineParser &parser, const QString &option, double least, double most, Number &number)
+bool read(const QCommandLineParser &parser, const QString &option, double min, double max, Number &number)
 {
     if (!parser.isSet(option))
         return true;
     bool isNumber = false;
     const double value = parser.value(option).toDouble(&isNumber);
     number = Number(0);
-    if (!isNumber || !(value >= least && value <= most))
+    if (!isNumber || !(value >= min && value <= max))
         return false;
     if constexpr (std::is_same_v<Number, std::optional<unsigned>>) {
         number = unsigned(value);

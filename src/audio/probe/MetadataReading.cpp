@@ -14,9 +14,9 @@ namespace {
 const QString responceTypeKey = QStringLiteral("StreamResponceType");
 const QString titleKey = QStringLiteral("StreamTitle");
 const QString intervalKey = QStringLiteral("icy-metaint");
-constexpr qsizetype shortestTitle = 6;
+constexpr qsizetype minTitleLength = 6;
 constexpr qsizetype unit = 16;
-constexpr qsizetype mostMetadata = 1 + 99 * unit;
+constexpr qsizetype maxMetadata = 1 + 99 * unit;
 
 // The length byte's two hexadecimal digits read as a decimal number, as far as they make one: 0x10 is ten
 // units, 0x1F one and 0x0A none.
@@ -73,7 +73,7 @@ void MetadataReading::readMetadata(QByteArrayView chunk)
     const qsizetype sound = qsizetype(std::min<qint64>(m_bytesToBlock, chunk.size()));
     m_bytesToBlock -= sound;
     chunk = chunk.sliced(sound);
-    m_streamData.append(chunk.first(std::min(chunk.size(), mostMetadata - m_streamData.size())));
+    m_streamData.append(chunk.first(std::min(chunk.size(), maxMetadata - m_streamData.size())));
     if (m_streamData.isEmpty())
         return;
     const qsizetype size = unitCount(m_streamData.front()) * unit;
@@ -85,7 +85,7 @@ void MetadataReading::readMetadata(QByteArrayView chunk)
 void MetadataReading::readTitle(QByteArrayView block)
 {
     const QStringList pieces = decodeUtf8(block).value_or(QString()).split(u'\'');
-    if (pieces.size() >= 2 && pieces[1].size() >= shortestTitle)
+    if (pieces.size() >= 2 && pieces[1].size() >= minTitleLength)
         m_metadataDictionary->insert(titleKey, pieces[1]);
 }
 

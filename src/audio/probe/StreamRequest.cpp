@@ -31,9 +31,9 @@ class StreamRequest::Transfer final : public UrlConnectionDelegate,
                                       public std::enable_shared_from_this<Transfer>
 {
 public:
-    Transfer(SerialQueue queue, qint64 mostBytes, std::shared_ptr<StreamReading> reading, EndHandler ended)
+    Transfer(SerialQueue queue, qint64 maxBytes, std::shared_ptr<StreamReading> reading, EndHandler ended)
         : m_selfQueue(std::move(queue))
-        , m_bytesLeft(mostBytes)
+        , m_bytesLeft(maxBytes)
         , m_reading(std::move(reading))
         , m_ended(std::move(ended))
     {
@@ -109,9 +109,9 @@ void StreamRequest::start(const Url &url, Purpose purpose, std::shared_ptr<Strea
                           EndHandler ended)
 {
     cancel();
-    const qint64 mostBytes = purpose == Purpose::Probe ? mostProbedBytes : std::numeric_limits<qint64>::max();
+    const qint64 maxBytes = purpose == Purpose::Probe ? maxProbedBytes : std::numeric_limits<qint64>::max();
     const auto transfer =
-        std::make_shared<Transfer>(m_selfQueue, mostBytes, std::move(reading), std::move(ended));
+        std::make_shared<Transfer>(m_selfQueue, maxBytes, std::move(reading), std::move(ended));
     m_transfer = transfer;
     transfer->start(urlRequest(url, purpose));
 }

@@ -15,10 +15,10 @@ namespace orvel {
 class StreamRequest
 {
 public:
-    // A probe asks for in-band metadata and reads at most `mostProbedBytes`; where these end, its stream
+    // A probe asks for in-band metadata and reads at most `maxProbedBytes`; where these end, its stream
     // ends. A recording wants sound alone, for as long as it lasts.
     enum class Purpose { Probe, Recording };
-    static constexpr qint64 mostProbedBytes = 16 * 1024 * 1024;
+    static constexpr qint64 maxProbedBytes = 16 * 1024 * 1024;
 
     struct Ending
     {

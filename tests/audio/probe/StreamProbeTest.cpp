@@ -91,7 +91,7 @@ TEST(StreamProbeTest, IsSilentAboutAStreamThatNeverGivesItsMetadata)
         ASSERT_TRUE(isQuiet(server));
         letEventsRun();
         EXPECT_EQ(asked.calls, 0);
-        EXPECT_LT(server.bytesSent(), 3 * StreamRequest::mostProbedBytes);
+        EXPECT_LT(server.bytesSent(), 3 * StreamRequest::maxProbedBytes);
         // Free for the next one.
         ScriptedServer other({Send{head}, Send{title}});
         asked.ask(other.url());
