@@ -9,6 +9,29 @@ namespace orvel {
 
 namespace {
 
+AVCodecID codecForPcm(const AudioStreamBasicDescription &format)
+{
+    static constexpr struct
+    {
+        SampleType type;
+        quint32 bits;
+        AVCodecID littleEndian;
+        AVCodecID bigEndian;
+    } codecs[] = {
+        {SampleType::UnsignedInteger, 8, AV_CODEC_ID_PCM_U8, AV_CODEC_ID_PCM_U8},
+        {SampleType::SignedInteger, 8, AV_CODEC_ID_PCM_S8, AV_CODEC_ID_PCM_S8},
+        {SampleType::SignedInteger, 16, AV_CODEC_ID_PCM_S16LE, AV_CODEC_ID_PCM_S16BE},
+        {SampleType::SignedInteger, 24, AV_CODEC_ID_PCM_S24LE, AV_CODEC_ID_PCM_S24BE},
+        {SampleType::SignedInteger, 32, AV_CODEC_ID_PCM_S32LE, AV_CODEC_ID_PCM_S32BE},
+        {SampleType::FloatingPoint, 32, AV_CODEC_ID_PCM_F32LE, AV_CODEC_ID_PCM_F32BE},
+        {SampleType::FloatingPoint, 64, AV_CODEC_ID_PCM_F64LE, AV_CODEC_ID_PCM_F64BE},
+    };
+    for (const auto &codec : codecs)
+        if (codec.type == format.sampleType && codec.bits == format.bitsPerChannel)
+            return format.byteOrder == std::endian::little ? codec.littleEndian : codec.bigEndian;
+    return AV_CODEC_ID_NONE;
+}
+
 AVCodecID codecFor(const AudioStreamBasicDescription &format)
 {
     switch (format.format) {
@@ -19,8 +42,7 @@ AVCodecID codecFor(const AudioStreamBasicDescription &format)
     case AudioFormat::mpeg4AacHeV2:
         return AV_CODEC_ID_AAC;
     case AudioFormat::linearPcm:
-        return format.bitsPerChannel == 16 ? AV_NE(AV_CODEC_ID_PCM_S16BE, AV_CODEC_ID_PCM_S16LE)
-                                           : AV_CODEC_ID_NONE;
+        return codecForPcm(format);
     case AudioFormat::none:
         break;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtGlobal>
+#include <bit>
 #include <vector>
 
 namespace orvel {
@@ -36,7 +37,10 @@ enum class AudioFormat : quint32 {
     linearPcm = fourCharacterCode("lpcm"),
 };
 
-// A stream's format. Zero means "varies" for the byte and frame counts a packet.
+// How linear PCM samples are written.
+enum class SampleType : quint8 { SignedInteger, UnsignedInteger, FloatingPoint };
+
+// A stream's format. Zero means "varies" for the byte and frame counts of a packet.
 struct AudioStreamBasicDescription
 {
     double sampleRate = 0; // frames a second
@@ -44,7 +48,10 @@ struct AudioStreamBasicDescription
     quint32 bytesPerPacket = 0;
     quint32 framesPerPacket = 0;
     quint32 channelsPerFrame = 0;
-    quint32 bitsPerChannel = 0; // linear PCM only: 16 means signed, native endian
+    // Linear PCM only, whose samples fill whole bytes.
+    quint32 bitsPerChannel = 0;
+    SampleType sampleType = SampleType::SignedInteger;
+    std::endian byteOrder = std::endian::native;
 
     bool operator==(const AudioStreamBasicDescription &) const = default;
 };
@@ -53,7 +60,7 @@ struct AudioStreamBasicDescription
 struct AudioStreamPacketDescription
 {
     qint64 startOffset = 0;
-    quint32 variableFramesInPacket = 0; // 0: as many as the stream's format says
+    quint32 variableFramesInPacket = 0; // 0: the number that the stream's format says
     quint32 dataByteSize = 0;
 };
 

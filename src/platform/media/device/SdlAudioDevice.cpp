@@ -55,7 +55,7 @@ bool startSdl()
 
 } // namespace
 
-SdlAudioDevice::Opening SdlAudioDevice::open(const AudioDeviceRequest &request)
+AudioBackEnd::Opening SdlAudioDevice::open(const AudioDeviceRequest &request)
 {
     static constexpr std::chrono::seconds patience(2);
     SdlSound &sound = sdlSound();
@@ -79,7 +79,7 @@ SdlAudioDevice::SdlAudioDevice(const AudioDeviceRequest &request)
     : AudioDevice(request.sampleRate, request.channels)
     , m_volume(*request.volume)
     , m_wantsData(request.wantsData)
-    , m_gain(*request.volume)
+    , m_ramp(*request.volume)
 {
 }
 
@@ -156,16 +156,9 @@ void SdlAudioDevice::render(float *samples, qint64 frames)
     else if (m_isPlaying)
         got = m_ring->read(samples, frames);
 
-    const qint64 values = frames * channels();
     const qint64 heard = got * channels();
-    const float volume = m_volume;
-    if (m_gain != 1 || volume != 1) {
-        const float step = heard > 0 ? (volume - m_gain) / float(heard) : 0; // no jump, so no click
-        for (qint64 i = 0; i < heard; ++i)
-            samples[i] *= m_gain + step * float(i + 1);
-    }
-    m_gain = volume;
-    std::fill(samples + heard, samples + values, 0.f);
+    m_ramp.apply({samples, std::size_t(heard)}, m_volume);
+    std::fill(samples + heard, samples + frames * channels(), 0.f);
 }
 
 void SdlAudioDevice::awaitBeginning()

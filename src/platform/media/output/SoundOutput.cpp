@@ -1,6 +1,6 @@
 #include "platform/media/output/SoundOutput.h"
 
-#include "platform/media/device/SdlAudioDevice.h"
+#include "platform/media/device/AudioDeviceChoice.h"
 #include "platform/media/output/DecodingOutputQueue.h"
 #include "platform/media/output/QueueThreads.h"
 
@@ -20,7 +20,7 @@ std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &f
     if (!QueueThreads::run(
             [core] {
                 core->run();
-                SdlAudioDevice::leaveThread();
+                leaveAudioThread();
             },
             end))
         return nullptr;
@@ -31,7 +31,7 @@ std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &f
 void joinOutputQueues()
 {
     QueueThreads::join();
-    SdlAudioDevice::quit();
+    quitAudio();
 }
 
 } // namespace orvel

@@ -4,9 +4,9 @@
 
 namespace orvel {
 
-// Decodes MP3, AAC and 16-bit PCM and plays on the system's sound device, or on a silent one on the steady
-// clock when there is none; the first time that happens is told by
-// noSoundDeviceNotification.
+// Returns a queue that decodes MP3, AAC and linear PCM and plays on the system's sound device, or on a silent
+// one on the steady clock when there is none (reported by noSoundDeviceNotification). nullptr when there is
+// no decoder for the format. Disposes of itself when its last user lets go.
 std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &format,
                                             OutputQueue::BufferCallback callback);
 

@@ -43,12 +43,11 @@ constexpr Deed deeds[] = {
     [](OutputQueue &, LastReference &last) { last.letGo(); },
 };
 
-// One queue after another until `end`, each started, disturbed and ended in one of many ways.
-void churn(const EncodedTone &tone, quint32 seed, std::chrono::steady_clock::time_point end,
-           std::atomic<int> &cycles)
+// One queue after another, each started, disturbed and ended in one of many ways.
+void churn(const EncodedTone &tone, quint32 seed)
 {
     std::minstd_rand random(seed);
-    for (; std::chrono::steady_clock::now() < end; ++cycles) {
+    for (int cycle = 0; cycle < 300; ++cycle) {
         const auto deed = std::make_shared<std::atomic<Deed>>(deeds[random() % std::size(deeds)]);
         const auto last = std::make_shared<LastReference>();
         auto queue =
@@ -80,14 +79,10 @@ TEST(OutputQueueStressTest, SurvivesBeingStartedStoppedAndDroppedByAnyThread)
     for (const char *device : {"null", ""}) { // without and with SDL's own thread
         qputenv("ORVEL_AUDIO_DEVICE", device);
         qputenv("SDL_DISKAUDIODELAY", "0");
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
-        std::atomic<int> cycles = 0;
-        std::thread other([&] { churn(tone, 1, end, cycles); });
-        churn(tone, 2, end, cycles);
+        std::thread other([&] { churn(tone, 1); });
+        churn(tone, 2);
         other.join();
         joinOutputQueues();
-        RecordProperty(*device ? "null" : "sdl", cycles.load());
-        EXPECT_GT(cycles, 10);
     }
     qunsetenv("ORVEL_AUDIO_DEVICE");
     qunsetenv("SDL_DISKAUDIODELAY");

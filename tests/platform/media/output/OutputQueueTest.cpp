@@ -1,14 +1,13 @@
-#include "platform/media/output/SoundOutput.h"
-
-#include "platform/media/device/AudioDeviceChoice.h"
-
 #include "platform/foundation/NotificationCentre.h"
+#include "platform/media/device/AudioDeviceChoice.h"
 #include "platform/media/output/ToneFeeder.h"
 #include "support/CapturedSound.h"
 #include "support/EncodedTone.h"
 #include "support/SoundComparison.h"
 #include "support/TestLoop.h"
 
+#include <algorithm>
+#include <bit>
 #include <chrono>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -19,22 +18,41 @@ using namespace orvel::test;
 
 namespace {
 
-const AudioStreamBasicDescription pcm{.sampleRate = 32000,
-                                      .format = AudioFormat::linearPcm,
-                                      .bytesPerPacket = 4,
-                                      .framesPerPacket = 1,
-                                      .channelsPerFrame = 2,
-                                      .bitsPerChannel = 16};
-
-// The samples as 16-bit PCM.
-EncodedTone asPcm(const std::vector<float> &samples)
+AudioStreamBasicDescription pcm(SampleType type, quint32 bits, std::endian order = std::endian::native)
 {
-    EncodedTone tone{.format = pcm};
+    return {.sampleRate = 32000,
+            .format = AudioFormat::linearPcm,
+            .bytesPerPacket = 2 * bits / 8,
+            .framesPerPacket = 1,
+            .channelsPerFrame = 2,
+            .bitsPerChannel = bits,
+            .sampleType = type,
+            .byteOrder = order};
+}
+
+QByteArray sampleBytes(float sample, const AudioStreamBasicDescription &format)
+{
+    quint64 value = quint64(qint64(double(sample) * std::ldexp(1, int(format.bitsPerChannel) - 1)));
+    if (format.sampleType == SampleType::UnsignedInteger)
+        value ^= 0x80;
+    else if (format.sampleType == SampleType::FloatingPoint)
+        value = format.bitsPerChannel == 32 ? std::bit_cast<quint32>(sample)
+                                            : std::bit_cast<quint64>(double(sample));
+    QByteArray bytes;
+    for (quint32 shift = 0; shift < format.bitsPerChannel; shift += 8)
+        bytes += char(value >> shift);
+    if (format.byteOrder == std::endian::big)
+        std::ranges::reverse(bytes);
+    return bytes;
+}
+
+EncodedTone asPcm(const std::vector<float> &samples, const AudioStreamBasicDescription &format)
+{
+    EncodedTone tone{.format = format};
     for (const float sample : samples) {
-        const qint16 value = qint16(sample * 32768.F);
-        if (tone.bytes.size() % 4 == 0)
-            tone.packets.push_back({.startOffset = tone.bytes.size(), .dataByteSize = 4});
-        tone.bytes.append(reinterpret_cast<const char *>(&value), 2);
+        if (tone.bytes.size() % format.bytesPerPacket == 0)
+            tone.packets.push_back({.startOffset = tone.bytes.size(), .dataByteSize = format.bytesPerPacket});
+        tone.bytes += sampleBytes(sample, format);
     }
     return tone;
 }
@@ -47,13 +65,19 @@ const ToneRequest radio{.bitrate = 128000, .seconds = 20};
 TEST(OutputQueueTest, PlaysWhatTheDecoderGivesWithoutGapOrLoss)
 {
     const EncodedTone slow = encodeTone({AudioFormat::mpegLayer3, 8000, 1, 16000, 3});
-    std::vector<float> samples;
+    std::vector<std::tuple<std::string, EncodedTone, std::vector<float>>> cases{
+        {"MPEG 2.5 MP3, mono", slow, decoded(slow)}};
+    std::vector<float> samples; // that eight bits hold, never silent
     for (int i = 0; i < 40000; ++i)
-        samples.insert(samples.end(), {float(i % 20000 - 10000) / 32768.F, float(1 + i % 1000) / 32768.F});
-    const std::tuple<const char *, EncodedTone, std::vector<float>> cases[] = {
-        {"MPEG 2.5 MP3, mono", slow, decoded(slow)},
-        {"PCM", asPcm(samples), samples},
-    };
+        samples.insert(samples.end(), {float(i % 255 - 127) / 128.F, float(1 + i % 100) / 128.F});
+    using enum SampleType;
+    for (const auto &[type, bits] :
+         {std::pair(UnsignedInteger, 8u), std::pair(SignedInteger, 8u), std::pair(SignedInteger, 16u),
+          std::pair(SignedInteger, 24u), std::pair(SignedInteger, 32u), std::pair(FloatingPoint, 32u),
+          std::pair(FloatingPoint, 64u)})
+        for (const std::endian order : {std::endian::little, std::endian::big})
+            cases.emplace_back(std::to_string(bits) + " bits, " + std::to_string(int(type)),
+                               asPcm(samples, pcm(type, bits, order)), samples);
     for (const auto &[name, tone, expected] : cases) {
         SCOPED_TRACE(name);
         const CapturedSound sound;
@@ -195,9 +219,6 @@ TEST(OutputQueueTest, RefusesWhatMakesNoSense)
 {
     const auto ignore = [](OutputQueue &, OutputBuffer &) {};
     using enum AudioFormat;
-    AudioStreamBasicDescription tripleBytes = pcm;
-    tripleBytes.bitsPerChannel = 24;
-    tripleBytes.bytesPerPacket = 6;
     const AudioStreamBasicDescription nonsense[] = {
         {},
         {.sampleRate = 0, .format = mpegLayer3, .channelsPerFrame = 2},
@@ -205,7 +226,8 @@ TEST(OutputQueueTest, RefusesWhatMakesNoSense)
         {.sampleRate = INFINITY, .format = mpeg4Aac, .channelsPerFrame = 2},
         {.sampleRate = 44100, .format = mpeg4Aac, .channelsPerFrame = 0},
         {.sampleRate = 44100, .format = mpeg4Aac, .channelsPerFrame = 4000},
-        tripleBytes,
+        pcm(SampleType::SignedInteger, 12),
+        pcm(SampleType::UnsignedInteger, 16),
     };
     for (const AudioStreamBasicDescription &format : nonsense)
         EXPECT_EQ(newOutputQueue(format, ignore), nullptr);
