@@ -6,6 +6,7 @@
 #include "platform/foundation/FormatText.h"
 
 #include <QVariant>
+#include <array>
 
 namespace orvel {
 
@@ -84,12 +85,6 @@ int indexOf(IndexPath path) { return sections[std::size_t(path.section)].firstRo
 
 } // namespace
 
-MenuController::MenuController()
-{
-    for (std::size_t i = 0; i < sections.size(); ++i)
-        m_headers[i].title.setText(QString::fromUtf8(sections[i].title));
-}
-
 void MenuController::viewDidLoad()
 {
     searchBar.setSearchButtonClicked([this](SearchBar &bar) { searchBarSearchButtonClicked(bar); });
@@ -148,9 +143,11 @@ double MenuController::heightForRowAtIndexPath(TableView &, IndexPath) { return 
 
 double MenuController::heightForHeaderInSection(TableView &, int) { return 30; }
 
-QObject *MenuController::viewForHeaderInSection(TableView &, int section)
+std::shared_ptr<View> MenuController::viewForHeaderInSection(TableView &, int section)
 {
-    return &m_headers[std::size_t(section)];
+    auto header = std::make_shared<MenuHeader>();
+    header->title.setText(QString::fromUtf8(sections[std::size_t(section)].title));
+    return header;
 }
 
 void MenuController::didSelectRowAtIndexPath(TableView &, IndexPath indexPath)

@@ -7,7 +7,6 @@
 #include "platform/ui/table/TableView.h"
 
 #include <QStringList>
-#include <array>
 
 namespace orvel {
 
@@ -39,8 +38,6 @@ class MenuController : public orvel::ViewController, public TableViewDataSource,
     OUTLET(TableView, tableCont);
 
 public:
-    MenuController();
-
     // Gives the rows their titles; until then they show the marker of an absent text.
     void setData();
     void searchBarSearchButtonClicked(SearchBar &bar);
@@ -50,7 +47,7 @@ public:
     std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
     double heightForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
     double heightForHeaderInSection(TableView &tableView, int section) override;
-    QObject *viewForHeaderInSection(TableView &tableView, int section) override;
+    std::shared_ptr<View> viewForHeaderInSection(TableView &tableView, int section) override;
     void didSelectRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
 
 protected:
@@ -60,7 +57,6 @@ private:
     QString titleOfRow(IndexPath indexPath) const;
 
     QStringList m_array; // the 19 row titles, in order
-    std::array<MenuHeader, 4> m_headers;
 };
 
 } // namespace orvel

@@ -41,7 +41,6 @@ public:
     std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
     // What the cell's layout is drawn for: a table's heights come from code.
     double heightForRowAtIndexPath(TableView &, IndexPath) override { return 60; }
-    QObject *viewForFooterInSection(TableView &, int) override { return &m_viewFooter; }
 
 protected:
     void viewDidLoad() override;
@@ -49,7 +48,6 @@ protected:
 private:
     std::vector<JsonValue> m_array; // the cities
     JsonValue m_dict;               // the one whose row was built last
-    View m_viewFooter;              // empty and clear
     std::shared_ptr<ContactSheet> m_contact = ContactSheet::make();
 };
 

@@ -32,8 +32,6 @@ int RadioFav::numberOfRowsInSection(TableView &, int) { return int(m_array.size(
 
 double RadioFav::heightForRowAtIndexPath(TableView &, IndexPath) { return radioRowHeight; }
 
-QObject *RadioFav::viewForFooterInSection(TableView &, int) { return &m_viewFooter; }
-
 std::shared_ptr<TableViewCell> RadioFav::cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath)
 {
     const auto cell = std::static_pointer_cast<cellCustomRadio2>(

@@ -48,7 +48,6 @@ public:
     int numberOfRowsInSection(TableView &tableView, int section) override;
     std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
     double heightForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
-    QObject *viewForFooterInSection(TableView &tableView, int section) override;
     void didSelectRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
     void clickedButtonAtIndex(AlertView &alertView, int buttonIndex) override;
 
@@ -62,8 +61,7 @@ private:
     void showPlaying(bool isPlaying);
 
     std::vector<JsonValue> m_array;
-    JsonValue m_dict;  // the radio of the row built last
-    View m_viewFooter; // empty and clear
+    JsonValue m_dict; // the radio of the row built last
     const std::shared_ptr<ContactSheet> m_contactSheet = ContactSheet::make();
 };
 

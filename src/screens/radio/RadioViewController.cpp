@@ -113,9 +113,10 @@ double RadioViewController::heightForRowAtIndexPath(TableView &, IndexPath) { re
 
 double RadioViewController::heightForHeaderInSection(TableView &, int) { return headerHeight; }
 
-QObject *RadioViewController::viewForHeaderInSection(TableView &, int) { return &viewHeader; }
-
-QObject *RadioViewController::viewForFooterInSection(TableView &, int) { return &m_viewFooter; }
+std::shared_ptr<View> RadioViewController::viewForHeaderInSection(TableView &, int)
+{
+    return unowned(viewHeader);
+}
 
 std::shared_ptr<TableViewCell> RadioViewController::cellForRowAtIndexPath(TableView &tableView,
                                                                           IndexPath indexPath)

@@ -86,7 +86,7 @@ public:
     std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
     double heightForRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
     double heightForHeaderInSection(TableView &tableView, int section) override;
-    QObject *viewForHeaderInSection(TableView &tableView, int section) override;
+    std::shared_ptr<View> viewForHeaderInSection(TableView &tableView, int section) override;
     void didSelectRowAtIndexPath(TableView &tableView, IndexPath indexPath) override;
     void scrollViewDidScroll(TableView &tableView) override;
     void clickedButtonAtIndex(AlertView &alertView, int buttonIndex) override;
@@ -106,10 +106,8 @@ private:
 
     std::vector<JsonValue> m_array; // the list, in server order
     QString m_strURL;               // the media base URL
-    View m_viewFooter;              // empty and clear
     ShareData m_shareData;
     const std::shared_ptr<ContactSheet> m_contactSheet = ContactSheet::make();
-    QObject *viewForFooterInSection(TableView &tableView, int section) override;
 };
 
 } // namespace orvel

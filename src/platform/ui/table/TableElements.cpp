@@ -9,7 +9,7 @@ namespace {
 // Whether the layout of `shown` can show `next` in its place.
 bool canStay(const TableElement &shown, const TableElement &next)
 {
-    return shown.view && shown.view->metaObject() == next.view->metaObject();
+    return shown.view->metaObject() == next.view->metaObject();
 }
 
 } // namespace
@@ -68,7 +68,7 @@ QVariant TableElements::data(const QModelIndex &index, int role) const
         }
         return {};
     case CellRole:
-        return QVariant::fromValue(element.view.data());
+        return QVariant::fromValue(element.view.get());
     case RowTopRole:
         return element.top;
     case RowHeightRole:
@@ -97,7 +97,7 @@ void TableElements::insert(int at, const TableElement &element)
 
 void TableElements::remove(int at)
 {
-    m_leaving.push_back(m_elements[std::size_t(at)].cell);
+    m_leaving.push_back(m_elements[std::size_t(at)].view);
     beginRemoveRows({}, at, at);
     m_elements.erase(m_elements.begin() + at);
     endRemoveRows();
@@ -108,7 +108,7 @@ void TableElements::update(int at, const TableElement &element)
     TableElement &shown = m_elements[std::size_t(at)];
     QList<int> roles;
     if (shown.view != element.view) {
-        m_leaving.push_back(shown.cell);
+        m_leaving.push_back(shown.view);
         roles << CellRole;
     }
     if (shown.top != element.top)

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "platform/ui/table/TableGeometry.h"
-#include "platform/ui/table/TableViewCell.h"
 
 #include <QAbstractListModel>
-#include <QPointer>
 #include <memory>
 
 namespace orvel {
@@ -15,22 +13,21 @@ struct TableElement
     TablePlace place;
     double top = 0;
     double height = 0;
-    QPointer<QObject> view{};              // the header's or footer's view, or the cell
-    std::shared_ptr<TableViewCell> cell{}; // rows only
+    std::shared_ptr<QObject> view{}; // the row's cell, or the header's or footer's view
 };
 
-// The elements in view, as the layout's model. Between two states only what differs is inserted, removed or
-// changed.
+// The elements in view, as the layout's model. A change from one state to the next inserts, removes or
+// changes only what differs.
 class TableElements final : public QAbstractListModel
 {
 public:
     enum Role { KindRole = Qt::UserRole, CellRole, RowTopRole, RowHeightRole, SectionRole, RowRole };
 
-    // Sorted by place. An element stays in its layout when its place and the class of its view stay. Cells
-    // that leave are kept until a later turn of the event loop: a handler of their own layout may be what
-    // sends them away.
+    // Takes elements sorted by place, each with a view. A layout's item stays while the place and the class
+    // of its view stay. Views that leave are kept until a later turn of the event loop: a handler of their
+    // own layout may be what sends them away.
     void become(const std::vector<TableElement> &elements);
-    // Null when nothing is shown at `place`.
+    // Returns nullptr when `place` has no element in view.
     const TableElement *find(const TablePlace &place) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
@@ -43,7 +40,7 @@ private:
     void update(int at, const TableElement &element);
 
     std::vector<TableElement> m_elements;
-    std::vector<std::shared_ptr<TableViewCell>> m_leaving;
+    std::vector<std::shared_ptr<QObject>> m_leaving;
 };
 
 } // namespace orvel

@@ -10,7 +10,7 @@ namespace orvel {
 
 enum class TableElementKind { Header, Row, Footer };
 
-// A header, a row or a footer's place in the table.
+// The place of a header, row or footer in its table.
 struct TablePlace
 {
     int section = 0;
@@ -19,26 +19,45 @@ struct TablePlace
     auto operator<=>(const TablePlace &) const = default;
 };
 
-// Where everything in a table lies: its places in order, and the prefix sums of their heights.
+// Where everything in a table lies: its places in order, and the prefix sums of their heights. Heights that
+// are negative or not finite count as 0.
 class TableGeometry
 {
 public:
-    // One count of rows a section.
+    using HeightOf = std::function<double(const TablePlace &)>;
+
+    // Takes one count of rows for each section. All heights are 0 afterwards.
     void setCounts(const std::vector<int> &rowsInSection);
-    // Asks for the height of every place; what is negative or not finite counts as 0.
-    void setHeights(const std::function<double(const TablePlace &)> &heightOf);
+    // Changes one section's count. Its heights are 0 afterwards, all others stay. No effect on a section that
+    // does not exist.
+    void setCount(int section, int rows);
+    // Asks for the height of every place.
+    void setHeights(const HeightOf &heightOf);
+    // Asks for the heights of one section's places.
+    void setHeights(int section, const HeightOf &heightOf);
+    // Asks for one height. No effect on a place that does not exist.
+    void setHeight(const TablePlace &place, const HeightOf &heightOf);
 
     const TablePlace &place(std::size_t index) const { return m_places[index]; }
     double top(std::size_t index) const { return m_tops[index]; }
-    double height(std::size_t index) const { return m_tops[index + 1] - m_tops[index]; }
+    double height(std::size_t index) const { return m_heights[index]; }
     double contentHeight() const { return m_tops.back(); }
-    bool contains(const TablePlace &place) const;
+    // Returns the index of `place`; an index past the last when it does not exist.
+    std::size_t indexOf(const TablePlace &place) const;
+    bool contains(const TablePlace &place) const { return indexOf(place) < m_places.size(); }
 
-    // The places [first, last) that reach into what lies between `top` and `bottom`.
+    // Returns the places [first, last) that reach into what lies between `top` and `bottom`.
     std::pair<std::size_t, std::size_t> placesBetween(double top, double bottom) const;
 
 private:
+    // Returns the places [first, last) of a section.
+    std::pair<std::size_t, std::size_t> placesOf(int section) const;
+    // Asks for the heights of the places [first, last).
+    void ask(std::size_t first, std::size_t last, const HeightOf &heightOf);
+    void sumFrom(std::size_t first);
+
     std::vector<TablePlace> m_places;
+    std::vector<double> m_heights; // of the places
     std::vector<double> m_tops{0}; // one more than places
 };
 

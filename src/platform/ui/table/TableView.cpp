@@ -43,15 +43,25 @@ void TableView::setDelegate(std::weak_ptr<TableViewDelegate> delegate)
     m_loaded = false;
 }
 
-void TableView::registerCell(const QString &identifier, CellMaker maker)
+void TableView::registerCell(const QString &identifier, ViewMakers<TableViewCell>::Maker maker)
 {
-    m_makers.insert_or_assign(identifier, std::move(maker));
+    m_cells.insert(identifier, std::move(maker));
+}
+
+void TableView::registerHeaderFooterView(const QString &identifier, ViewMakers<View>::Maker maker)
+{
+    m_headersAndFooters.insert(identifier, std::move(maker));
 }
 
 std::shared_ptr<TableViewCell> TableView::dequeueReusableCellWithIdentifier(const QString &identifier) const
 {
-    const auto maker = m_makers.find(identifier);
-    return maker == m_makers.end() ? nullptr : maker->second();
+    return m_cells.make(identifier);
+}
+
+std::shared_ptr<View>
+TableView::dequeueReusableHeaderFooterViewWithIdentifier(const QString &identifier) const
+{
+    return m_headersAndFooters.make(identifier);
 }
 
 void TableView::reloadData()
@@ -66,6 +76,10 @@ void TableView::reloadData()
 void TableView::reloadRowsAtIndexPaths(const std::vector<IndexPath> &indexPaths, RowAnimation)
 {
     change([this, indexPaths] {
+        const TableGeometry::HeightOf heightOf = heights();
+        for (const IndexPath &indexPath : indexPaths)
+            m_geometry->setHeight(rowPlace(indexPath), heightOf);
+        tellContentHeight();
         showElementsInView([&](const TablePlace &shown) {
             return shown.kind == TableElementKind::Row &&
                    std::ranges::find(indexPaths, IndexPath{shown.section, shown.row}) != indexPaths.end();
@@ -73,10 +87,41 @@ void TableView::reloadRowsAtIndexPaths(const std::vector<IndexPath> &indexPaths,
     });
 }
 
+void TableView::reloadSections(const std::vector<int> &sections, RowAnimation)
+{
+    change([this, sections] {
+        const std::shared_ptr<TableViewDataSource> dataSource = m_dataSource.lock();
+        const TableGeometry::HeightOf heightOf = heights();
+        for (const int section : sections) {
+            if (!dataSource || !m_geometry->contains({section, TableElementKind::Header}))
+                continue;
+            m_geometry->setCount(section, dataSource->numberOfRowsInSection(*this, section));
+            m_geometry->setHeights(section, heightOf);
+        }
+        tellContentHeight();
+        showElementsInView([&](const TablePlace &shown) {
+            return std::ranges::find(sections, shown.section) != sections.end();
+        });
+    });
+}
+
 std::shared_ptr<TableViewCell> TableView::cellForRowAtIndexPath(IndexPath indexPath) const
 {
     const TableElement *element = m_elements->find(rowPlace(indexPath));
-    return element ? element->cell : nullptr;
+    return element ? std::static_pointer_cast<TableViewCell>(element->view) : nullptr;
+}
+
+void TableView::scrollToRowAtIndexPath(IndexPath indexPath, ScrollPosition, bool animated)
+{
+    const TablePlace place = rowPlace(indexPath);
+    if (!m_geometry->contains(place))
+        return;
+    const double top = m_geometry->top(m_geometry->indexOf(place));
+    const double offset = std::max(0.0, std::min(top, contentHeight() - frame().height()));
+    if (animated)
+        Q_EMIT scrollWanted(offset);
+    else
+        setContentOffset(offset);
 }
 
 void TableView::setContentOffset(double offset)
@@ -138,9 +183,14 @@ void TableView::askCounts()
 
 void TableView::askHeights()
 {
-    const std::shared_ptr<TableViewDelegate> delegate = orPlain(m_delegate.lock());
     m_width = frame().width();
-    m_geometry->setHeights([&](const TablePlace &place) {
+    m_geometry->setHeights(heights());
+    tellContentHeight();
+}
+
+std::function<double(const TablePlace &)> TableView::heights()
+{
+    return [this, delegate = orPlain(m_delegate.lock())](const TablePlace &place) {
         switch (place.kind) {
         case TableElementKind::Header:
             return delegate->heightForHeaderInSection(*this, place.section);
@@ -150,7 +200,11 @@ void TableView::askHeights()
             return delegate->heightForFooterInSection(*this, place.section);
         }
         return 0.0;
-    });
+    };
+}
+
+void TableView::tellContentHeight()
+{
     if (contentHeight() != std::exchange(m_heightTold, contentHeight()))
         Q_EMIT contentHeightChanged();
 }
@@ -159,6 +213,20 @@ void TableView::showElementsInView(const std::function<bool(const TablePlace &)>
 {
     const std::shared_ptr<TableViewDataSource> dataSource = m_dataSource.lock();
     const std::shared_ptr<TableViewDelegate> delegate = orPlain(m_delegate.lock());
+    const auto viewAt = [&](const TablePlace &place) -> std::shared_ptr<QObject> {
+        const TableElement *shown = m_elements->find(place);
+        if (shown && !again(place))
+            return shown->view;
+        switch (place.kind) {
+        case TableElementKind::Header:
+            return delegate->viewForHeaderInSection(*this, place.section);
+        case TableElementKind::Row:
+            return dataSource->cellForRowAtIndexPath(*this, {place.section, place.row});
+        case TableElementKind::Footer:
+            return delegate->viewForFooterInSection(*this, place.section);
+        }
+        return nullptr;
+    };
     std::vector<TableElement> elements;
     const double bottom = m_contentOffset + frame().height();
     const auto [first, last] = dataSource && !frame().isEmpty()
@@ -167,24 +235,12 @@ void TableView::showElementsInView(const std::function<bool(const TablePlace &)>
     for (std::size_t i = first; i < last; ++i) {
         if (m_geometry->height(i) <= 0)
             continue;
-        TableElement element{m_geometry->place(i), m_geometry->top(i), m_geometry->height(i)};
-        const IndexPath indexPath{element.place.section, element.place.row};
-        const TableElement *shown = m_elements->find(element.place);
-        if (shown && shown->view && !again(element.place)) {
-            element.view = shown->view;
-            element.cell = shown->cell;
-        } else if (element.place.kind == TableElementKind::Row) {
-            element.cell = dataSource->cellForRowAtIndexPath(*this, indexPath);
-            element.view = element.cell.get();
-        } else if (element.place.kind == TableElementKind::Header) {
-            element.view = delegate->viewForHeaderInSection(*this, element.place.section);
-        } else {
-            element.view = delegate->viewForFooterInSection(*this, element.place.section);
-        }
-        if (!element.view)
+        const TablePlace &place = m_geometry->place(i);
+        std::shared_ptr<QObject> view = viewAt(place);
+        if (!view)
             continue;
-        QQmlEngine::setObjectOwnership(element.view, QQmlEngine::CppOwnership);
-        elements.push_back(std::move(element));
+        QQmlEngine::setObjectOwnership(view.get(), QQmlEngine::CppOwnership);
+        elements.push_back({place, m_geometry->top(i), m_geometry->height(i), std::move(view)});
     }
     m_elements->become(elements);
 }

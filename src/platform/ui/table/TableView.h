@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/ui/outlets/View.h"
-#include "platform/ui/table/TableViewCell.h"
+#include "platform/ui/table/TableViewDelegate.h"
+#include "platform/ui/table/ViewMakers.h"
 
 #include <QAbstractListModel>
 #include <functional>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -14,58 +14,26 @@ namespace orvel {
 class TableElements;
 class TableGeometry;
 struct TablePlace;
-class TableView;
 
-struct IndexPath
-{
-    int section = 0;
-    int row = 0;
-    auto operator<=>(const IndexPath &) const = default;
-};
-
-class TableViewDataSource
-{
-public:
-    virtual ~TableViewDataSource() = default;
-    virtual int numberOfSectionsInTableView(TableView &) { return 1; }
-    virtual int numberOfRowsInSection(TableView &tableView, int section) = 0;
-    virtual std::shared_ptr<TableViewCell> cellForRowAtIndexPath(TableView &tableView,
-                                                                 IndexPath indexPath) = 0;
-};
-
-class TableViewDelegate
-{
-public:
-    virtual ~TableViewDelegate() = default;
-    virtual double heightForRowAtIndexPath(TableView &, IndexPath) { return 44; }
-    virtual double heightForHeaderInSection(TableView &, int /*section*/) { return 0; }
-    virtual double heightForFooterInSection(TableView &, int /*section*/) { return 0; }
-    // Asked for when the header's or footer's place comes into view. Null: nothing is shown there, whatever
-    // its height.
-    virtual QObject *viewForHeaderInSection(TableView &, int /*section*/) { return nullptr; }
-    virtual QObject *viewForFooterInSection(TableView &, int /*section*/) { return nullptr; }
-    virtual void didSelectRowAtIndexPath(TableView &, IndexPath) {}
-    virtual void scrollViewDidScroll(TableView &) {}
-};
-
-// A list of rows in sections with headers and footers that scroll along. All heights are asked for at a
-// reload (and when the width changes); a cell is asked for when its row comes into view, and again when it
-// comes back. Main thread.
+// A list of rows in sections with headers and footers that scroll along. All counts and heights are asked for
+// at a reload, all heights again when the width changes. A cell or a header's or footer's view is asked for
+// when its place comes into view, and again when it comes back. Main thread.
 class TableView : public orvel::View
 {
     Q_OBJECT
     QML_NAMED_ELEMENT(TableViewOutlet)
     QML_UNCREATABLE("Outlets belong to their screen")
     // The elements in view, in order from the top, with the roles "kind" ("header", "row" or "footer"),
-    // "cell" (the header's or footer's view, or the row's cell), "rowTop", "rowHeight", "section" and "row".
+    // "cell" (the row's cell, or the header's or footer's view), "rowTop", "rowHeight", "section" and "row".
     Q_PROPERTY(QAbstractItemModel *elements READ elements CONSTANT)
     Q_PROPERTY(double contentHeight READ contentHeight NOTIFY contentHeightChanged)
     // Points scrolled from the top. Written by the layout while the user scrolls, read by it when a screen
     // has set it.
     Q_PROPERTY(double contentOffset READ contentOffset WRITE setContentOffset NOTIFY contentOffsetChanged)
 public:
+    // Rows and sections change at once with either.
     enum class RowAnimation { Fade = 0, None = 5 };
-    using CellMaker = std::function<std::shared_ptr<TableViewCell>()>;
+    enum class ScrollPosition { Top = 1 };
 
     TableView();
     ~TableView() override;
@@ -74,28 +42,39 @@ public:
     void setDataSource(std::weak_ptr<TableViewDataSource> dataSource);
     void setDelegate(std::weak_ptr<TableViewDelegate> delegate);
 
-    void registerCell(const QString &identifier, CellMaker maker);
-    // A new cell of the kind registered; null for an unknown identifier.
+    void registerCell(const QString &identifier, ViewMakers<TableViewCell>::Maker maker);
+    void registerHeaderFooterView(const QString &identifier, ViewMakers<View>::Maker maker);
+    // Both return a new one of the kind registered; nullptr for an unknown identifier.
     std::shared_ptr<TableViewCell> dequeueReusableCellWithIdentifier(const QString &identifier) const;
+    std::shared_ptr<View> dequeueReusableHeaderFooterViewWithIdentifier(const QString &identifier) const;
 
     void reloadData();
-    // Asks for the rows' cells again when they are in view, and only for these; their height stays.
+    // Asks for the rows' heights again, and for the cells of those in view. Rows that do not exist are
+    // skipped.
     void reloadRowsAtIndexPaths(const std::vector<IndexPath> &indexPaths, RowAnimation animation);
-    // The cell in view; null when the row is not.
+    // Asks for the sections' counts and heights again, and for what of them is in view; everything else keeps
+    // its cell. Sections that do not exist are skipped.
+    void reloadSections(const std::vector<int> &sections, RowAnimation animation);
+    // Returns the cell in view; nullptr when the row is not in view.
     std::shared_ptr<TableViewCell> cellForRowAtIndexPath(IndexPath indexPath) const;
 
+    // Moves the row to `position`, or as near to it as the list's end allows. When animated, the layout moves
+    // it. No effect for a row that does not exist.
+    void scrollToRowAtIndexPath(IndexPath indexPath, ScrollPosition position, bool animated);
     double contentOffset() const { return m_contentOffset; }
-    // Clamped to nothing: a layout's overshoot is reported as it is.
+    // Not clamped: a layout's overshoot is reported as it is. A value that is not finite has no effect.
     void setContentOffset(double offset);
     double contentHeight() const;
     QAbstractItemModel *elements() const;
 
-    // Layouts call it when a row is tapped, clicked or chosen by keyboard.
+    // Called by layouts when a row is tapped, clicked or chosen by keyboard.
     Q_INVOKABLE void selectRow(int section, int row);
 
 Q_SIGNALS:
     void contentHeightChanged();
     void contentOffsetChanged();
+    // Asks the layout to move there little by little.
+    void scrollWanted(double offset);
 
 private:
     // Runs `change`; on a later turn of the event loop when the table is just asking or changing its
@@ -103,6 +82,9 @@ private:
     void change(const std::function<void()> &change);
     void askCounts();
     void askHeights();
+    // Returns what asks the delegate for a height.
+    std::function<double(const TablePlace &)> heights();
+    void tellContentHeight();
     // Makes the elements those that are in view. Those already shown stay, but for the places that `again`
     // names.
     void showElementsInView(const std::function<bool(const TablePlace &)> &again);
@@ -117,7 +99,8 @@ private:
     std::unique_ptr<TableElements> m_elements;
     std::weak_ptr<TableViewDataSource> m_dataSource;
     std::weak_ptr<TableViewDelegate> m_delegate;
-    std::map<QString, CellMaker> m_makers;
+    ViewMakers<TableViewCell> m_cells;
+    ViewMakers<View> m_headersAndFooters;
 };
 
 } // namespace orvel

@@ -5,8 +5,8 @@
 
 namespace orvel {
 
-// A row's cell: outlets of one row. It lives from the row's coming into view until a later turn of the event
-// loop after its leaving.
+// The outlets of one row. A cell lives from when its row comes into view until a later turn of the event loop
+// after the row has left.
 class TableViewCell : public QObject
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ class TableViewCell : public QObject
     QML_UNCREATABLE("Cells are made by their table")
 public:
     TableViewCell() = default;
-    // Told when the row is selected.
+    // Called when the row is selected, before the delegate.
     virtual void setSelected(bool, bool /*animated*/) {}
 };
 
