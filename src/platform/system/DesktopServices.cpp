@@ -1,6 +1,7 @@
 #include "platform/system/DesktopServices.h"
 
-#include "platform/system/MailFile.h"
+#include "platform/html/HtmlText.h"
+#include "platform/system/SafeFileName.h"
 #include "platform/system/SchemeHandlers.h"
 
 #include <QDateTime>

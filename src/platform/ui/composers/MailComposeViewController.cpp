@@ -1,7 +1,8 @@
 #include "platform/ui/composers/MailComposeViewController.h"
 
+#include "platform/html/HtmlText.h"
 #include "platform/pictures/PictureDecoder.h"
-#include "platform/system/MailFile.h"
+#include "platform/system/MailDraftFile.h"
 #include "platform/ui/composers/RecipientList.h"
 #include "platform/ui/containers/Window.h"
 

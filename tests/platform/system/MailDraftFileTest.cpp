@@ -1,4 +1,5 @@
-#include "platform/system/MailFile.h"
+#include "platform/system/MailDraftFile.h"
+#include "platform/system/SafeFileName.h"
 #include "support/FakeDesktop.h"
 
 #include <QFile>
@@ -6,17 +7,7 @@
 
 using namespace orvel;
 
-TEST(MailFileTest, TurnsHtmlIntoTextAndBack)
-{
-    EXPECT_EQ(plainTextOfHtml("<p>Un</p><p>Deux &lt;3 &eacute;t&eacute;</p><img src='file:///x'>"),
-              u"Un\nDeux <3 été"_qs);
-    EXPECT_EQ(plainTextOfHtml(""), "");
-    for (const QString &text :
-         {u"a < b & c\n\n  deux  espaces\nété 🎧"_qs, u"<script>alert(1)</script>"_qs, u""_qs})
-        EXPECT_EQ(plainTextOfHtml(htmlOfPlainText(text)), text);
-}
-
-TEST(MailFileTest, NamesAFileSafely)
+TEST(MailDraftFileTest, NamesAFileSafely)
 {
     const QList<QPair<QString, QString>> cases{{"photo.jpeg", "photo.jpeg"},
                                                {"../../etc/passwd", "passwd"},
@@ -29,7 +20,7 @@ TEST(MailFileTest, NamesAFileSafely)
         EXPECT_EQ(safeFileName(name), safe) << name.toStdString();
 }
 
-TEST(MailFileTest, KeepsADraftAsAFileAmongTheDocuments)
+TEST(MailDraftFileTest, KeepsADraftAsAFileAmongTheDocuments)
 {
     const test::FakeDesktop desktop;
     const MailDraft draft{{"a@b.example", "c@d.example\r\nBcc: e@f.example"},

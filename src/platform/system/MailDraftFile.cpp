@@ -1,10 +1,11 @@
-#include "platform/system/MailFile.h"
+#include "platform/system/MailDraftFile.h"
+
+#include "platform/system/SafeFileName.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
-#include <QTextDocumentFragment>
 #include <QUrl>
 #include <QUuid>
 
@@ -13,10 +14,6 @@ namespace orvel {
 namespace {
 
 constexpr qsizetype lineLength = 76;
-constexpr qsizetype longestName = 120;
-// Qt takes much more than twice the time for tags that are nested twice as deep: at most a quarter of a
-// second here.
-constexpr qsizetype longestHtml = 16 * 1024;
 
 QByteArray inLines(const QByteArray &base64)
 {
@@ -56,29 +53,6 @@ QByteArray part(const QByteArray &boundary, const QByteArray &type, const QByteA
 }
 
 } // namespace
-
-QString plainTextOfHtml(const QString &html)
-{
-    QString text = QTextDocumentFragment::fromHtml(html.left(longestHtml)).toPlainText();
-    return text.remove(QChar::ObjectReplacementCharacter);
-}
-
-QString htmlOfPlainText(const QString &text)
-{
-    return QStringLiteral("<div style=\"white-space: pre-wrap\">") + text.toHtmlEscaped() +
-           QStringLiteral("</div>");
-}
-
-QString safeFileName(const QString &name)
-{
-    QString safe;
-    for (const QChar character : name.section(u'/', -1).section(u'\\', -1)) {
-        if (character.isPrint() && !(safe.isEmpty() && character == u'.'))
-            safe += character;
-    }
-    safe = safe.right(longestName); // the end tells the kind
-    return safe.isEmpty() ? QStringLiteral("document") : safe;
-}
 
 QByteArray mailFile(const MailDraft &draft)
 {
