@@ -21,6 +21,9 @@ const QStringList okButton{QStringLiteral("OK")};
 
 void tell(const QString &sentence) { Window::showAlert(QStringLiteral("Orvel Radio"), sentence, okButton); }
 
+// "mar. 24": the locale's short names have their full stop.
+QString frenchDay(QDate day) { return QLocale(QLocale::French).toString(day, QStringLiteral("ddd dd")); }
+
 } // namespace
 
 void GLOB::glob_alert(const QString &message)
@@ -44,10 +47,13 @@ QString GLOB::glob_CurrentTime() { return orvel::glob_CurrentTime(); }
 
 void GLOB::glob_ShowHud()
 {
-    InputGate::shared().hold(); // a second tap on the way to the overlay is none
-    MainQueue::async([] {
+    const bool isMainThread = MainQueue::isMainThread();
+    if (isMainThread)
+        InputGate::shared().hold(); // a second tap on the way to the overlay is none
+    MainQueue::async([isMainThread] {
         ProgressHud::shared().showWithStatus(QStringLiteral("Please Wait..."));
-        InputGate::shared().release();
+        if (isMainThread)
+            InputGate::shared().release();
     });
 }
 
@@ -80,7 +86,7 @@ QStringList GLOB::glob_getNext30Days()
     const QDate today =
         QDateTime::fromMSecsSinceEpoch(qint64(RunLoop::main().secondsSince1970() * 1000)).date();
     for (int n = 1; n <= 30; ++n)
-        days << QLocale::system().toString(today.addDays(n), QStringLiteral("ddd'.' dd"));
+        days << frenchDay(today.addDays(n));
     qCInfo(logApp) << days;
     return days;
 }

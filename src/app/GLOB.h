@@ -24,8 +24,8 @@ public:
     static QString glob_hmacsha1(const QString &text, const QString &secret);
     // Seconds since 1 January 1970, rounded to a whole number.
     static QString glob_CurrentTime();
-    // The progress overlay: shown or hidden on a later turn of the main queue, but input is swallowed from
-    // the first call on.
+    // Shows or hides the progress overlay on a later turn of the main queue, in the order of the calls. Input
+    // is swallowed from glob_ShowHud() on when that is called on the main thread. Any thread.
     static void glob_ShowHud();
     static void glob_HideHud();
     // How many elements, as text.
@@ -37,7 +37,7 @@ public:
     static JsonValue glob_isNULL(const JsonValue &value);
     // Presents the login form over a screen.
     static void glob_login(ViewController &presenter);
-    // "Aujourd'hui" and the 30 days after it, as "EEE. dd" in the device's locale.
+    // Returns "Aujourd'hui" and the 30 days after it as "mar. 24", in French in any locale.
     static QStringList glob_getNext30Days();
 };
 

@@ -4,9 +4,9 @@
 #include "platform/ui/containers/ProgressHud.h"
 #include "support/TestLoop.h"
 
-#include <QDate>
 #include <QLocale>
 #include <gtest/gtest.h>
+#include <thread>
 
 using namespace orvel;
 
@@ -18,13 +18,16 @@ TEST(GLOBTest, ChecksAddressesAsAWhole)
         EXPECT_FALSE(GLOB::glob_validateEmailWithString(address)) << address;
 }
 
-TEST(GLOBTest, ListsTodayAndThirtyDays)
+TEST(GLOBTest, ListsTodayAndThirtyDaysInFrench)
 {
     const test::TakenClock clock; // 13 May 2014
+    QLocale::setDefault(QLocale(QLocale::Arabic));
     const QStringList days = GLOB::glob_getNext30Days();
+    QLocale::setDefault(QLocale::c());
     ASSERT_EQ(days.size(), 31);
-    EXPECT_EQ(days[0], "Aujourd'hui");
-    EXPECT_EQ(days[30], QLocale::system().toString(QDate(2014, 6, 12), "ddd'.' dd"));
+    EXPECT_EQ(days.first(4), (QStringList{"Aujourd'hui", "mer. 14", "jeu. 15", "ven. 16"}));
+    EXPECT_EQ(days.sliced(18, 2), (QStringList{"sam. 31", "dim. 01"}));
+    EXPECT_EQ(days[30], "jeu. 12");
 }
 
 TEST(GLOBTest, TurnsNothingIntoAnEmptyText)
@@ -45,4 +48,25 @@ TEST(GLOBTest, SwallowsInputFromTheCallToTheOverlaysEnd)
     GLOB::glob_HideHud();
     test::letEventsRun();
     EXPECT_FALSE(ProgressHud::shared().isVisible() || InputGate::shared().isHeld());
+}
+
+TEST(GLOBTest, TheOverlayIsShownAndHiddenFromAnyThreadInTheOrderOfTheCalls)
+{
+    std::vector<bool> shown;
+    QObject watcher;
+    QObject::connect(&ProgressHud::shared(), &ProgressHud::changed, &watcher,
+                     [&] { shown.push_back(ProgressHud::shared().isVisible()); });
+    std::thread([] {
+        GLOB::glob_HideHud();
+        GLOB::glob_ShowHud();
+        GLOB::glob_HideHud();
+        GLOB::glob_ShowHud();
+    }).join();
+    EXPECT_FALSE(InputGate::shared().isHeld() || ProgressHud::shared().isVisible());
+    test::letEventsRun();
+    EXPECT_EQ(shown, (std::vector<bool>{true, false, true}));
+    EXPECT_TRUE(InputGate::shared().isHeld());
+    GLOB::glob_HideHud();
+    test::letEventsRun();
+    EXPECT_FALSE(InputGate::shared().isHeld());
 }
