@@ -3,6 +3,7 @@
 #include "app/StationMail.h"
 #include "platform/foundation/FormatText.h"
 #include "platform/pictures/PictureDownload.h"
+#include "platform/pictures/PictureOnWhite.h"
 
 #include <QBuffer>
 
@@ -14,7 +15,7 @@ QByteArray jpegOf(const QImage &picture)
 {
     constexpr int bestQuality = 100;
     QBuffer file;
-    picture.save(&file, "JPEG", bestQuality);
+    pictureOnWhite(picture).save(&file, "JPEG", bestQuality);
     return file.data();
 }
 

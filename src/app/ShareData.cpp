@@ -5,6 +5,7 @@
 #include "platform/foundation/Log.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/pictures/PictureDownload.h"
+#include "platform/pictures/PictureOnWhite.h"
 #include "platform/ui/composers/ComposeViewController.h"
 #include "platform/ui/containers/Window.h"
 
@@ -42,19 +43,16 @@ void ShareData::functionFacebook(const QString &text, const QString &url, ViewCo
 void ShareData::functionTwitter(const QString &text, const QImage &image, const QString &url,
                                 ViewController &presenter) const
 {
-    const auto alive = presenter.shared_from_this();
-    const auto sheet = shareSheet(ServiceType::Twitter, text);
-    QImage picture = image;
-    if (picture.isNull()) {
-        const std::optional<QByteArray> bytes = downloadPicture(url);
-        if (!bytes)
-            return;
-        picture = decodePicture(*bytes);
-    }
-    if (!picture.isNull())
-        sheet->addImage(picture);
-    presenter.presentViewController(sheet, true);
-    GLOB::glob_HideHud();
+    const auto show = [text, presenter = presenter.shared_from_this()](const QImage &picture) {
+        const auto sheet = shareSheet(ServiceType::Twitter, text);
+        sheet->addImage(pictureOnWhite(picture));
+        presenter->presentViewController(sheet, true);
+        GLOB::glob_HideHud();
+    };
+    if (!image.isNull())
+        show(image);
+    else if (const std::optional<QByteArray> bytes = downloadPicture(url))
+        decodePicture(*bytes, show);
 }
 
 } // namespace orvel

@@ -44,8 +44,7 @@ struct ItemShareTest : AppFixture
         EXPECT_TRUE(ProgressHud::shared().isVisible());
         RunLoop::main().after(0.1, [this, operation, share] { (share.*operation)(radios()); });
         clock.turn(0.2);
-        letEventsRun();
-        EXPECT_FALSE(ProgressHud::shared().isVisible());
+        EXPECT_TRUE(waitUntil([] { return !ProgressHud::shared().isVisible(); }));
     }
 };
 
@@ -110,6 +109,16 @@ TEST_F(ItemShareTest, AMailCarriesTitleAndPicture)
         EXPECT_EQ(draft.attachment.isEmpty(), beginning.isEmpty());
         radios().dismissViewController(false);
     }
+    QImage transparent(8, 8, QImage::Format_ARGB32_Premultiplied);
+    transparent.fill(Qt::transparent);
+    run(&ItemShare::emailCall, ItemShare(item(), transparent));
+    const QByteArray jpeg = presentedAs<MailComposeViewController>().draft().attachment;
+    EXPECT_EQ(QImage::fromData(jpeg).pixelColor(4, 4), QColor(Qt::white));
+    radios().dismissViewController(false);
+    run(&ItemShare::callTwiter, ItemShare(item(), transparent));
+    EXPECT_EQ(presentedAs<ComposeViewController>().imageView.image().pixelColor(4, 4), QColor(Qt::white));
+    radios().dismissViewController(false);
+
     system->refused << "mailto";
     run(&ItemShare::emailCall, ItemShare(item(server.url("/media"))));
     EXPECT_EQ(server.requestCount(), 2u);

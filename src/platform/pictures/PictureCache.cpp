@@ -76,7 +76,7 @@ std::optional<PictureCache::Stored> PictureCache::stored(const Url &url)
     const std::unique_ptr<QIODevice> device(data.isValid() ? m_disk.data(key(url)) : nullptr);
     if (!device)
         return std::nullopt;
-    Stored stored{device->read(maximumPictureBytes), freshUntil(data) > now()};
+    Stored stored{device->read(maxPictureBytes), freshUntil(data) > now()};
     const HeaderFields fields = cacheFields(data);
     if (const auto tag = fields.value(QStringLiteral("ETag")))
         stored.conditions.set(QStringLiteral("If-None-Match"), *tag);

@@ -2,19 +2,20 @@
 
 #include <QByteArrayView>
 #include <QImage>
+#include <functional>
 
 namespace orvel {
 
-// The bytes of a picture that a view takes at most, and its pixels.
-inline constexpr qint64 maximumPictureBytes = qint64(8) * 1024 * 1024;
-inline constexpr qint64 maximumPicturePixels = 16'000'000;
+// The bytes of a picture that a view takes at most.
+inline constexpr qint64 maxPictureBytes = qint64(8) * 1024 * 1024;
 
-// Whether a file that begins with `head` is a picture of a kind shown here: PNG, JPEG, GIF, BMP or WebP. 16
-// bytes are enough to tell.
+// Returns whether a file that begins with `head` is a picture of a kind shown here: PNG, JPEG, GIF, BMP or
+// WebP. 16 bytes are enough to decide.
 bool looksLikePicture(QByteArrayView head);
 
-// The picture in `bytes`, upright, scaled down to 2,048 pixels at its longer side; a null one when they hold
-// none or one of more than maximumPicturePixels. Any thread.
-QImage decodePicture(const QByteArray &bytes);
+// Decodes `bytes` on a thread of its own and calls `then` on the main thread, on a later turn of its loop.
+// The picture is upright and scaled (see PictureScale.h). It is null when `bytes` are not a picture shown
+// here, or one that is too large. Main thread.
+void decodePicture(const QByteArray &bytes, std::function<void(const QImage &picture)> then);
 
 } // namespace orvel

@@ -1,8 +1,6 @@
 #include "platform/pictures/PictureLoad.h"
 
 #include "platform/foundation/ByteText.h"
-#include "platform/foundation/MainQueue.h"
-#include "platform/foundation/SerialQueue.h"
 #include "platform/pictures/PictureDecoder.h"
 
 #include <algorithm>
@@ -51,7 +49,7 @@ void PictureLoad::didReceiveResponse(UrlConnection &, const UrlResponse &respons
     const bool validates = response.statusCode == statusNotModified && m_stored;
     m_announcedBytes =
         integerValue(response.headers.value(QStringLiteral("Content-Length")).value_or(QString()));
-    if ((response.statusCode / 100 != 2 && !validates) || m_announcedBytes > maximumPictureBytes)
+    if ((response.statusCode / 100 != 2 && !validates) || m_announcedBytes > maxPictureBytes)
         finish({});
 }
 
@@ -62,7 +60,7 @@ void PictureLoad::didReceiveData(UrlConnection &, QByteArrayView data)
         finish({});
         return;
     }
-    if (m_bytes.size() + data.size() > maximumPictureBytes) {
+    if (m_bytes.size() + data.size() > maxPictureBytes) {
         finish({});
         return;
     }
@@ -84,12 +82,8 @@ void PictureLoad::connectionDidFinishLoading(UrlConnection &)
 
 void PictureLoad::decode(const QByteArray &bytes, void (PictureLoad::*then)(const QImage &))
 {
-    static SerialQueue pictures(QStringLiteral("pictures"));
-    // The load is handed on whole, so that it is never released on the queue's thread.
-    pictures.async([self = shared_from_this(), bytes, then]() mutable {
-        MainQueue::async(
-            [self = std::move(self), then, picture = decodePicture(bytes)] { ((*self).*then)(picture); });
-    });
+    decodePicture(bytes,
+                  [self = shared_from_this(), then](const QImage &picture) { ((*self).*then)(picture); });
 }
 
 void PictureLoad::storedIsDecoded(const QImage &picture)

@@ -53,7 +53,13 @@ void MailComposeViewController::addAttachmentData(const QByteArray &attachment, 
     m_draft.attachmentType = mimeType;
     m_draft.attachmentName = fileName;
     const bool none = attachment.isEmpty();
-    attachmentImage.setImage(none ? QImage() : decodePicture(attachment));
+    attachmentImage.setImage({});
+    if (!none)
+        decodePicture(attachment, [this, alive = weak_from_this(), attachment](const QImage &picture) {
+            const auto self = alive.lock();
+            if (self && m_draft.attachment == attachment)
+                attachmentImage.setImage(picture);
+        });
     attachmentName.setText(fileName);
     attachmentName.setHidden(none);
     attachmentNote.setText(
