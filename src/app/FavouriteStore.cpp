@@ -1,6 +1,7 @@
 #include "app/FavouriteStore.h"
 
 #include "api/json/JsonText.h"
+#include "app/WebRadioEntry.h"
 #include "platform/foundation/FreeName.h"
 #include "platform/foundation/Log.h"
 
@@ -54,7 +55,7 @@ void FavouriteStore::remove(qint64 id)
     std::optional<Radios> changed = radios();
     if (changed) {
         const auto found = std::ranges::find_if(
-            *changed, [id](const JsonValue &radio) { return radio["id"].integerValue() == id; });
+            *changed, [id](const JsonValue &radio) { return radio[WebRadioEntry::id].integerValue() == id; });
         if (found != changed->end())
             changed->erase(found);
     }
