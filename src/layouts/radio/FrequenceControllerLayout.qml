@@ -1,54 +1,21 @@
 pragma ComponentBehavior: Bound
-import QtQuick
-import Qt.labs.qmlmodels
 import Orvel.Kit
 import Orvel.Radio
 
 // The FM frequencies, a row a city.
-Rectangle {
+ListPage {
     id: root
 
     required property FrequenceController screen
 
-    color: Theme.page
-
-    TopBar {
-        id: bar
-        z: 1
-        width: parent.width
-        title: root.screen.lblTitle
-        untitled: "Fréquences"
-        onButtonClicked: root.screen.MenuController()
-
-        IconButton {
-            name: "contact"
-            text: "Contacter la station"
-            onClicked: root.screen.ShowMessage()
-        }
+    outlet: screen.tableCont
+    title: screen.lblTitle
+    untitled: "Fréquences"
+    emptyTitle: "Pas encore de fréquences"
+    emptyHint: "Si la liste tarde, ouvrez le menu et choisissez « Fréquences » pour réessayer."
+    row: CellCustomFrequenceLayout {
+        table: root.table
     }
-    EmptyNote {
-        anchors.centerIn: parent
-        empty: root.screen.tableCont.contentHeight === 0
-        title: "Pas encore de fréquences"
-        hint: "Si la liste tarde, ouvrez le menu et choisissez « Fréquences » pour réessayer."
-    }
-    Table {
-        id: list
-        anchors.fill: parent
-        anchors.topMargin: bar.height
-        outlet: root.screen.tableCont
-        delegate: DelegateChooser {
-            role: "kind"
-
-            DelegateChoice {
-                roleValue: "row"
-                CellCustomFrequenceLayout {
-                    table: list
-                }
-            }
-            DelegateChoice {
-                Item {}
-            }
-        }
-    }
+    onMenuClicked: screen.MenuController()
+    onContactClicked: screen.ShowMessage()
 }

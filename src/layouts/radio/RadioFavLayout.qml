@@ -1,66 +1,29 @@
 pragma ComponentBehavior: Bound
-import QtQuick
-import Qt.labs.qmlmodels
 import Orvel.Kit
 import Orvel.Radio
 
 // The favourite radios; the compact bar floats over the list's end while a radio plays.
-Rectangle {
+ListPage {
     id: root
 
     required property RadioFav screen
-    readonly property bool barShown: !screen.viewHideShow.hidden
 
-    color: Theme.page
-
-    TopBar {
-        id: bar
-        z: 1
-        width: parent.width
-        title: root.screen.lblTitle
-        onButtonClicked: root.screen.acctionMenu()
-
-        IconButton {
-            name: "contact"
-            text: "Contacter la station"
-            onClicked: root.screen.ShowMessage()
-        }
+    outlet: screen.tableCont
+    title: screen.lblTitle
+    emptyIcon: "list_fav_icon_full.png"
+    emptyTitle: "Pas encore de favoris"
+    emptyHint: "Touchez le cœur d'une radio de la liste : elle vous attendra ici."
+    bottomInset: floating.shown ? floating.height + 16 : 0
+    row: CellCustomRadio2Layout {
+        table: root.table
     }
-    EmptyNote {
-        anchors.horizontalCenter: parent.horizontalCenter
-        y: (root.height + bar.height - height) / 2
-        empty: root.screen.tableCont.contentHeight <= 0
-        icon: "list_fav_icon_full.png"
-        title: "Pas encore de favoris"
-        hint: "Touchez le cœur d'une radio de la liste : elle vous attendra ici."
-    }
-    Table {
-        id: list
-        anchors.fill: parent
-        anchors.topMargin: bar.height
-        outlet: root.screen.tableCont
-        bottomInset: root.barShown ? floating.height + 16 : 0
-        delegate: DelegateChooser {
-            role: "kind"
+    onMenuClicked: screen.acctionMenu()
+    onContactClicked: screen.ShowMessage()
 
-            DelegateChoice {
-                roleValue: "row"
-                CellCustomRadio2Layout {
-                    table: list
-                }
-            }
-            DelegateChoice {
-                Item {}
-            }
-        }
-    }
-    NowPlayingBar {
+    CompactBarLayout {
         id: floating
-        picture: root.screen.bimgsinger
-        logo: root.screen.bimg
-        title: root.screen.bl1
-        artist: root.screen.bl2
-        play: root.screen.bplay
-        shown: root.barShown
+        bar: root.screen.viewHideShow
+        title: root.screen.viewHideShow.bl1
+        shown: !root.screen.viewHideShow.hidden
     }
 }

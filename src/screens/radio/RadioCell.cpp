@@ -1,15 +1,15 @@
 #include "screens/radio/RadioCell.h"
 
-#include "screens/radio/RadioRows.h"
+#include "app/WebRadioEntry.h"
 
 namespace orvel {
 
 void RadioCell::showRadio(const JsonValue &radio, int row, Button::Action favTapped)
 {
-    img.setImageWithProgressIndicatorAndURL(picturePath(radio), img.frame().center());
-    lblTitle.setText(radio["title"].text());
+    img.setImageWithProgressIndicatorAndURL(WebRadioEntry::picturePath(radio), img.frame().center());
+    lblTitle.setText(radio[WebRadioEntry::title].text());
     btnFav.setTag(row);
-    btnFav.setBackgroundImage(radio["fav"].text());
+    btnFav.setBackgroundImage(radio[WebRadioEntry::fav].text());
     btnFav.setTarget(std::move(favTapped));
 }
 

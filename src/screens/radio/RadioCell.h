@@ -20,6 +20,8 @@ class RadioCell : public orvel::TableViewCell
     OUTLET(Button, btnFav);
 
 public:
+    static constexpr double height = 60;
+
     // `favTapped` is called with the favourite button, whose tag is the row.
     void showRadio(const JsonValue &radio, int row, Button::Action favTapped);
 };

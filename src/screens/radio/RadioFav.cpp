@@ -3,123 +3,101 @@
 #include "app/AppDelegate.h"
 #include "app/FavouriteStore.h"
 #include "app/GLOB.h"
+#include "app/WebRadioEntry.h"
 #include "platform/foundation/FormatText.h"
-#include "screens/radio/RadioRows.h"
+#include "screens/radio/FavouriteQuestions.h"
 #include "screens/radio/cellCustomRadio2.h"
 
 namespace orvel {
 
 void RadioFav::viewDidLoad()
 {
-    tableCont.registerCell(QStringLiteral("cell"), [] { return std::make_shared<cellCustomRadio2>(); });
-    tableCont.setDataSource(shared(this));
-    tableCont.setDelegate(shared(this));
-    bplay.setTarget([this](Button &) { function_PlayPause(); });
-    viewHideShow.setHidden(true);
+    viewHideShow.bplay.setTarget([this](Button &) { function_PlayPause(); });
     lblTitle.setText(strTitle);
     m_array = GLOB::glob_favArray().value_or(std::vector<JsonValue>());
-    tableCont.reloadData();
+    ListScreen::viewDidLoad();
 }
 
 void RadioFav::viewDidAppear() { setDataRadio(); }
 
-const JsonValue *RadioFav::radioAt(int row) const
+double RadioFav::heightForRowAtIndexPath(TableView &, IndexPath) { return RadioCell::height; }
+
+std::shared_ptr<TableViewCell> RadioFav::cellFor(const JsonValue &radio, int row)
 {
-    return row >= 0 && row < int(m_array.size()) ? &m_array[std::size_t(row)] : nullptr;
-}
-
-int RadioFav::numberOfRowsInSection(TableView &, int) { return int(m_array.size()); }
-
-double RadioFav::heightForRowAtIndexPath(TableView &, IndexPath) { return radioRowHeight; }
-
-std::shared_ptr<TableViewCell> RadioFav::cellForRowAtIndexPath(TableView &tableView, IndexPath indexPath)
-{
-    const auto cell = std::static_pointer_cast<cellCustomRadio2>(
-        tableView.dequeueReusableCellWithIdentifier(QStringLiteral("cell")));
-    if (const JsonValue *const radio = radioAt(indexPath.row)) {
-        m_dict = *radio;
-        cell->showRadio(m_dict, indexPath.row, [this](Button &sender) { functionAddFav(sender); });
-    }
+    m_dict = radio;
+    const auto cell = std::make_shared<cellCustomRadio2>();
+    cell->showRadio(radio, row, [this](Button &sender) { functionAddFav(sender); });
     return cell;
 }
 
-void RadioFav::didSelectRowAtIndexPath(TableView &, IndexPath indexPath)
+void RadioFav::didSelect(const JsonValue &radio, int)
 {
-    const JsonValue *const radio = radioAt(indexPath.row);
-    if (!radio)
-        return;
     AppDelegate &delegate = AppDelegate::shared();
-    delegate.url = (*radio)["flux_aac"].text();
+    delegate.url = radio[WebRadioEntry::flux_aac].text();
     delegate.radio_play();
 
-    bl1.setText((*radio)["title"].text());
-    bl2.setText(QStringLiteral(""));
-    setImages(bplay, QStringLiteral("mstop.png"));
-
-    delegate.gl3 = bl1.text();
-    // The pictures are those of the row built last, whichever was chosen.
-    delegate.gurl1 = logoPath(m_dict);
-    delegate.gurl2 = picturePath(m_dict);
+    delegate.gl3 = radio[WebRadioEntry::title].text();
+    // Deliberate: the pictures are those of the row built last, whichever was chosen
+    // (FavouritesTest.ATapPlaysTheRowWithThePicturesOfTheRowBuiltLast).
+    delegate.gurl1 = WebRadioEntry::logoPath(m_dict);
+    delegate.gurl2 = WebRadioEntry::picturePath(m_dict);
     delegate.intPlay = 1;
-    loadBarPictures();
+    showBar(delegate.gl3);
+    // Deliberate: the button's tag stays, so that a first press may play what plays already
+    // (FavouritesTest.TheBarsFirstPressAfterATapPlays).
+    viewHideShow.setPlayImage(true);
 }
 
 void RadioFav::setDataRadio()
 {
-    const auto &radio = AppDelegate::shared().radio();
-    if (!radio)
+    const AppDelegate &delegate = AppDelegate::shared();
+    if (!delegate.radio())
         return;
-    bl1.setText(formatText(AppDelegate::shared().gl3));
-    bl2.setText(QStringLiteral(""));
-    loadBarPictures();
-    showPlaying(radio->isPlaying());
+    showBar(formatText(delegate.gl3));
+    viewHideShow.setPlaying(delegate.radio()->isPlaying());
 }
 
-void RadioFav::showPlaying(bool isPlaying)
+void RadioFav::showBar(const QString &title)
 {
-    bplay.setTag(isPlaying ? 1 : 0);
-    setImages(bplay, isPlaying ? QStringLiteral("mstop.png") : QStringLiteral("mplay.png"));
-}
-
-void RadioFav::loadBarPictures()
-{
-    // The stream's own address makes no picture: the logo's place stays empty.
-    bimg.setImageWithProgressIndicatorAndURL(AppDelegate::shared().url, bimg.frame().center());
-    bimgsinger.setImageWithProgressIndicatorAndURL(AppDelegate::shared().gurl2, bimgsinger.frame().center());
-    viewHideShow.setHidden(false);
+    CompactBar &bar = viewHideShow;
+    bar.bl1.setText(title);
+    bar.bl2.setText(QStringLiteral(""));
+    // Deliberate: the stream's address makes no picture, so that the logo stays empty
+    // (FavouritesTest.ATapPlaysTheRowWithThePicturesOfTheRowBuiltLast).
+    bar.bimg.setImageWithProgressIndicatorAndURL(AppDelegate::shared().url, bar.bimg.frame().center());
+    bar.bimgsinger.setImageWithProgressIndicatorAndURL(AppDelegate::shared().gurl2,
+                                                       bar.bimgsinger.frame().center());
+    bar.setHidden(false);
 }
 
 void RadioFav::function_PlayPause()
 {
     AppDelegate &delegate = AppDelegate::shared();
-    const bool pauses = bplay.tag() != 0;
+    const bool pauses = viewHideShow.bplay.tag() != 0;
     if (const auto &radio = delegate.radio())
         pauses ? radio->pause() : radio->play();
     if (pauses)
         delegate.intPlay = -1;
-    showPlaying(!pauses);
+    viewHideShow.setPlaying(!pauses);
 }
 
 void RadioFav::functionAddFav(const Button &sender)
 {
-    if (!mayChangeFavourites(QStringLiteral("You must login before do unfavriout"), *this))
-        return;
-    if (const JsonValue *const radio = radioAt(sender.tag()))
-        askToUnfavourite(*radio, shared(this), sender.tag());
+    if (mayChangeFavourites(QStringLiteral("You must login before do unfavriout"), *this))
+        askToUnfavourite(entryAt(sender.tag()), shared(this), sender.tag());
 }
 
 void RadioFav::clickedButtonAtIndex(AlertView &alertView, int buttonIndex)
 {
-    const JsonValue *const radio = radioAt(alertView.tag());
-    if (buttonIndex != unfavouriteButton || !radio)
+    const int row = alertView.tag();
+    const JsonValue radio = entryAt(row);
+    if (buttonIndex != unfavouriteButton || radio.isAbsent())
         return;
     GLOB::glob_ShowHud();
-    FavouriteStore().remove((*radio)["id"].integerValue());
-    m_array.erase(m_array.begin() + alertView.tag());
+    FavouriteStore().remove(radio[WebRadioEntry::id].integerValue());
+    m_array.erase(m_array.begin() + row);
     tableCont.reloadData();
     GLOB::glob_HideHud();
 }
-
-void RadioFav::acctionMenu() { backToMenu(); }
 
 } // namespace orvel

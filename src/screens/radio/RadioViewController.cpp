@@ -1,15 +1,12 @@
 #include "screens/radio/RadioViewController.h"
 
-#include "api/ContentList.h"
 #include "app/AppDelegate.h"
 #include "app/FavouriteStore.h"
 #include "app/GLOB.h"
-#include "audio/probe/StreamMetadataGetter.h"
+#include "app/WebRadioEntry.h"
 #include "platform/foundation/FormatText.h"
-#include "platform/foundation/Log.h"
-#include "platform/foundation/MainQueue.h"
 #include "platform/foundation/NotificationCentre.h"
-#include "screens/radio/RadioRows.h"
+#include "screens/radio/FavouriteQuestions.h"
 #include "screens/radio/cellCustomRadio.h"
 
 #include <unordered_set>
@@ -17,14 +14,6 @@
 namespace orvel {
 
 namespace {
-
-constexpr double headerHeight = 352;
-constexpr double secondsBetweenRounds = 120; // of title probes
-
-// The last scroll offset seen by any list of web radios.
-double lastContentOffset = 0;
-
-QPointF centerOf(const View &view) { return view.frame().center(); }
 
 QString emptyWhenNull(const JsonValue &value) { return value.isNull() ? QStringLiteral("") : value.text(); }
 
@@ -40,127 +29,95 @@ void RadioViewController::viewDidLoad()
         container->preloadViewController(
             AppDelegate::shared().catalogue().screenNamed(QStringLiteral("MenuController")),
             RevealSideViewController::Side::Left);
-    viewHideShow.setHidden(true);
     viewNowPlaying.setHidden(true);
-    tableCont.registerCell(QStringLiteral("cell"), [] { return std::make_shared<cellCustomRadio>(); });
-    tableCont.setDataSource(shared(this));
-    tableCont.setDelegate(shared(this));
-    tableCont.reloadData();
-    for (Button *button : {&hbtnPlay, &bplay})
+    for (Button *button : {&viewHeader.hbtnPlay, &viewHideShow.bplay})
         button->setTarget([this](Button &) { function_PlayPause(); });
-    showPlaying(false);
+    setPlaying(false);
     lblTitle.setText(strTitle);
-    GLOB::glob_ShowHud();
-    performAfterDelay(0.1, [this] { functionGetData(); });
+    ListScreen::viewDidLoad();
+    performUnderHud(0.1, [this] { functionGetData(); });
     NotificationCentre::defaultCentre().addObserver(
         this, AppDelegate::songTitleNotification,
         [this](const Notification &notification) { functionsongtitle(notification.object.toString()); });
 }
 
+// Deliberate: what is observed is not observed again when the screen comes back
+// (RadioViewControllerTest.TitlesAreObservedUntilTheFirstScreenAbove).
 void RadioViewController::viewDidDisappear() { NotificationCentre::defaultCentre().removeObserver(this); }
 
-void RadioViewController::functionGetData()
-{
-    const auto request = std::make_shared<PostData>();
-    request->setDelegate(shared(this));
-    request->postGetSecondSection(QStringLiteral("webradio"));
-}
+void RadioViewController::functionGetData() { ask(QStringLiteral("webradio")); }
 
 void RadioViewController::PostSuccess(const JsonValue &response)
 {
-    std::unordered_set<qint64> favourites;
-    for (const JsonValue &favourite : GLOB::glob_favArray().value_or(std::vector<JsonValue>()))
-        favourites.insert(favourite["id"].integerValue());
-    m_strURL = response["media_url"].text();
-    for (JsonValue &entry : contentList(response)) {
-        if (!entry.isObject())
-            continue;
-        const bool isFavourite = favourites.contains(entry["id"].integerValue());
-        entry.set(QStringLiteral("fav"), isFavourite ? favIconFull : favIcon);
-        entry.set(QStringLiteral("songtitle"), QStringLiteral(""));
-        entry.set(QStringLiteral("imageurl"), m_strURL);
-        m_array.push_back(entry);
-    }
-    tableCont.reloadData();
+    ListScreen::PostSuccess(response);
     setDataRadio();
-    GLOB::glob_HideHud();
-    MainQueue::async([screen = shared(this)] { screen->fire(); });
+    TitleProbes::start(shared(this));
 }
 
 void RadioViewController::PostFail(const QString &message)
 {
     setDataRadio();
-    GLOB::glob_alert(message);
-    GLOB::glob_HideHud();
+    ListScreen::PostFail(message);
 }
 
-JsonValue RadioViewController::entryAt(qsizetype row) const
+std::vector<JsonValue> RadioViewController::entriesOf(const JsonValue &response)
 {
-    return row >= 0 && row < qsizetype(m_array.size()) ? m_array[std::size_t(row)] : JsonValue();
+    std::unordered_set<qint64> favourites;
+    for (const JsonValue &favourite : GLOB::glob_favArray().value_or(std::vector<JsonValue>()))
+        favourites.insert(favourite[WebRadioEntry::id].integerValue());
+    m_strURL = response["media_url"].text();
+    std::vector<JsonValue> entries = ListScreen::entriesOf(response);
+    std::erase_if(entries, [](const JsonValue &entry) { return !entry.isObject(); });
+    for (JsonValue &entry : entries) {
+        const bool isFavourite = favourites.contains(entry[WebRadioEntry::id].integerValue());
+        entry.set(WebRadioEntry::fav, isFavourite ? WebRadioEntry::favIconFull : WebRadioEntry::favIcon);
+        entry.set(WebRadioEntry::songtitle, QStringLiteral(""));
+        entry.set(WebRadioEntry::imageurl, m_strURL);
+    }
+    return entries;
 }
 
-void RadioViewController::setInEntry(qsizetype row, const QString &key, const QString &value)
+void RadioViewController::setInEntry(int row, const QString &key, const QString &value)
 {
-    if (row >= 0 && row < qsizetype(m_array.size()))
+    if (row >= 0 && row < int(m_array.size()))
         m_array[std::size_t(row)].set(key, value);
 }
 
-int RadioViewController::numberOfSectionsInTableView(TableView &) { return 1; }
+double RadioViewController::heightForRowAtIndexPath(TableView &, IndexPath) { return RadioCell::height; }
 
-int RadioViewController::numberOfRowsInSection(TableView &, int) { return int(m_array.size()); }
-
-double RadioViewController::heightForRowAtIndexPath(TableView &, IndexPath) { return radioRowHeight; }
-
-double RadioViewController::heightForHeaderInSection(TableView &, int) { return headerHeight; }
+double RadioViewController::heightForHeaderInSection(TableView &, int) { return NowPlayingHeader::height; }
 
 std::shared_ptr<View> RadioViewController::viewForHeaderInSection(TableView &, int)
 {
     return unowned(viewHeader);
 }
 
-std::shared_ptr<TableViewCell> RadioViewController::cellForRowAtIndexPath(TableView &tableView,
-                                                                          IndexPath indexPath)
+std::shared_ptr<TableViewCell> RadioViewController::cellFor(const JsonValue &radio, int row)
 {
-    const auto cell = std::static_pointer_cast<cellCustomRadio>(
-        tableView.dequeueReusableCellWithIdentifier(QStringLiteral("cell")));
-    const JsonValue entry = entryAt(indexPath.row);
-    cell->showRadio(entry, indexPath.row, [this](Button &sender) { functionAddFav(sender); });
-    cell->lblDesc.setText(emptyWhenNull(entry["songtitle"]));
+    const auto cell = std::make_shared<cellCustomRadio>();
+    cell->showRadio(radio, row, [this](Button &sender) { functionAddFav(sender); });
+    cell->lblDesc.setText(emptyWhenNull(radio[WebRadioEntry::songtitle]));
     return cell;
 }
 
-void RadioViewController::didSelectRowAtIndexPath(TableView &, IndexPath indexPath)
-{
-    if (indexPath.row >= 0 && indexPath.row < int(m_array.size()))
-        playEntry(m_array[std::size_t(indexPath.row)]);
-}
+void RadioViewController::setDataRadioFirstObject() { didSelectRowAtIndexPath(tableCont, {0, 0}); }
 
-void RadioViewController::setDataRadioFirstObject()
-{
-    if (!m_array.empty())
-        playEntry(m_array.front());
-}
-
-void RadioViewController::playEntry(const JsonValue &entry)
+void RadioViewController::didSelect(const JsonValue &radio, int)
 {
     AppDelegate &delegate = AppDelegate::shared();
-    delegate.url = entry["flux_aac"].text();
+    delegate.url = radio[WebRadioEntry::flux_aac].text();
     delegate.radio_play();
 
-    const QString picture = formatPath(m_strURL, entry["file"].text());
-    const QString logo = formatPath(m_strURL, entry["thumb_smartphone"].text());
-    himgsinger.setImageWithProgressIndicatorAndURL(picture, centerOf(himgsinger));
-    himg.setImageWithProgressIndicatorAndURL(logo, centerOf(himg));
-    hl1.setText(nameOf(entry));
-    hl2.setText(emptyWhenNull(entry["subtitle"]));
-    // The compact bar takes the header's centres.
-    bimgsinger.setImageWithProgressIndicatorAndURL(picture, centerOf(himgsinger));
-    bimg.setImageWithProgressIndicatorAndURL(logo, centerOf(himg));
+    const QString picture = formatPath(m_strURL, radio[WebRadioEntry::file].text());
+    const QString logo = formatPath(m_strURL, radio[WebRadioEntry::thumb_smartphone].text());
+    viewHeader.hl1.setText(GLOB::glob_isNULL(radio[WebRadioEntry::title]).text());
+    viewHeader.hl2.setText(emptyWhenNull(radio[WebRadioEntry::subtitle]));
+    showPictures(picture, logo, logo);
     viewNowPlaying.setHidden(false);
-    showPlaying(true);
+    setPlaying(true);
 
-    delegate.gl1 = hl1.text();
-    delegate.gl2 = hl2.text();
+    delegate.gl1 = viewHeader.hl1.text();
+    delegate.gl2 = viewHeader.hl2.text();
     delegate.gurl1 = logo;
     delegate.gurl2 = picture;
     delegate.intPlay = 1;
@@ -171,27 +128,35 @@ void RadioViewController::setDataRadio()
     const AppDelegate &delegate = AppDelegate::shared();
     if (!delegate.radio())
         return;
-    himg.setImageWithProgressIndicatorAndURL(delegate.gurl1, centerOf(himg));
-    himgsinger.setImageWithProgressIndicatorAndURL(delegate.gurl2, centerOf(himgsinger));
-    hl1.setText(formatText(delegate.gl1));
-    hl2.setText(delegate.gl2);
-    for (Label *label : {&hl3, &bl1})
+    viewHeader.hl1.setText(formatText(delegate.gl1));
+    viewHeader.hl2.setText(delegate.gl2);
+    for (Label *label : {&viewHeader.hl3, &viewHideShow.bl1})
         label->setText(formatText(delegate.gl3));
-    for (Label *label : {&hl4, &bl2})
+    for (Label *label : {&viewHeader.hl4, &viewHideShow.bl2})
         label->setText(formatText(delegate.gl4));
-    // The stream's own address makes no picture: the bar's logo stays empty here.
-    bimg.setImageWithProgressIndicatorAndURL(delegate.url, centerOf(himg));
-    bimgsinger.setImageWithProgressIndicatorAndURL(delegate.gurl2, centerOf(himgsinger));
+    // Deliberate: the stream's address makes no picture, so that the bar's logo stays empty
+    // (RadioViewControllerTest.AListThatArrivesWhileARadioPlaysShowsIt).
+    showPictures(delegate.gurl2, delegate.gurl1, delegate.url);
     viewNowPlaying.setHidden(false);
-    showPlaying(delegate.radio()->isPlaying());
+    setPlaying(delegate.radio()->isPlaying());
 }
 
-void RadioViewController::showPlaying(bool isPlaying)
+void RadioViewController::showPictures(const QString &picture, const QString &logo, const QString &barLogo)
 {
-    hbtnPlay.setTag(isPlaying ? 1 : 0);
-    bplay.setTag(isPlaying ? 1 : 0);
-    setImages(hbtnPlay, isPlaying ? QStringLiteral("pstop.png") : QStringLiteral("pplayer.png"));
-    setImages(bplay, isPlaying ? QStringLiteral("mstop.png") : QStringLiteral("mplay.png"));
+    const QPointF pictureCenter = viewHeader.himgsinger.frame().center();
+    const QPointF logoCenter = viewHeader.himg.frame().center();
+    viewHeader.himgsinger.setImageWithProgressIndicatorAndURL(picture, pictureCenter);
+    viewHeader.himg.setImageWithProgressIndicatorAndURL(logo, logoCenter);
+    // Deliberate: the bar takes the header's centres
+    // (RadioViewControllerTest.ATapPlaysTheRowsRadio).
+    viewHideShow.bimgsinger.setImageWithProgressIndicatorAndURL(picture, pictureCenter);
+    viewHideShow.bimg.setImageWithProgressIndicatorAndURL(barLogo, logoCenter);
+}
+
+void RadioViewController::setPlaying(bool isPlaying)
+{
+    viewHeader.setPlaying(isPlaying);
+    viewHideShow.setPlaying(isPlaying);
 }
 
 void RadioViewController::function_PlayPause()
@@ -199,68 +164,43 @@ void RadioViewController::function_PlayPause()
     AppDelegate &delegate = AppDelegate::shared();
     if (!delegate.radio())
         return;
-    if (hbtnPlay.tag() != 0) {
+    const bool pauses = viewHeader.hbtnPlay.tag() != 0;
+    if (pauses) {
         delegate.radio()->pause();
-        showPlaying(false);
         delegate.intPlay = -1;
     } else {
         delegate.radio()->play();
-        showPlaying(true);
     }
+    setPlaying(!pauses);
 }
 
+// Deliberate: the list's length decides what is shown, and a missing artist ends everything
+// (RadioViewControllerTest.ShowsTheLiveTitleAsTheListAllows).
 void RadioViewController::functionsongtitle(const QString &object)
 {
     const QStringList parts = object.trimmed().split(QStringLiteral("&&&"));
     if (!m_array.empty()) {
-        hl3.setText(parts[0]);
-        bl1.setText(parts[0]);
+        viewHeader.hl3.setText(parts[0]);
+        viewHideShow.bl1.setText(parts[0]);
     }
     if (m_array.size() >= 2) {
-        // The artist is asked for whether or not it is there; without it nothing more happens.
         if (parts.size() < 2)
             return;
-        hl4.setText(parts[1]);
-        bl2.setText(parts[1]);
+        viewHeader.hl4.setText(parts[1]);
+        viewHideShow.bl2.setText(parts[1]);
     }
-    AppDelegate::shared().gl3 = bl1.text();
-    AppDelegate::shared().gl4 = bl2.text();
+    AppDelegate::shared().gl3 = viewHideShow.bl1.text();
+    AppDelegate::shared().gl4 = viewHideShow.bl2.text();
 }
 
-void RadioViewController::fire(qint32 intTitle)
-{
-    ++intTitle;
-    // The last radio of the list is never asked.
-    if (intTitle + 1 < int(m_array.size()))
-        probeTitle(intTitle);
-    else
-        performAfterDelay(secondsBetweenRounds, [this] { fire(); });
-}
+int RadioViewController::numberOfRadios() const { return int(m_array.size()); }
 
-void RadioViewController::probeTitle(int row)
-{
-    const auto done = [screen = shared(this), row](const std::optional<MetadataDictionary> &metadata) {
-        screen->titleWasProbed(row, metadata);
-    };
-    const std::optional<Url> url = Url::fromText(entryAt(row)["flux_aac"].text());
-    if (!url) {
-        MainQueue::async([done] { done({}); });
-        return;
-    }
-    // Its own handler keeps the probe, until it was called or the stream has ended without a title.
-    const auto probe = std::make_shared<StreamMetadataGetter>(QStringLiteral("My Queue"));
-    probe->getMetadataFromUrl(
-        *url, [probe, done](const auto &metadata, const auto &, const auto &) { done(metadata); });
-}
+QString RadioViewController::streamOf(int row) const { return entryAt(row)[WebRadioEntry::flux_aac].text(); }
 
-void RadioViewController::titleWasProbed(int row, const std::optional<MetadataDictionary> &metadata)
+void RadioViewController::showTitle(int row, const QString &title)
 {
-    const MetadataDictionary fields = metadata.value_or(MetadataDictionary());
-    setInEntry(row, QStringLiteral("songtitle"),
-               fields.value(QStringLiteral("StreamTitle"), QStringLiteral("")));
+    setInEntry(row, WebRadioEntry::songtitle, title);
     tableCont.reloadRowsAtIndexPaths({{0, row}}, TableView::RowAnimation::None);
-    fire(row);
-    qCInfo(logApp) << fields;
 }
 
 void RadioViewController::functionAddFav(Button &sender)
@@ -268,13 +208,13 @@ void RadioViewController::functionAddFav(Button &sender)
     if (!mayChangeFavourites(QStringLiteral("You must login before do favriout/unfavriout"), *this))
         return;
     const int row = sender.tag();
-    if (entryAt(row)["fav"].text() != favIcon) {
+    if (entryAt(row)[WebRadioEntry::fav].text() != WebRadioEntry::favIcon) {
         askToUnfavourite(entryAt(row), shared(this), row);
         return;
     }
     GLOB::glob_ShowHud();
-    setInEntry(row, QStringLiteral("fav"), favIconFull);
-    sender.setImage(favIconFull, ControlState::Normal);
+    setInEntry(row, WebRadioEntry::fav, WebRadioEntry::favIconFull);
+    sender.setImage(WebRadioEntry::favIconFull, ControlState::Normal);
     FavouriteStore().add(entryAt(row));
     GLOB::glob_HideHud();
 }
@@ -285,42 +225,31 @@ void RadioViewController::clickedButtonAtIndex(AlertView &alertView, int buttonI
         return;
     GLOB::glob_ShowHud();
     const int row = alertView.tag();
-    FavouriteStore().remove(entryAt(row)["id"].integerValue());
-    setInEntry(row, QStringLiteral("fav"), favIcon);
+    FavouriteStore().remove(entryAt(row)[WebRadioEntry::id].integerValue());
+    setInEntry(row, WebRadioEntry::fav, WebRadioEntry::favIcon);
     tableCont.reloadRowsAtIndexPaths({{0, row}}, TableView::RowAnimation::Fade);
     GLOB::glob_HideHud();
 }
 
 void RadioViewController::scrollViewDidScroll(TableView &tableView)
 {
-    const double offset = tableView.contentOffset();
-    const double height = viewHeader.frame().height();
-    if (lastContentOffset <= height && offset > height) {
-        qCInfo(logApp, " ******* Header view just disappeared");
-        viewHideShow.setHidden(false);
-    } else if (lastContentOffset > height && offset <= height) {
-        qCInfo(logApp, " ******* Header view just appeared");
-        viewHideShow.setHidden(true);
-    }
-    lastContentOffset = offset;
+    viewHideShow.followHeader(viewHeader.frame().height(), tableView.contentOffset());
 }
-
-void RadioViewController::acctionMenu() { backToMenu(); }
 
 void RadioViewController::acctionFacebook()
 {
-    m_shareData.functionFacebook(hl1.text(), AppDelegate::shared().gurl2, *this);
+    m_shareData.functionFacebook(viewHeader.hl1.text(), AppDelegate::shared().gurl2, *this);
 }
 
 void RadioViewController::acctionTwitter()
 {
-    GLOB::glob_ShowHud();
-    performAfterDelay(0.1, [this] { callTwiter(); });
+    performUnderHud(0.1, [this] { callTwiter(); });
 }
 
 void RadioViewController::callTwiter()
 {
-    m_shareData.functionTwitter(hl1.text(), himgsinger.image(), AppDelegate::shared().gurl2, *this);
+    m_shareData.functionTwitter(viewHeader.hl1.text(), viewHeader.himgsinger.image(),
+                                AppDelegate::shared().gurl2, *this);
 }
 
 void RadioViewController::acctionEmail() { m_shareData.shairEmailOption(shared_from_this()); }

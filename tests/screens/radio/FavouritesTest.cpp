@@ -4,7 +4,6 @@
 #include "platform/foundation/UserDefaults.h"
 #include "platform/net/UrlConnection.h"
 #include "screens/radio/RadioCell.h"
-#include "screens/radio/RadioRows.h"
 
 using namespace orvel;
 using namespace orvel::test;
@@ -152,7 +151,7 @@ TEST_F(FavouritesTest, ATapPlaysTheRowWithThePicturesOfTheRowBuiltLast)
     screen.tableCont.selectRow(0, 0);
     EXPECT_EQ(app->url, "http://127.0.0.1:1/3");
     EXPECT_TRUE(app->radio());
-    EXPECT_EQ(screen.bl1.text(), "Trois");
+    EXPECT_EQ(screen.viewHideShow.bl1.text(), "Trois");
     EXPECT_EQ(app->gl3, "Trois");
     EXPECT_EQ(app->gl4, "x");
     EXPECT_EQ(app->gurl1, "http://127.0.0.1:1/media/1.png");
@@ -167,22 +166,22 @@ TEST_F(FavouritesTest, TheBarsFirstPressAfterATapPlays)
     screen.tableCont.selectRow(0, 1);
     const std::tuple<int, int, bool> states[] = {{0, 1, true}, {1, 1, true}, {0, -1, false}, {1, -1, true}};
     for (const auto &[tag, intPlay, plays] : states) {
-        EXPECT_EQ(screen.bplay.tag(), tag);
-        EXPECT_EQ(screen.bplay.normalImage(), plays ? "mstop.png" : "mplay.png");
-        EXPECT_EQ(screen.bplay.highlightedImage(), screen.bplay.normalImage());
+        EXPECT_EQ(screen.viewHideShow.bplay.tag(), tag);
+        EXPECT_EQ(screen.viewHideShow.bplay.normalImage(), plays ? "mstop.png" : "mplay.png");
+        EXPECT_EQ(screen.viewHideShow.bplay.highlightedImage(), screen.viewHideShow.bplay.normalImage());
         EXPECT_EQ(app->intPlay, intPlay);
         EXPECT_EQ(app->radio()->isPlaying(), plays);
-        screen.bplay.touchUpInside();
+        screen.viewHideShow.bplay.touchUpInside();
     }
     // Paused by now: a new visit can resume it, and the next pauses it.
     app->gl3 = "Titre";
     for (const bool plays : {false, true}) {
         RadioFav &visited = openFavourites();
         EXPECT_FALSE(visited.viewHideShow.hidden());
-        EXPECT_EQ(visited.bl1.text(), "Titre");
-        EXPECT_EQ(visited.bplay.tag(), int(plays));
-        EXPECT_EQ(visited.bplay.normalImage(), plays ? "mstop.png" : "mplay.png");
-        visited.bplay.touchUpInside();
+        EXPECT_EQ(visited.viewHideShow.bl1.text(), "Titre");
+        EXPECT_EQ(visited.viewHideShow.bplay.tag(), int(plays));
+        EXPECT_EQ(visited.viewHideShow.bplay.normalImage(), plays ? "mstop.png" : "mplay.png");
+        visited.viewHideShow.bplay.touchUpInside();
         EXPECT_EQ(app->radio()->isPlaying(), !plays);
     }
 }

@@ -31,14 +31,15 @@ struct RadioViewControllerTest : AppFixture
     }
     static QStringList header(const RadioViewController &of)
     {
-        return {of.hl1.text(), of.hl2.text(), of.hl3.text(), of.hl4.text()};
+        return {of.viewHeader.hl1.text(), of.viewHeader.hl2.text(), of.viewHeader.hl3.text(),
+                of.viewHeader.hl4.text()};
     }
     void expectButtons(bool playing) { expectButtons(screen, playing); }
     static void expectButtons(const RadioViewController &of, bool playing)
     {
-        for (const Button *button : {&of.hbtnPlay, &of.bplay}) {
-            const QString image = button == &of.bplay ? (playing ? "mstop.png" : "mplay.png")
-                                                      : (playing ? "pstop.png" : "pplayer.png");
+        for (const Button *button : {&of.viewHeader.hbtnPlay, &of.viewHideShow.bplay}) {
+            const QString image = button == &of.viewHideShow.bplay ? (playing ? "mstop.png" : "mplay.png")
+                                                                   : (playing ? "pstop.png" : "pplayer.png");
             EXPECT_EQ(button->tag(), int(playing));
             EXPECT_EQ(button->normalImage(), image);
             EXPECT_EQ(button->highlightedImage(), image);
@@ -91,7 +92,7 @@ TEST_F(RadioViewControllerTest, ATapPlaysTheRowsRadio)
     expectButtons(true);
     screen.setDataRadioFirstObject();
     EXPECT_EQ(app->url, "http://127.0.0.1:1/ete");
-    EXPECT_EQ(screen.hl2.text(), "");
+    EXPECT_EQ(screen.viewHeader.hl2.text(), "");
     screen.tableCont.selectRow(0, 2); // out of range
     EXPECT_EQ(app->url, "http://127.0.0.1:1/ete");
 }
@@ -99,15 +100,15 @@ TEST_F(RadioViewControllerTest, ATapPlaysTheRowsRadio)
 TEST_F(RadioViewControllerTest, BothButtonsPauseAndResumeTheOnePlayer)
 {
     receive(twoRadios);
-    screen.bplay.touchUpInside(); // no player yet
+    screen.viewHideShow.bplay.touchUpInside(); // no player yet
     expectButtons(false);
     screen.tableCont.selectRow(0, 0);
     const auto player = app->radio();
-    screen.bplay.touchUpInside();
+    screen.viewHideShow.bplay.touchUpInside();
     EXPECT_TRUE(player->isPaused());
     expectButtons(false);
     EXPECT_EQ(app->intPlay, -1);
-    screen.hbtnPlay.touchUpInside();
+    screen.viewHeader.hbtnPlay.touchUpInside();
     EXPECT_TRUE(player->isPlaying());
     EXPECT_EQ(app->radio(), player);
     expectButtons(true);
@@ -117,19 +118,19 @@ TEST_F(RadioViewControllerTest, BothButtonsPauseAndResumeTheOnePlayer)
 TEST_F(RadioViewControllerTest, ShowsTheLiveTitleAsTheListAllows)
 {
     postTitle("Trop tôt&&&Zoé");
-    EXPECT_EQ(screen.hl3.text(), "");
+    EXPECT_EQ(screen.viewHeader.hl3.text(), "");
     app->gl3 = "old";
     postTitle("x&&&y");
     EXPECT_EQ(app->gl3, ""); // overwritten from the labels all the same
     receive(twoRadios);
     postTitle(" L'été&&&Zoé \n");
-    EXPECT_EQ(screen.hl3.text(), QString::fromUtf8("L'été"));
-    EXPECT_EQ(screen.bl1.text(), QString::fromUtf8("L'été"));
-    EXPECT_EQ(screen.hl4.text(), QString::fromUtf8("Zoé"));
+    EXPECT_EQ(screen.viewHeader.hl3.text(), QString::fromUtf8("L'été"));
+    EXPECT_EQ(screen.viewHideShow.bl1.text(), QString::fromUtf8("L'été"));
+    EXPECT_EQ(screen.viewHeader.hl4.text(), QString::fromUtf8("Zoé"));
     EXPECT_EQ(app->gl4, QString::fromUtf8("Zoé"));
     postTitle("sans artiste");
-    EXPECT_EQ(screen.hl3.text(), "sans artiste");
-    EXPECT_EQ(screen.hl4.text(), QString::fromUtf8("Zoé"));
+    EXPECT_EQ(screen.viewHeader.hl3.text(), "sans artiste");
+    EXPECT_EQ(screen.viewHeader.hl4.text(), QString::fromUtf8("Zoé"));
     EXPECT_EQ(app->gl3, QString::fromUtf8("L'été"));
 }
 
@@ -143,18 +144,18 @@ TEST_F(RadioViewControllerTest, AListThatArrivesWhileARadioPlaysShowsIt)
     ASSERT_NE(&fresh, &screen);
     fresh.PostSuccess(JSONValue(QString::fromUtf8(twoRadios)));
     EXPECT_EQ(header(fresh), QStringList({"Orvel Rock", "Des guitares", "Titre", "Artiste"}));
-    EXPECT_EQ(fresh.bl1.text(), "Titre");
+    EXPECT_EQ(fresh.viewHideShow.bl1.text(), "Titre");
     EXPECT_FALSE(fresh.viewNowPlaying.hidden());
     expectButtons(fresh, true);
     postTitle("Suite&&&Autre");
-    EXPECT_EQ(fresh.hl3.text(), "Suite");
+    EXPECT_EQ(fresh.viewHeader.hl3.text(), "Suite");
 }
 
 TEST_F(RadioViewControllerTest, APausedRadioCanBeResumedFromAFreshScreen)
 {
     receive(twoRadios);
     screen.tableCont.selectRow(0, 1);
-    screen.hbtnPlay.touchUpInside();
+    screen.viewHeader.hbtnPlay.touchUpInside();
     const auto player = app->radio();
     for (const bool listArrives : {true, false}) {
         player->pause();
@@ -166,9 +167,9 @@ TEST_F(RadioViewControllerTest, APausedRadioCanBeResumedFromAFreshScreen)
         else
             fresh.PostFail("");
         EXPECT_FALSE(fresh.viewNowPlaying.hidden());
-        EXPECT_EQ(fresh.hl1.text(), "Orvel Rock");
+        EXPECT_EQ(fresh.viewHeader.hl1.text(), "Orvel Rock");
         expectButtons(fresh, false);
-        fresh.bplay.touchUpInside();
+        fresh.viewHideShow.bplay.touchUpInside();
         EXPECT_TRUE(player->isPlaying());
         expectButtons(fresh, true);
     }
@@ -196,7 +197,7 @@ TEST_F(RadioViewControllerTest, SharesTheRadioThatPlays)
     EXPECT_EQ(sheet->urlLabel.text(), "http://127.0.0.1:1/media/rock.jpg");
     sheet->cancelButton.touchUpInside();
 
-    screen.himgsinger.setImage(QImage(2, 1, QImage::Format_RGB32));
+    screen.viewHeader.himgsinger.setImage(QImage(2, 1, QImage::Format_RGB32));
     screen.acctionTwitter();
     EXPECT_EQ(presented(), "");
     clock.turn(0.1);

@@ -42,7 +42,6 @@ struct TitleProbesTest : AppFixture
     {
         QStringList result;
         for (int row = 0; row < of.numberOfRowsInSection(of.tableCont, 0); ++row) {
-            of.tableCont.registerCell("cell", [] { return std::make_shared<cellCustomRadio>(); });
             const auto cell = of.cellForRowAtIndexPath(of.tableCont, {0, row});
             result << static_cast<cellCustomRadio &>(*cell).lblDesc.text();
         }

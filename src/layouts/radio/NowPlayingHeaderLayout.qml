@@ -43,7 +43,7 @@ Item {
     }
     PictureItem {
         anchors.fill: parent
-        picture: root.screen.himgsinger
+        picture: root.screen.viewHeader.himgsinger
         backdrop: true
         visible: root.wide && root.chosen
     }
@@ -56,7 +56,7 @@ Item {
 
     Picture {
         id: picture
-        outlet: root.screen.himgsinger
+        outlet: root.screen.viewHeader.himgsinger
         placeholder: root.wide
         visible: root.chosen && !outlet.hidden
         x: root.wide ? root.side : 0
@@ -107,7 +107,7 @@ Item {
 
             Picture {
                 id: logo
-                outlet: root.screen.himg
+                outlet: root.screen.viewHeader.himg
                 placeholder: false
                 visible: !empty && !outlet.hidden
                 width: 52
@@ -120,7 +120,7 @@ Item {
                 spacing: 2
 
                 OutletText {
-                    outlet: root.screen.hl1
+                    outlet: root.screen.viewHeader.hl1
                     width: parent.width
                     color: Theme.inkText
                     font.pixelSize: root.width < 900 ? Theme.fontLarge : 30
@@ -129,7 +129,7 @@ Item {
                     Accessible.name: text
                 }
                 OutletText {
-                    outlet: root.screen.hl2
+                    outlet: root.screen.viewHeader.hl2
                     width: parent.width
                     color: Theme.inkTextSoft
                     font.pixelSize: root.wide ? Theme.fontBody : Theme.fontSmall
@@ -147,7 +147,7 @@ Item {
                 spacing: 3
 
                 OutletText {
-                    outlet: root.screen.hl3
+                    outlet: root.screen.viewHeader.hl3
                     width: parent.width
                     color: Theme.inkText
                     font.pixelSize: Theme.fontTitle
@@ -156,7 +156,7 @@ Item {
                     Accessible.name: text
                 }
                 OutletText {
-                    outlet: root.screen.hl4
+                    outlet: root.screen.viewHeader.hl4
                     width: parent.width
                     color: Theme.inkTextSoft
                     font.pixelSize: Theme.fontBody
@@ -166,7 +166,7 @@ Item {
             }
             ImageButton {
                 id: play
-                outlet: root.screen.hbtnPlay
+                outlet: root.screen.viewHeader.hbtnPlay
                 x: root.wide ? 0 : parent.width - width
                 iconSize: 64
                 text: outlet.tag !== 0 ? "Pause" : "Lecture"

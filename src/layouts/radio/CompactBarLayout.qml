@@ -1,16 +1,14 @@
 import QtQuick
 import Orvel.Kit
 import Orvel.Outlets
+import Orvel.Radio
 
 // A compact bar over a list's end: what plays now, and its play button.
 Rectangle {
     id: root
 
-    required property ImageViewOutlet picture
-    required property ImageViewOutlet logo
+    required property CompactBar bar
     required property LabelOutlet title
-    required property LabelOutlet artist
-    required property ButtonOutlet play
     required property bool shown
 
     anchors.horizontalCenter: parent.horizontalCenter
@@ -31,7 +29,7 @@ Rectangle {
     }
     Picture {
         id: pictureItem
-        outlet: root.picture
+        outlet: root.bar.bimgsinger
         x: 10
         anchors.verticalCenter: parent.verticalCenter
         width: 44
@@ -55,7 +53,7 @@ Rectangle {
             Accessible.name: text
         }
         OutletText {
-            outlet: root.artist
+            outlet: root.bar.bl2
             width: parent.width
             color: Theme.inkTextSoft
             font.pixelSize: Theme.fontSmall
@@ -65,7 +63,7 @@ Rectangle {
     }
     Picture {
         id: logoItem
-        outlet: root.logo
+        outlet: root.bar.bimg
         placeholder: false
         visible: !empty && !outlet.hidden
         anchors.right: playButton.left
@@ -77,7 +75,7 @@ Rectangle {
     }
     ImageButton {
         id: playButton
-        outlet: root.play
+        outlet: root.bar.bplay
         anchors.right: parent.right
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
