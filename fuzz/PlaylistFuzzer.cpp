@@ -27,7 +27,9 @@ std::optional<QString> streamIn(PlaylistParser &&parser, const QByteArray &body)
 
 bool isPartOfLine(const QString &stream, const QByteArray &body)
 {
-    return std::none_of(stream.begin(), stream.end(), isNewline) && body.contains(stream.toUtf8());
+    const QByteArray bytes = stream.toUtf8();
+    const auto firstLine = findLine(bytes, [](QByteArrayView) { return true; });
+    return firstLine->size() == bytes.size() && body.contains(bytes);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "audio/icy/IcyAnswer.h"
 
-#include "platform/foundation/ByteText.h"
+#include "audio/icy/IcyHeader.h"
 
 #include <algorithm>
 
@@ -8,31 +8,33 @@ namespace orvel {
 
 namespace {
 
-constexpr QByteArrayView status("ICY 200 OK");
-constexpr QByteArrayView lineEnd("\r\n");
-constexpr qsizetype mostHeaderBytes = 64 * 1024;
+constexpr qsizetype leastToDecide = 200;
+constexpr qsizetype maxHeaderBytes = 64 * 1024;
 
 } // namespace
 
-std::optional<QMap<QString, QString>> icyHeaderFields(QByteArrayView data)
+bool IcyAnswer::gather(QByteArrayView chunk)
 {
-    if (data.size() < status.size() || data.first(status.size()).compare(status, Qt::CaseInsensitive) != 0)
+    m_data.append(chunk);
+    return m_data.size() >= leastToDecide;
+}
+
+std::optional<QMap<QString, QString>> IcyAnswer::headerFields() const
+{
+    if (!beginsWithIcyStatus(m_data))
         return std::nullopt;
-    data = data.first(std::min(data.size(), mostHeaderBytes)).sliced(status.size());
+    const QByteArrayView data = QByteArrayView(m_data).first(std::min(m_data.size(), maxHeaderBytes));
     const qsizetype end = data.indexOf("\r\n\r\n");
-    QByteArray text = data.first(end < 0 ? data.size() : end).toByteArray();
+    QByteArray text = data.first(end < 0 ? data.size() : end).sliced(icyStatus.size()).toByteArray();
     text.replace("<BR>", "");
 
     QMap<QString, QString> fields;
     for (qsizetype start = 0; start < text.size();) {
-        const qsizetype found = text.indexOf(lineEnd, start);
+        const qsizetype found = text.indexOf(icyLineEnd, start);
         const qsizetype next = found < 0 ? text.size() : found;
-        const QByteArrayView line = QByteArrayView(text).sliced(start, next - start);
-        const QString content = decodeUtf8(line).value_or(QString::fromLatin1(line));
-        const qsizetype colon = content.indexOf(u':');
-        if (colon >= 0)
-            fields.insert(content.first(colon), content.sliced(colon + 1));
-        start = next + lineEnd.size();
+        if (const auto field = icyHeaderField(QByteArrayView(text).sliced(start, next - start)))
+            fields.insert(field->name, field->value);
+        start = next + icyLineEnd.size();
     }
     return fields;
 }

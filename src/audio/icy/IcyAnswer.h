@@ -1,18 +1,28 @@
 #pragma once
 
-#include <QByteArrayView>
+#include <QByteArray>
 #include <QMap>
 #include <QString>
 #include <optional>
+#include <utility>
 
 namespace orvel {
 
-// A bare ICY answer is told from its first bytes, once there are this many.
-inline constexpr qsizetype icyAnswerSize = 200;
+// The beginning of an answer without HTTP header fields, gathered until it shows whether it is a bare ICY
+// answer.
+class IcyAnswer
+{
+public:
+    // Takes a chunk of the body. Returns true once there are the 200 bytes that it takes to decide.
+    bool gather(QByteArrayView chunk);
+    // The header fields gathered so far, at most from the first 64 KiB: names in their received case,
+    // untrimmed values. Returns std::nullopt when the answer is not bare ICY.
+    std::optional<QMap<QString, QString>> headerFields() const;
+    // Returns all bytes gathered and forgets them.
+    QByteArray takeData() { return std::exchange(m_data, {}); }
 
-// The header fields at the beginning of a bare "ICY 200 OK" answer, as far as they have arrived: names in
-// their received case, values with whatever follows the colon. Nothing when `data` begins otherwise. What
-// lies beyond 64 KiB is not read.
-std::optional<QMap<QString, QString>> icyHeaderFields(QByteArrayView data);
+private:
+    QByteArray m_data;
+};
 
 } // namespace orvel

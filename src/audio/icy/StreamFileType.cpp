@@ -1,5 +1,7 @@
 #include "audio/icy/StreamFileType.h"
 
+#include "platform/foundation/ByteText.h"
+
 #include <algorithm>
 #include <array>
 
@@ -52,6 +54,15 @@ StreamFileType streamFileType(QStringView contentType)
     if (row == rows.end())
         return {};
     return {QString::fromLatin1(row->fileExtension), row->hint};
+}
+
+AudioFileType fileTypeHint(QStringView contentType)
+{
+    if (equalsIgnoringCase(contentType, u"audio/mpeg"))
+        return kAudioFileMP3Type;
+    if (equalsIgnoringCase(contentType, u"audio/aac") || equalsIgnoringCase(contentType, u"audio/aacp"))
+        return kAudioFileAAC_ADTSType;
+    return none;
 }
 
 } // namespace orvel

@@ -6,14 +6,17 @@
 
 namespace orvel {
 
-// How a stream's sound is kept in a file: a null extension and no hint when its content type is not known.
+// How a stream's sound is kept in a file. A null extension and no hint when its content type is unknown.
 struct StreamFileType
 {
     QString fileExtension{};
     AudioFileType hint = AudioFileType::none;
 };
 
-// Content types are compared exactly: other case or parameters make them unknown.
+// Content types are compared exactly: another case or parameters make them unknown.
 StreamFileType streamFileType(QStringView contentType);
+
+// What a live player opens its parser with. Knows MP3 and AAC alone, in any case; none for the others.
+AudioFileType fileTypeHint(QStringView contentType);
 
 } // namespace orvel

@@ -1,24 +1,16 @@
 #include "audio/live/IcyStream.h"
 
+#include "audio/icy/IcyHeader.h"
 #include "platform/foundation/ByteText.h"
 
-#include <QStringList>
 #include <algorithm>
 
 namespace orvel {
 
 namespace {
 
-constexpr QByteArrayView lineEnd("\r\n");
 // Longer header lines are skipped.
 constexpr qsizetype maxHeaderLine = 16 * 1024;
-
-bool isIcyStatusLine(QByteArrayView chunk)
-{
-    constexpr QByteArrayView status("ICY 200 OK");
-    return chunk.size() >= status.size() &&
-           chunk.first(status.size()).compare(status, Qt::CaseInsensitive) == 0;
-}
 
 } // namespace
 
@@ -76,7 +68,7 @@ IcyStream::HeaderKind IcyStream::applyHeader(QStringView name, const QString &va
 
 void IcyStream::parse(QByteArrayView chunk)
 {
-    if (m_metadataInterval == 0 && isIcyStatusLine(chunk))
+    if (m_metadataInterval == 0 && beginsWithIcyStatus(chunk))
         m_icyStartFound = true;
     if (m_icyStartFound && !m_icyEndFound) {
         const qsizetype headerBytes = parseHeaders(chunk);
@@ -100,7 +92,8 @@ void IcyStream::parse(QByteArrayView chunk)
             if (m_metadataLength == 0)
                 parseMetadata();
         } else if (m_metadataInterval >= 1 && m_streamCount == m_metadataInterval) {
-            // Signed: a byte from 128 on opens no block, and the bytes of that block count as sound.
+            // Deliberate: the length byte is signed, so one from 128 on opens no block, and the bytes of that
+            // block count as sound (IcyStreamTest.TellsSoundFromMetadataInAnyChunking).
             m_metadataLength = qint32(static_cast<signed char>(chunk.front())) * 16;
             m_streamCount = 0;
             chunk = chunk.sliced(1);
@@ -127,8 +120,8 @@ qsizetype IcyStream::parseHeaders(QByteArrayView chunk)
     qsizetype lineStart = 0;
     qsizetype audioStart = -1;
     // A line counts as ended when the byte behind its CR LF is known.
-    for (qsizetype p = block.indexOf(lineEnd, std::max<qsizetype>(0, carried - 2));
-         p >= 0 && p + 3 <= block.size(); p = block.indexOf(lineEnd, lineStart)) {
+    for (qsizetype p = block.indexOf(icyLineEnd, std::max<qsizetype>(0, carried - 2));
+         p >= 0 && p + 3 <= block.size(); p = block.indexOf(icyLineEnd, lineStart)) {
         // Empty only when the block's last CR LF CR LF was cut in its middle.
         const bool isEmptyLine = p == lineStart && !m_headerLineTooLong;
         const bool isTooLong = m_headerLineTooLong || p - lineStart > maxHeaderLine;
@@ -138,7 +131,7 @@ qsizetype IcyStream::parseHeaders(QByteArrayView chunk)
         lineStart = p + 2;
         if (isEmptyLine)
             audioStart = lineStart;
-        else if (QByteArrayView(block).sliced(lineStart).startsWith(lineEnd))
+        else if (QByteArrayView(block).sliced(lineStart).startsWith(icyLineEnd))
             audioStart = lineStart + 2;
         if (audioStart >= 0)
             break;
@@ -162,15 +155,15 @@ qsizetype IcyStream::parseHeaders(QByteArrayView chunk)
 
 void IcyStream::parseHeaderLine(QByteArrayView line)
 {
-    const QString text = decodeUtf8(line).value_or(QString::fromLatin1(line));
-    const QStringList parts = text.split(u':');
-    if (parts.size() < 2)
+    const std::optional<IcyHeaderField> field = icyHeaderField(line);
+    if (!field)
         return;
-    // Only the part up to a second colon is kept, so an address keeps its scheme word alone.
-    const QString value = parts[1].trimmed();
-    const HeaderKind kind = applyHeader(parts[0], value);
+    // Deliberate: a second colon ends the value, so that a site keeps its scheme word alone
+    // (IcyStreamTest.ReadsTheHeaderBlockOfABareAnswerWhereverItIsSplit).
+    const QString value = field->value.section(u':', 0, 0).trimmed();
+    const HeaderKind kind = applyHeader(field->name, value);
     m_metadataChanged |= kind == HeaderKind::Metadata;
-    if (kind == HeaderKind::Unknown && equalsIgnoringCase(parts[0], u"Content-Type"))
+    if (kind == HeaderKind::Unknown && equalsIgnoringCase(field->name, u"Content-Type"))
         m_contentType = value;
 }
 

@@ -1,13 +1,17 @@
 #include "audio/live/Streamer.h"
 
-#include "platform/foundation/BackgroundTask.h"
+#include "audio/icy/StreamFileType.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/media/output/AudioSession.h"
 
-#include <algorithm>
-
 namespace orvel {
+
+namespace {
+
+constexpr double stallSeconds = 10;
+
+} // namespace
 
 std::shared_ptr<Streamer> Streamer::initWithURL(const Url &url, StreamerServices services)
 {
@@ -20,23 +24,29 @@ std::shared_ptr<Streamer> Streamer::initWithURL(const Url &url, StreamerServices
 }
 
 Streamer::Streamer(const Url &url, StreamerServices services)
-    : Radio(url), m_services(std::move(services)), m_playlist(PlaylistDownload::forUrl(url))
+    : Radio(url)
+    , m_network(std::move(services.reachability), m_background,
+                {[this] { stop(StopReason::ConnectionLost); }, [this] { stop(StopReason::NoReconnection); }})
+    , m_connection(std::make_shared<StreamConnection>(*this, *this, m_url, m_station))
+    , m_output(std::make_shared<StreamOutput>(*this, std::move(services.openAudioFileStream),
+                                              std::move(services.newOutputQueue)))
 {
-    if (m_playlist)
-        m_httpState = HttpState::FetchingPlaylist;
     AudioSession::sharedInstance().setCategory(AudioSession::Category::Playback);
     AudioSession::sharedInstance().setActive(true);
 }
 
-Streamer::~Streamer() { NotificationCentre::defaultCentre().removeObserver(this); }
+Streamer::~Streamer()
+{
+    NotificationCentre::defaultCentre().removeObserver(this);
+    endTransferAndSound();
+}
 
 void Streamer::observeNotifications()
 {
     const auto observe = [this](const QString &name, void (Streamer::*operation)()) {
         NotificationCentre::defaultCentre().addObserver(
             this, name, [weak = std::weak_ptr(self()), operation](const Notification &) {
-                const std::shared_ptr<Streamer> streamer = weak.lock();
-                if (streamer && !streamer->m_shutdown)
+                if (const std::shared_ptr<Streamer> streamer = weak.lock())
                     (streamer.get()->*operation)();
             });
     };
@@ -47,68 +57,60 @@ void Streamer::observeNotifications()
 
 void Streamer::play()
 {
-    if (m_shutdown || m_playerState.isPlaying)
+    if (m_shutdown || m_isPlaying)
         return;
-    // Also ends a wait for reconnection.
-    stopBufferTimer();
-    stopReconnectTimer();
-    m_playerState.isPaused = false;
-    m_playerState.isPlaying = true;
-    m_playerState.lockQueue.sync([this] {
-        m_buffersInUse = 0;
-        m_playerState.queuedBytes = 0;
-    });
-    m_connectionFinished = false;
-    m_connectionError = false;
-    m_waitingForReconnection = false;
-    m_playerState.bufferSize = 4096;
-    m_icyStream.reset();
-    m_icyStream.setBufferSize(m_playerState.bufferSize);
-
-    startReachability();
-    if (isOnWiFiOrCellular())
-        m_connectionType = m_reachability->currentReachabilityStatus();
-    if (!m_reachability->isReachable()) {
-        m_playerState.isPlaying = false;
-        dropReachability();
+    m_isPaused = false;
+    if (!m_network.begin()) {
         fail(RadioErrorHostNotReachable);
         return;
     }
+    m_isPlaying = true;
     setState(RadioStateConnecting);
-    if (m_httpState == HttpState::FetchingStream)
-        requestAudioStream();
-    else
-        requestPlaylist();
+    m_connection->start({httpUserAgent, httpTimeout});
 }
 
 void Streamer::pause()
 {
     // While a reconnection is waited for the player counts as paused, and a pause ends the wait.
-    if (m_shutdown || (m_playerState.isPaused && !m_waitingForReconnection))
-        return;
-    const bool connectionError = std::exchange(m_connectionError, false);
-    const bool wasWaiting = std::exchange(m_waitingForReconnection, false);
-    m_playerState.isPlaying = false;
-    m_playerState.isPaused = true;
-    cancelConnection();
-    m_playerState.queueStarted = false;
-    dismissQueue();
-    stopBufferTimer();
-    stopReconnectTimer();
-    dropReachability();
+    if (!m_shutdown && (!m_isPaused || m_network.isWaitingForReconnection()))
+        stop(StopReason::ByListener);
+}
 
-    if (!connectionError) {
+void Streamer::stop(StopReason reason)
+{
+    m_isPlaying = false;
+    m_isPaused = true;
+    endTransferAndSound();
+    switch (reason) {
+    case StopReason::ByListener:
+    case StopReason::StreamEnded:
         setState(RadioStateStopped);
-    } else if (wasWaiting) {
+        break;
+    case StopReason::NoReconnection:
         fail(RadioErrorHostNotReachable);
-    } else {
-        m_waitingForReconnection = true;
+        break;
+    case StopReason::ConnectionLost:
         setState(RadioStateBuffering);
-        startReconnectTimerWithTimeout(reconnectionSeconds);
-        startReachability();
-        if (isOnWiFiOrCellular())
+        if (m_network.waitForReconnection())
             play();
+        break;
     }
+}
+
+void Streamer::fail(RadioError error)
+{
+    m_radioError = error;
+    m_isPlaying = false;
+    m_isPaused = false;
+    endTransferAndSound();
+    setState(RadioStateError);
+}
+
+void Streamer::endTransferAndSound()
+{
+    m_connection->cancel();
+    m_output->dismissQueue();
+    m_network.end();
 }
 
 void Streamer::shutdown()
@@ -117,139 +119,20 @@ void Streamer::shutdown()
         return;
     pause();
     m_shutdown = true;
-    stopBufferTimer();
-    stopReconnectTimer();
-    dropReachability();
-    endBackgroundTaskIfAny();
+    m_background.end();
     NotificationCentre::defaultCentre().removeObserver(this);
-    // Outlives packet work that is still under way; the last release is the main thread's.
-    m_playerState.lockQueue.async(
-        [last = self()]() mutable { MainQueue::async([last = std::move(last)] {}); });
 }
 
-void Streamer::requestPlaylist() { startRequest({m_url}); }
-
-void Streamer::requestAudioStream()
+void Streamer::setBufferInSeconds(unsigned seconds)
 {
-    UrlRequest request{m_url};
-    request.headers.set(QStringLiteral("Icy-Metadata"), QStringLiteral("1"));
-    request.headers.set(QStringLiteral("Cache-Control"), QStringLiteral("no-cache"));
-    // Sound is never packed: what claims to be could only unpack to a thousand times its size.
-    request.headers.set(QStringLiteral("Accept-Encoding"), QStringLiteral("identity"));
-    startRequest(std::move(request));
+    Radio::setBufferInSeconds(seconds);
+    m_output->setBufferCount(bufferCount());
 }
 
-void Streamer::startRequest(UrlRequest request)
+void Streamer::setVolume(float volume)
 {
-    if (!httpUserAgent.isNull())
-        request.headers.set(QStringLiteral("User-Agent"), httpUserAgent);
-    request.idleTimeout = httpTimeout;
-    cancelConnection();
-    m_httpStatusCode = 0;
-    m_networkError.reset();
-    m_urlConnection = UrlConnection::start(request, self());
-}
-
-void Streamer::cancelConnection()
-{
-    m_transferSuspended = false;
-    if (const std::shared_ptr<UrlConnection> connection = std::exchange(m_urlConnection, nullptr))
-        connection->cancel();
-}
-
-void Streamer::didReceiveResponse(UrlConnection &, const UrlResponse &response)
-{
-    m_httpStatusCode = response.statusCode;
-    if (response.statusCode >= 400) {
-        fail(RadioErrorHostNotReachable);
-        return;
-    }
-    if (m_httpState == HttpState::FetchingPlaylist) {
-        m_playlist->clear();
-        return;
-    }
-    readStreamHeaders(response.headers);
-    setState(RadioStateBuffering);
-    if (!openParser()) {
-        fail(RadioErrorFileStreamOpen);
-        return;
-    }
-    m_icyStream.clearGathered();
-}
-
-void Streamer::readStreamHeaders(const HeaderFields &headers)
-{
-    m_icyStream.setContentType(headers.value(QStringLiteral("content-type")).value_or(QString()));
-    bool hasMetadata = false;
-    for (const HeaderFields::Field &field : headers.fields())
-        hasMetadata |= m_icyStream.applyHeader(field.name, field.value) == IcyStream::HeaderKind::Metadata;
-    if (hasMetadata)
-        icyMetadataReady();
-}
-
-void Streamer::didReceiveData(UrlConnection &, QByteArrayView data)
-{
-    if (m_httpState == HttpState::FetchingStream) {
-        parseAudioData(data);
-        return;
-    }
-    if (!m_playlist->append(data))
-        playlistReceived();
-}
-
-void Streamer::connectionDidFinishLoading(UrlConnection &)
-{
-    m_urlConnection.reset();
-    if (m_httpState == HttpState::FetchingPlaylist) {
-        playlistReceived();
-        return;
-    }
-    bool isSilent = false;
-    m_playerState.lockQueue.sync([&] {
-        m_connectionFinished = true;
-        isSilent = m_playerState.isBuffering || m_buffersInUse == 0;
-    });
-    // Otherwise what is queued plays out, and the last buffer's return stops the player.
-    if (m_playerState.isPlaying && isSilent)
-        pause();
-}
-
-void Streamer::playlistReceived()
-{
-    cancelConnection();
-    const std::optional<Url> url = m_playlist->takeStreamUrl();
-    if (!url) {
-        fail(RadioErrorPlaylistParsing);
-        return;
-    }
-    m_url = *url;
-    m_httpState = HttpState::FetchingStream;
-    requestAudioStream();
-}
-
-void Streamer::didFailWithError(UrlConnection &, const NetError &error)
-{
-    m_urlConnection.reset();
-    m_networkError = error;
-    if (m_httpState == HttpState::FetchingPlaylist) {
-        fail(RadioErrorHostNotReachable);
-        return;
-    }
-    if (!m_playerState.isPlaying)
-        return;
-    if (m_reachability && m_reachability->isReachable()) {
-        dropReachability();
-        fail(RadioErrorNetworkError);
-    } else {
-        m_connectionError = true;
-        pause();
-    }
-}
-
-void Streamer::fail(RadioError error)
-{
-    m_radioError = error;
-    setState(RadioStateError);
+    Radio::setVolume(volume);
+    m_output->setVolume(this->volume());
 }
 
 void Streamer::setState(RadioState state)
@@ -257,21 +140,9 @@ void Streamer::setState(RadioState state)
     if (m_radioState == state)
         return;
     m_radioState = state;
-    if (m_urlConnection && state != RadioStatePlaying)
-        m_urlConnection->readAtMostEvery(0);
-    if (state == RadioStateError) {
-        m_playerState.queueStarted = false;
-        m_playerState.isPlaying = false;
-        m_playerState.isPaused = false;
-        m_playerState.isBuffering = false;
-        cancelConnection();
-        dismissQueue();
-        stopBufferTimer();
-        stopReconnectTimer();
-    }
     tell(&RadioDelegate::radioStateChanged);
     if (state == RadioStatePlaying || state == RadioStateError)
-        endBackgroundTaskIfAny();
+        m_background.end();
 }
 
 void Streamer::tell(void (RadioDelegate::*operation)(Radio &))
@@ -283,55 +154,16 @@ void Streamer::tell(void (RadioDelegate::*operation)(Radio &))
     });
 }
 
-void Streamer::startBufferTimerWithTimeout(double seconds)
-{
-    stopBufferTimer();
-    beginBackgroundTaskIfNone();
-    m_bufferTimer = RunLoop::main().after(
-        seconds, [streamer = self()] { streamer->onBufferTimerFired(); }, RunLoop::Lane::Service);
-}
-
-void Streamer::startReconnectTimerWithTimeout(double seconds)
-{
-    stopReconnectTimer();
-    beginBackgroundTaskIfNone();
-    m_reconnectTimer = RunLoop::main().after(
-        seconds, [streamer = self()] { streamer->onReconnectTimerFired(); }, RunLoop::Lane::Service);
-}
-
-void Streamer::stopBufferTimer() { RunLoop::main().cancel(std::exchange(m_bufferTimer, 0)); }
-
-void Streamer::stopReconnectTimer() { RunLoop::main().cancel(std::exchange(m_reconnectTimer, 0)); }
-
-void Streamer::onBufferTimerFired()
-{
-    m_bufferTimer = 0;
-    m_connectionError = true;
-    startReachability();
-    pause();
-}
-
-void Streamer::onReconnectTimerFired()
-{
-    m_reconnectTimer = 0;
-    m_connectionError = true;
-    pause();
-}
-
 void Streamer::onReachabilityChanged()
 {
-    if (!m_reachability)
+    if (!m_network.isWatching())
         return;
-    const std::shared_ptr<Streamer> keep = self();
-    if (!m_reachability->isReachable()) {
-        if (m_playerState.queueStarted)
-            beginBackgroundTaskIfNone();
-        return;
-    }
-    if (m_waitingForReconnection) {
+    if (!m_network.isReachable()) {
+        if (m_output->isStarted())
+            m_background.begin();
+    } else if (m_network.isWaitingForReconnection()) {
         play();
-    } else if (m_playerState.isPlaying && m_connectionType == Reachability::Status::WiFi &&
-               m_reachability->currentReachabilityStatus() == Reachability::Status::Cellular) {
+    } else if (m_isPlaying && m_network.hasMovedToCellular()) {
         pause();
         play();
     }
@@ -340,46 +172,70 @@ void Streamer::onReachabilityChanged()
 void Streamer::onBackground()
 {
     if (m_radioState == RadioStateConnecting || m_radioState == RadioStateBuffering)
-        beginBackgroundTaskIfNone();
+        m_background.begin();
 }
 
-void Streamer::onForeground() { endBackgroundTaskIfAny(); }
-
-// While the application is in front no task is needed.
-void Streamer::beginBackgroundTaskIfNone()
+bool Streamer::streamAnswered()
 {
-    if (m_bgTask != invalidBackgroundTask || applicationState() == ApplicationState::Active)
-        return;
-    m_bgTask = beginBackgroundTask([weak = std::weak_ptr(self())] {
-        MainQueue::async([weak] {
-            if (const std::shared_ptr<Streamer> streamer = weak.lock())
-                streamer->endBackgroundTaskIfAny();
-        });
-    });
+    setState(RadioStateBuffering);
+    if (openParser())
+        return true;
+    fail(RadioErrorFileStreamOpen);
+    return false;
 }
 
-void Streamer::endBackgroundTaskIfAny()
+void Streamer::connectionLost()
 {
-    if (m_bgTask != invalidBackgroundTask)
-        endBackgroundTask(std::exchange(m_bgTask, invalidBackgroundTask));
+    if (m_network.isReachable())
+        fail(RadioErrorNetworkError);
+    else
+        stop(StopReason::ConnectionLost);
 }
 
-void Streamer::startReachability()
+void Streamer::connectionFinished()
 {
-    if (!m_reachability)
-        m_reachability = m_services.reachability();
-    m_reachability->startNotifier();
+    // What is queued plays out, and the last buffer's return stops the player.
+    if (!m_output->streamHasEnded())
+        stop(StopReason::StreamEnded);
 }
 
-void Streamer::dropReachability()
+bool Streamer::openParser()
 {
-    if (const std::unique_ptr<Reachability> monitor = std::exchange(m_reachability, nullptr))
-        monitor->stopNotifier();
+    return m_output->openParser(fileTypeHint(m_connection->icyStream().contentType()));
 }
 
-bool Streamer::isOnWiFiOrCellular() const
+void Streamer::icyTitleChanged(const QString &title)
 {
-    return m_reachability->currentReachabilityStatus() != Reachability::Status::NotReachable;
+    m_radioTitle = title;
+    tell(&RadioDelegate::radioTitleChanged);
+}
+
+void Streamer::outputPrepared(quint32 bufferSize)
+{
+    m_connection->icyStream().setBufferSize(bufferSize);
+    m_connection->pacing().soundIsWanted();
+    m_network.stopBufferTimer();
+}
+
+void Streamer::packetsWaiting(std::size_t bytes, std::size_t startThreshold)
+{
+    m_connection->pacing().packetsWaiting(bytes, startThreshold);
+}
+
+void Streamer::outputStarted()
+{
+    m_network.stopBufferTimer();
+    m_connection->pacing().soundStarted();
+    setState(RadioStatePlaying);
+}
+
+void Streamer::outputRanDry()
+{
+    m_connection->pacing().soundIsWanted();
+    setState(RadioStateBuffering);
+    // A stream whose packets never fill a buffer stalls too, however fast it is.
+    if (!m_network.isBufferTimerRunning())
+        m_network.startBufferTimerWithTimeout(stallSeconds);
 }
 
 } // namespace orvel

@@ -7,13 +7,12 @@ namespace orvel {
 
 std::optional<QString> M3UParser::parseStreamUrl(const QByteArray &body)
 {
-    const std::optional<QString> text = decodeUtf8(body);
-    if (!text)
+    if (!decodeUtf8(body))
         return std::nullopt;
-    const auto line = findLine(*text, [](QStringView candidate) { return candidate.startsWith(u"http"); });
+    const auto line = findLine(body, [](QByteArrayView candidate) { return candidate.startsWith("http"); });
     if (!line)
         return std::nullopt;
-    return line->toString();
+    return decodeUtf8(*line);
 }
 
 } // namespace orvel

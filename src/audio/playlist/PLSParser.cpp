@@ -7,16 +7,12 @@ namespace orvel {
 
 std::optional<QString> PLSParser::parseStreamUrl(const QByteArray &body)
 {
-    // ASCII needs no second look: all of it is UTF-8 too.
-    const std::optional<QString> text = decodeUtf8(body);
-    if (!text)
-        return std::nullopt;
-    const auto line = findLine(*text, [](QStringView candidate) {
-        return candidate.startsWith(u"File") && candidate.contains(u'=');
+    const auto line = findLine(body, [](QByteArrayView candidate) {
+        return candidate.startsWith("File") && candidate.contains('=');
     });
     if (!line)
         return std::nullopt;
-    return line->sliced(line->indexOf(u'=') + 1).toString();
+    return decodeUtf8(line->sliced(line->indexOf('=') + 1));
 }
 
 } // namespace orvel

@@ -4,8 +4,8 @@
 
 namespace orvel {
 
-// PLS, UTF-8 or ASCII: what follows "=" in the first line that begins with "File", whatever its number and
-// value.
+// PLS: what follows "=" in the first line that begins with "File", whatever its number and value. The file
+// may be in any encoding that keeps ASCII, the value alone has to be UTF-8.
 class PLSParser : public PlaylistParser
 {
 public:

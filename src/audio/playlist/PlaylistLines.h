@@ -1,32 +1,35 @@
 #pragma once
 
-#include <QString>
-#include <QStringView>
-#include <algorithm>
+#include <QByteArrayView>
 #include <optional>
 
 namespace orvel {
 
-// Whether a character ends a line: U+000A to U+000D, U+0085, U+2028 and U+2029.
-inline bool isNewline(QChar character)
+// Returns how many bytes of a newline `bytes` begin with, 0 for none: U+000A to U+000D, U+0085, U+2028 and
+// U+2029, in UTF-8.
+inline qsizetype newlineLength(QByteArrayView bytes)
 {
-    const char16_t unit = character.unicode();
-    return (unit >= 0x0A && unit <= 0x0D) || unit == 0x85 || unit == 0x2028 || unit == 0x2029;
+    if (!bytes.isEmpty() && bytes.front() >= '\n' && bytes.front() <= '\r')
+        return 1;
+    if (bytes.startsWith("\xC2\x85"))
+        return 2;
+    return bytes.startsWith("\xE2\x80\xA8") || bytes.startsWith("\xE2\x80\xA9") ? 3 : 0;
 }
 
-// The first line of a text for which `matches` holds. Each newline character ends a line of its own.
+// Returns the first line for which `matches` holds, byte for byte. Each newline ends a line of its own.
 template<typename Predicate>
-std::optional<QStringView> findLine(QStringView text, Predicate matches)
+std::optional<QByteArrayView> findLine(QByteArrayView text, Predicate matches)
 {
-    const QChar *start = text.begin();
-    for (;;) {
-        const QChar *const end = std::find_if(start, text.end(), isNewline);
-        const QStringView line(start, end);
+    for (qsizetype start = 0;;) {
+        qsizetype end = start;
+        while (end < text.size() && newlineLength(text.sliced(end)) == 0)
+            ++end;
+        const QByteArrayView line = text.sliced(start, end - start);
         if (matches(line))
             return line;
-        if (end == text.end())
+        if (end == text.size())
             return std::nullopt;
-        start = end + 1;
+        start = end + newlineLength(text.sliced(end));
     }
 }
 

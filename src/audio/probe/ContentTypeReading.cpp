@@ -1,18 +1,10 @@
 #include "audio/probe/ContentTypeReading.h"
 
-#include "audio/icy/IcyAnswer.h"
-
-#include <utility>
-
 namespace orvel {
-
-namespace {
-const QString contentTypeKey = QStringLiteral("content-type");
-}
 
 void ContentTypeReading::readResponse(const UrlResponse &response)
 {
-    const QString contentType = response.headers.value(contentTypeKey).value_or(QString());
+    const QString contentType = contentTypeOf(response);
     if (contentType.isEmpty())
         return;
     m_responceType = ResponceType::Http;
@@ -24,10 +16,10 @@ void ContentTypeReading::readData(QByteArrayView chunk)
 {
     if (m_over || m_responceType != ResponceType::Unknown)
         return;
-    m_streamData.append(chunk);
-    if (m_streamData.size() < icyAnswerSize)
+    if (!m_answer.gather(chunk))
         return;
-    const auto fields = icyHeaderFields(std::exchange(m_streamData, {}));
+    const auto fields = m_answer.headerFields();
+    m_answer.takeData();
     if (fields) {
         m_responceType = ResponceType::Icy;
         m_contentType = fields->value(contentTypeKey);

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "audio/icy/IcyAnswer.h"
 #include "audio/probe/StreamReading.h"
-
-#include <QByteArray>
 
 namespace orvel {
 
@@ -18,7 +17,7 @@ public:
 
 private:
     ResponceType m_responceType = ResponceType::Unknown;
-    QByteArray m_streamData; // an answer not told yet
+    IcyAnswer m_answer; // until the type is decided
     QString m_contentType;
     bool m_over = false;
 };

@@ -1,11 +1,9 @@
 #include "audio/probe/MetadataReading.h"
 
-#include "audio/icy/IcyAnswer.h"
 #include "platform/foundation/ByteText.h"
 
 #include <QStringList>
 #include <algorithm>
-#include <utility>
 
 namespace orvel {
 
@@ -26,15 +24,14 @@ qint32 unitCount(char lengthByte) { return intValue(QString::fromLatin1(QByteArr
 
 void MetadataReading::readResponse(const UrlResponse &response)
 {
-    const HeaderFields &headers = response.headers;
-    if (headers.value(QStringLiteral("content-type")).value_or(QString()).isEmpty())
+    if (contentTypeOf(response).isEmpty())
         return;
     m_responceType = ResponceType::Http;
     m_metadataDictionary.emplace();
-    for (const HeaderFields::Field &field : headers.fields())
+    for (const HeaderFields::Field &field : response.headers.fields())
         m_metadataDictionary->insert(field.name, field.value);
     m_metadataDictionary->insert(responceTypeKey, QStringLiteral("HTTP 200"));
-    m_bytesToBlock = integerValue(headers.value(intervalKey).value_or(QString()));
+    m_bytesToBlock = integerValue(response.headers.value(intervalKey).value_or(QString()));
     m_over = m_bytesToBlock < 1;
 }
 
@@ -50,11 +47,10 @@ void MetadataReading::readData(QByteArrayView chunk)
 
 void MetadataReading::readIcyAnswer(QByteArrayView chunk)
 {
-    m_streamData.append(chunk);
-    if (m_streamData.size() < icyAnswerSize)
+    if (!m_answer.gather(chunk))
         return;
-    const QByteArray data = std::exchange(m_streamData, {});
-    const auto fields = icyHeaderFields(data);
+    const auto fields = m_answer.headerFields();
+    const QByteArray data = m_answer.takeData();
     if (fields) {
         m_responceType = ResponceType::Icy;
         m_metadataDictionary = {{responceTypeKey, QStringLiteral("ICY 200")}};

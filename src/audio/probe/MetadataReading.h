@@ -1,5 +1,6 @@
 #pragma once
 
+#include "audio/icy/IcyAnswer.h"
 #include "audio/probe/StreamReading.h"
 
 #include <QByteArray>
@@ -31,7 +32,8 @@ private:
     ResponceType m_responceType = ResponceType::Unknown;
     std::optional<MetadataDictionary> m_metadataDictionary;
     qint64 m_bytesToBlock = 0; // still to come before the first metadata block; negative: there is none
-    QByteArray m_streamData;   // an answer not told yet, or the length byte and its block
+    IcyAnswer m_answer;        // until the type is decided
+    QByteArray m_streamData;   // the length byte and its block
     bool m_over = false;
 };
 

@@ -6,6 +6,14 @@
 
 namespace orvel {
 
+// The header field by which an answer tells its content type, also in this case in a bare ICY answer.
+inline const QString contentTypeKey = QStringLiteral("content-type");
+// Empty when the answer tells none.
+inline QString contentTypeOf(const UrlResponse &response)
+{
+    return response.headers.value(contentTypeKey).value_or(QString());
+}
+
 // What is read out of one stream's answer: its head first, then its body in chunks of any size. No threads of
 // its own.
 class StreamReading

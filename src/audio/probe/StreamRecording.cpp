@@ -1,6 +1,5 @@
 #include "audio/probe/StreamRecording.h"
 
-#include "audio/icy/IcyAnswer.h"
 #include "audio/icy/StreamFileType.h"
 
 #include <utility>
@@ -8,8 +7,6 @@
 namespace orvel {
 
 namespace {
-
-const QString contentTypeKey = QStringLiteral("content-type");
 
 QString withExtension(const QString &path, const QString &extension)
 {
@@ -24,7 +21,7 @@ QString withExtension(const QString &path, const QString &extension)
 
 void StreamRecording::readResponse(const UrlResponse &response)
 {
-    const QString contentType = response.headers.value(contentTypeKey).value_or(QString());
+    const QString contentType = contentTypeOf(response);
     if (contentType.isEmpty()) {
         m_responceType = ResponceType::Icy;
         return;
@@ -40,10 +37,9 @@ void StreamRecording::readData(QByteArrayView chunk)
         write(chunk);
         return;
     }
-    m_streamData.append(chunk);
-    if (m_streamData.size() < icyAnswerSize)
+    if (!m_answer.gather(chunk))
         return;
-    if (const auto fields = icyHeaderFields(m_streamData))
+    if (const auto fields = m_answer.headerFields())
         m_fileExtension = streamFileType(fields->value(contentTypeKey)).fileExtension;
     open();
 }
@@ -63,7 +59,7 @@ void StreamRecording::open()
 {
     m_file = std::make_unique<QSaveFile>(withExtension(m_localPath, m_fileExtension));
     check(m_file->open(QIODevice::WriteOnly | QIODevice::Unbuffered)); // a full disk is told at once
-    write(std::exchange(m_streamData, {}));
+    write(m_answer.takeData());
 }
 
 void StreamRecording::write(QByteArrayView bytes)

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "audio/icy/IcyAnswer.h"
 #include "audio/probe/StreamReading.h"
 
-#include <QByteArray>
 #include <QSaveFile>
 #include <memory>
 
@@ -34,7 +34,7 @@ private:
     const QString m_localPath;
     ResponceType m_responceType = ResponceType::Unknown; // without an answer
     QString m_fileExtension;
-    QByteArray m_streamData;           // an answer not told yet
+    IcyAnswer m_answer;                // until the extension is decided
     std::unique_ptr<QSaveFile> m_file; // once the extension is known
     QString m_writeError;
 };

@@ -68,6 +68,14 @@ struct StreamerTest : testing::Test
     {
         return waitUntil([&] { return streamer->radioState() == state; });
     }
+    // While sound is played the connection rests between reads, on the clock that the test has taken.
+    bool waitPlaying(const std::function<bool()> &condition)
+    {
+        return waitUntil([&] {
+            clock.turn(0.01);
+            return condition();
+        });
+    }
     // Hands back all buffers until the player has nothing more to fill them with.
     void playOut()
     {
@@ -181,14 +189,28 @@ TEST_F(StreamerTest, PlaysWhatAPlaylistNames)
     EXPECT_EQ(server->requestCount(), 1u);
 }
 
+TEST_F(StreamerTest, FillsIdleBuffersAsPacketsArrive)
+{
+    startPlaying({{mp3Head, sound, WaitForRelease{}, Send{QByteArray(1500, 's')}, WaitForRelease{}}});
+    while (media.queue->enqueued.size() > 1)
+        media.queue->playOne();
+    server->release();
+    EXPECT_TRUE(waitPlaying([&] { return media.queue->enqueued.size() == 3; }));
+}
+
 TEST_F(StreamerTest, BuffersAfterAnUnderrunAndRecovers)
 {
-    startPlaying({{mp3Head, sound, WaitForRelease{}, sound, WaitForRelease{}}});
+    startPlaying({{mp3Head, sound, WaitForRelease{}, Send{QByteArray(3000, 's')}, WaitForRelease{}, sound,
+                   WaitForRelease{}}});
     playOut();
     ASSERT_TRUE(reaches(RadioStateBuffering));
     EXPECT_FALSE(media.queue->isStarted);
     EXPECT_TRUE(streamer->isBuffering());
     clock.turn(9);
+    server->release(); // enough for the idle buffers, not for a start
+    ASSERT_TRUE(waitUntil([&] { return server->bytesSent() > 7000; }));
+    letEventsRun();
+    EXPECT_TRUE(media.queue->enqueued.empty());
     server->release();
     ASSERT_TRUE(reaches(RadioStatePlaying));
     EXPECT_TRUE(media.queue->isStarted);
@@ -206,6 +228,40 @@ TEST_F(StreamerTest, GoesOnWhenTheNetworkIsBackWhileWaiting)
     ASSERT_TRUE(reaches(RadioStatePlaying));
     clock.turn(25);
     EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
+}
+
+TEST_F(StreamerTest, EachLossHasAWaitOfItsOwn)
+{
+    start({playing});
+    streamer->httpTimeout = 0;
+    for (int loss = 0; loss < 2; ++loss) {
+        ASSERT_TRUE(reaches(RadioStatePlaying)) << loss;
+        media.network = Reachability::Status::NotReachable;
+        playOut();
+        clock.turn(10.1);
+        clock.turn(50);
+        EXPECT_EQ(streamer->radioState(), RadioStateBuffering) << loss;
+        media.setNetwork(Reachability::Status::WiFi);
+    }
+    EXPECT_TRUE(reaches(RadioStatePlaying));
+}
+
+TEST_F(StreamerTest, ASecondPlayKnowsNothingOfTheFirst)
+{
+    startPlaying({{mp3Head, sound, Close{}}, playing});
+    waitPlaying([&] { return server->openConnections() == 0; });
+    playOut();
+    ASSERT_TRUE(reaches(RadioStateStopped));
+    const std::shared_ptr<FakeOutputQueue> first = media.queue;
+    streamer->play();
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    // A late buffer of an earlier output queue is not heard.
+    const auto enqueued = media.queue->enqueued.size();
+    first->callback(*first, first->buffers.front());
+    EXPECT_EQ(media.queue->enqueued.size(), enqueued);
+    // The first stream had ended; the second runs dry.
+    playOut();
+    EXPECT_EQ(streamer->radioState(), RadioStateBuffering);
 }
 
 TEST_F(StreamerTest, AUsersPauseEndsTheWait)
@@ -236,7 +292,7 @@ TEST_F(StreamerTest, ASecondParsersFormatEndsTheFirstOnesSound)
     startPlaying({{mp3Head, sound, WaitForRelease{}, Send{icy + QByteArray(8192, 't')}, WaitForRelease{}}});
     const std::shared_ptr<FakeOutputQueue> first = media.queue;
     server->release();
-    ASSERT_TRUE(waitUntil([&] { return media.queue != first && media.queue->isStarted; }));
+    ASSERT_TRUE(waitPlaying([&] { return media.queue != first && media.queue->isStarted; }));
     EXPECT_TRUE(first->isDisposed);
     playOut();
     EXPECT_FALSE(media.queue->played.contains('s'));

@@ -42,7 +42,9 @@ TEST(PlaylistParserTest, PLSTakesTheEarliestFileEntry)
         {"[playlist]\nNumberOfEntries=2\nFile2=http://b/?x=1 \nFile1=http://a/\n", "http://b/?x=1 "},
         {"File1\nfile2=http://a/\n File3=http://b/\nFile=ftp", "ftp"},
         {"File1=\n", ""},
-        {"Title1=Caf\xE9\nFile1=http://a/", std::nullopt},
+        {"Title1=Caf\xE9\nFile1=http://a/\r\nTitle2=Et\xC9", "http://a/"}, // in Latin-1
+        {"Title1=Caf\xE9\nFile1=http://a/\xC3\x85t\xC3\xA9", "http://a/Åté"},
+        {"File1=http://caf\xE9/\nFile2=http://a/", std::nullopt},
         {"[playlist]", std::nullopt},
     });
 }
