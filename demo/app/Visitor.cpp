@@ -79,9 +79,11 @@ void Visitor::scroll(double share)
         if (item->inherits("QQuickFlickable") && item->isEnabled() && isInSight(*item))
             list = item;
     });
-    if (list)
-        list->setProperty("contentY",
-                          share * std::max(0.0, list->property("contentHeight").toDouble() - list->height()));
+    if (!list)
+        return;
+    const double end = std::max(0.0, list->property("contentHeight").toDouble() - list->height());
+    [[maybe_unused]] const bool isScrolled = list->setProperty("contentY", share * end);
+    Q_ASSERT(isScrolled);
 }
 
 void Visitor::resize(int width, int height) { m_window.resize(width, height); }

@@ -65,10 +65,17 @@ constexpr std::array<Row, 19> rows{{
      .url = "qrc:/assets/pages/leagals.html"},
 }};
 
+// The screen's class must have the property.
+void set(ViewController &screen, const char *property, const QVariant &value)
+{
+    [[maybe_unused]] const bool isThere = screen.setProperty(property, value);
+    Q_ASSERT(isThere);
+}
+
 void setIfGiven(ViewController &screen, const char *property, const QString &value)
 {
     if (!value.isNull())
-        screen.setProperty(property, value);
+        set(screen, property, value);
 }
 
 void openPage(const QString &url)
@@ -109,8 +116,8 @@ void MenuController::searchBarSearchButtonClicked(SearchBar &bar)
 {
     const auto home = AppDelegate::shared().catalogue().screenNamed(QStringLiteral("HomeController"));
     if (home) {
-        home->setProperty("strSearch", bar.text());
-        home->setProperty("isRun", true);
+        set(*home, "strSearch", bar.text());
+        set(*home, "isRun", true);
         becomeCentre(home);
     } else {
         showNotThereYet();
