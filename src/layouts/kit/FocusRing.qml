@@ -1,10 +1,10 @@
 import QtQuick
 import Orvel.Kit
 
-// Marks the control that the keyboard talks to.
+// Marks the control that has the keyboard.
 Rectangle {
     color: "transparent"
-    border.color: Theme.gold
+    border.color: Theme.ring
     border.width: 2
     radius: Theme.radius
 }

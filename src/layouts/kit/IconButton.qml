@@ -8,7 +8,7 @@ PressButton {
     required property string name
     property string pressedName: name
     property real iconSize: 24
-    property color ringColor: Theme.gold
+    property color ringColor: Theme.ring
 
     implicitWidth: Math.max(Theme.touch, iconSize)
     implicitHeight: Math.max(Theme.touch, iconSize)

@@ -24,7 +24,7 @@ T.TextField {
     inputMethodHints: Qt.ImhNoPredictiveText
     Accessible.role: Accessible.EditableText
     Accessible.name: placeholderText
-    onTextEdited: outlet.text = text
+    onTextChanged: outlet.text = text
     onAccepted: outlet.searchButtonClicked()
     Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
 
@@ -32,7 +32,7 @@ T.TextField {
         radius: 10
         color: root.outlet.darkField ? Theme.field : Theme.inkRaised
         border.width: root.activeFocus ? 2 : 0
-        border.color: Theme.gold
+        border.color: Theme.ring
     }
 
     Binding {

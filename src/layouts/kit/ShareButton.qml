@@ -1,7 +1,7 @@
 import QtQuick
 import Orvel.Kit
 
-// A round button on a picture: a drawing on a dark, half clear ground.
+// A round button on a picture: a drawing on a dark, half clear ground, which its ring needs before a light picture.
 IconButton {
     id: root
 
@@ -11,10 +11,10 @@ IconButton {
     Rectangle {
         z: -1
         anchors.centerIn: parent
-        width: 36
-        height: 36
-        radius: 18
+        width: root.visualFocus ? root.width : 36
+        height: width
+        radius: width / 2
         color: Theme.ink
-        opacity: root.down ? 0.85 : 0.55
+        opacity: root.down || root.visualFocus ? 0.85 : 0.55
     }
 }

@@ -51,7 +51,8 @@ Item {
         anchors.fill: parent
         visible: root.wide && root.chosen && !picture.empty
         color: Theme.ink
-        opacity: 0.62
+        // Leaves the softer text a contrast of 4.5 to 1 before white.
+        opacity: 0.76
     }
 
     Picture {
@@ -65,16 +66,28 @@ Item {
         height: root.wide ? root.cover : root.height
         radius: root.wide ? 16 : 0
     }
+    // From where the texts begin it is dark enough for them before white, also in a low window, where they stand higher.
     Rectangle {
-        anchors.fill: parent
+        id: scrim
+        readonly property real foot: texts.y / root.seen
+
+        width: parent.width
+        height: root.seen
         visible: !root.wide && root.chosen && !picture.empty
         gradient: Gradient {
             GradientStop { position: 0; color: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, 0.55) }
-            GradientStop { position: 0.2; color: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, 0.08) }
-            GradientStop { position: 0.4; color: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, 0.3) }
-            GradientStop { position: 0.62; color: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, 0.84) }
+            GradientStop { position: scrim.foot * 0.35; color: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, 0.08) }
+            GradientStop { position: scrim.foot * 0.7; color: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, 0.3) }
+            GradientStop { position: scrim.foot; color: Qt.rgba(Theme.ink.r, Theme.ink.g, Theme.ink.b, 0.78) }
             GradientStop { position: 1; color: Theme.ink }
         }
+    }
+    Rectangle {
+        y: root.seen
+        width: parent.width
+        height: parent.height - y
+        visible: !root.wide && root.chosen && !picture.empty
+        color: Theme.ink
     }
 
     Row {
@@ -95,6 +108,7 @@ Item {
     }
 
     Column {
+        id: texts
         visible: root.chosen
         x: root.wide ? picture.x + picture.width + 36 : root.side
         y: root.wide ? (root.seen - height) / 2 : root.seen - height - 20
