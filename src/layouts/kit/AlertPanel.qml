@@ -1,15 +1,24 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Templates as T
 import Orvel.Containers
 import Orvel.Kit
 
-// The alert in front, over a shade that blocks everything beneath. Escape and Back choose the first answer.
+// The alert in front, over a shade that blocks everything beneath. Escape and Back choose the first answer. A message
+// that is too long for the window scrolls, by the arrow keys as well.
 FocusScope {
     id: root
 
     required property AlertView alert
 
+    function scroll(distance: real): void {
+        flick.contentY = Math.max(0, Math.min(flick.contentHeight - flick.height, flick.contentY + distance));
+    }
+
     visible: alert !== null
+    onAlertChanged: flick.contentY = 0
+    Keys.onUpPressed: scroll(-40)
+    Keys.onDownPressed: scroll(40)
     Keys.onEscapePressed: alert.click(0)
     Keys.onBackPressed: alert.click(0)
 
@@ -33,7 +42,7 @@ FocusScope {
         color: Theme.row
         scale: root.visible ? 1 : 0.92
         Accessible.role: Accessible.AlertMessage
-        Accessible.name: title.text + " " + message.text
+        Accessible.name: [title.text, message.text].filter(part => part !== "").join(". ")
 
         Behavior on scale { NumberAnimation { duration: Theme.slide; easing.type: Easing.OutBack } }
 
@@ -58,19 +67,32 @@ FocusScope {
                 font.pixelSize: Theme.fontTitle
                 font.weight: Font.Bold
             }
-            Text {
-                id: message
-                width: parent.width
-                visible: text !== ""
-                text: root.alert ? root.alert.message : ""
-                textFormat: Text.PlainText
-                wrapMode: Text.Wrap
-                maximumLineCount: 12
-                elide: Text.ElideRight
-                horizontalAlignment: Text.AlignHCenter
-                lineHeight: 1.25
-                color: title.visible ? Theme.textSoft : Theme.text
-                font.pixelSize: Theme.fontBody
+            Flickable {
+                id: flick
+                readonly property real room: root.height - 88 - 3 * content.spacing - title.height - answers.height
+
+                width: parent.width + 16
+                height: Math.min(message.implicitHeight, Math.max(40, room))
+                visible: message.text !== ""
+                contentHeight: message.implicitHeight
+                boundsMovement: Flickable.FollowBoundsBehavior
+                interactive: contentHeight > height
+                clip: true
+                T.ScrollBar.vertical: ThinScrollBar {
+                    steady: true
+                }
+
+                Text {
+                    id: message
+                    width: content.width
+                    text: root.alert ? root.alert.message : ""
+                    textFormat: Text.PlainText
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignHCenter
+                    lineHeight: 1.25
+                    color: title.visible ? Theme.textSoft : Theme.text
+                    font.pixelSize: Theme.fontBody
+                }
             }
             Item {
                 width: 1
