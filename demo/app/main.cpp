@@ -31,7 +31,10 @@ int main(int argc, char *argv[])
         QStringLiteral("folder"));
     const QCommandLineOption seconds(QStringLiteral("seconds"), QStringLiteral("How long the tour may take."),
                                      QStringLiteral("number"), QStringLiteral("180"));
-    parser.addOptions({tour, seconds});
+    const QCommandLineOption delay(QStringLiteral("delay"),
+                                   QStringLiteral("How long the station takes to answer, in milliseconds."),
+                                   QStringLiteral("number"));
+    parser.addOptions({tour, seconds, delay});
     parser.process(app);
 
     // A tour starts as a new listener's client does, and leaves the user's favourites and account alone.
@@ -44,6 +47,8 @@ int main(int argc, char *argv[])
         options.delay = std::chrono::milliseconds(900); // long enough to see the overlay
     else
         options.port = usualPort;
+    if (parser.isSet(delay))
+        options.delay = std::chrono::milliseconds(parser.value(delay).toInt());
     std::unique_ptr<DemoStation> station = DemoStation::start(options);
     if (!station) {
         options.port = 0;

@@ -1,5 +1,6 @@
 #include "shell/Shell.h"
 
+#include "layouts/kit/LastInput.h"
 #include "platform/foundation/BackgroundTask.h"
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/modal/InputGate.h"
@@ -90,9 +91,11 @@ bool Shell::show()
     return true;
 }
 
-// Whatever is held down when the gate closes is forgotten: letting go of it later chooses nothing.
+// Forgets whatever is held down when the gate closes: letting go of it later chooses nothing. A text in the
+// making stays in its field.
 void Shell::letGoOfPresses()
 {
+    LastInput::commitComposition();
     if (QQuickItem *grabber = m_view.mouseGrabberItem())
         grabber->ungrabMouse();
     for (const QInputDevice *device : QInputDevice::devices()) {

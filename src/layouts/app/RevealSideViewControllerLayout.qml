@@ -68,13 +68,13 @@ FocusScope {
             opacity: 0.5 * root.openness
             visible: opacity > 0
         }
-        MouseArea {
+        // Not for keys, which have Escape.
+        PressButton {
             anchors.fill: parent
-            enabled: root.screen.isOpen
+            visible: root.open
+            focusPolicy: Qt.NoFocus
+            text: "Fermer le menu"
             onClicked: root.screen.close(true)
-            Accessible.role: Accessible.Button
-            Accessible.name: "Fermer le menu"
-            Accessible.ignored: !root.screen.isOpen
         }
         Rectangle {
             width: 1

@@ -9,14 +9,14 @@ PressButton {
 
     required property ButtonOutlet outlet
 
+    checkable: true // makes it a check box to a screen reader
+    checked: outlet.tag !== 0
     focusPolicy: Qt.TabFocus
     Layout.fillWidth: true
     implicitHeight: Math.max(Theme.touch, implicitContentHeight + 12)
     visible: !outlet.hidden
     enabled: outlet.enabled
     Accessible.role: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: outlet.tag !== 0
     onClicked: outlet.touchUpInside()
 
     contentItem: RowLayout {

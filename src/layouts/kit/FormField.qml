@@ -66,6 +66,8 @@ FocusScope {
         color: Theme.text
         selectionColor: Theme.gold
         selectedTextColor: Theme.ink
+        // Not drawn by the template. A screen reader takes it as the description; Qt keeps a password field's name to itself.
+        placeholderText: root.password ? root.label : root.hint
         echoMode: root.password ? TextInput.Password : TextInput.Normal
         inputMethodHints: root.password ? Qt.ImhSensitiveData | Qt.ImhHiddenText | Qt.ImhNoAutoUppercase : Qt.ImhNone
         font.family: Theme.fontFamily
@@ -73,9 +75,8 @@ FocusScope {
         selectByMouse: true
         Accessible.role: Accessible.EditableText
         Accessible.name: root.label
-        Accessible.description: root.password ? root.label : "" // Qt tells no name of a password's field
         Accessible.passwordEdit: root.password
-        onTextEdited: root.outlet.text = text
+        onTextChanged: root.outlet.text = text
         onAccepted: root.outlet.returnKey()
         onActiveFocusChanged: activeFocus ? root.outlet.beginEditing() : root.outlet.endEditing()
 

@@ -30,6 +30,8 @@ Item {
         color: Theme.inkRaised
         border.color: Theme.inkLine
         border.width: 1
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: ProgressHud.status
 
         CircularProgress {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -48,8 +50,7 @@ Item {
             color: Theme.inkText
             font.pixelSize: Theme.fontSmall
             font.weight: Font.Medium
-            Accessible.role: Accessible.StaticText
-            Accessible.name: text
+            Accessible.ignored: true
         }
     }
 }

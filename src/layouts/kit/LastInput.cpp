@@ -1,20 +1,43 @@
 #include "layouts/kit/LastInput.h"
 
-#include <QEvent>
+#include "platform/modal/InputGate.h"
+
 #include <QGuiApplication>
+#include <QInputMethod>
+#include <QInputMethodEvent>
 
 namespace orvel {
 
 LastInput::LastInput() { qGuiApp->installEventFilter(this); }
 
-void LastInput::handFocusTo(QQuickItem *item) const
-{
-    item->forceActiveFocus(m_key ? Qt::TabFocusReason : Qt::OtherFocusReason);
-}
+void LastInput::handFocusTo(QQuickItem *item) const { item->forceActiveFocus(focusReason()); }
 
 void LastInput::handFocusInto(QQuickItem *scope) const
 {
     handFocusTo(m_key ? scope->nextItemInFocusChain() : scope);
+}
+
+bool LastInput::acceptScreenReader()
+{
+    if (InputGate::shared().isHeld())
+        return false;
+    commitComposition();
+    m_key = true;
+    return true;
+}
+
+void LastInput::commitComposition()
+{
+    QGuiApplication::inputMethod()->commit();
+    QObject *const field = QGuiApplication::focusObject();
+    const QString left = field ? field->property("preeditText").toString() : QString();
+    if (left.isEmpty())
+        return;
+    // An input method need not have an answer to that.
+    QInputMethodEvent commit;
+    commit.setCommitString(left);
+    QCoreApplication::sendEvent(field, &commit);
+    QGuiApplication::inputMethod()->reset();
 }
 
 bool LastInput::eventFilter(QObject *, QEvent *event)

@@ -16,15 +16,23 @@ class LastInput : public QObject
 public:
     LastInput();
 
+    // What to give the focus with.
+    static Qt::FocusReason focusReason() { return m_key ? Qt::TabFocusReason : Qt::OtherFocusReason; }
     // Gives `item` the keyboard; it shows that when the last input was a key.
     Q_INVOKABLE void handFocusTo(QQuickItem *item) const;
     // The same for what Tab leads to from `scope`, when the last input was a key; else for `scope` itself.
     Q_INVOKABLE void handFocusInto(QQuickItem *scope) const;
 
+    // Whether a screen reader may press what it asks to: not while the input gate is held. Counts as a key.
+    Q_INVOKABLE bool acceptScreenReader();
+    // Puts what an input method has in the making into the field that shows it. A button commits before it
+    // acts, since a touch may leave the keyboard where it is.
+    Q_INVOKABLE static void commitComposition();
+
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    bool m_key = false;
+    static inline bool m_key = false;
 };
 
 } // namespace orvel

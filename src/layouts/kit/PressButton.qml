@@ -1,16 +1,24 @@
 import QtQuick
 import QtQuick.Templates as T
 
-// What can be clicked by touch, pointer, Space and Enter. A key that is held down clicks once: it must not answer the question
-// that its click brought.
+// A control that touch, pointer, Space, Enter and a screen reader click.
 T.AbstractButton {
-    function press(event: KeyEvent): void {
-        if (!event.isAutoRepeat)
-            clicked();
+    id: root
+
+    // Qt calls both by their names for a screen reader.
+    function accessiblePressAction(): void {
+        keys.answerScreenReader();
+    }
+    function accessibleToggleAction(): void {
+        keys.answerScreenReader();
     }
 
     Accessible.role: Accessible.Button
     Accessible.name: text
-    Keys.onReturnPressed: (event) => press(event)
-    Keys.onEnterPressed: (event) => press(event)
+    Keys.forwardTo: keys
+
+    PressKeys {
+        id: keys
+        button: root
+    }
 }

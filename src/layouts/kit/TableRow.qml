@@ -1,9 +1,10 @@
 import QtQuick
+import QtQuick.Templates as T
 import Orvel.Kit
 
 // What every row of a table does: stand at its place, be chosen by finger, pointer or keys, and stay in sight while it has
 // the keyboard's focus.
-PressButton {
+T.ItemDelegate {
     id: root
 
     required property Table table
@@ -21,12 +22,18 @@ PressButton {
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.ListItem
-    Accessible.onPressAction: clicked()
+    Accessible.name: text
+    Accessible.onPressAction: keys.answerScreenReader()
+    Keys.forwardTo: keys
     Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
     onVisualFocusChanged: if (visualFocus) table.reveal(rowTop, rowHeight)
     onClicked: table.outlet.selectRow(section, row)
 
+    PressKeys {
+        id: keys
+        button: root
+    }
     background: Rectangle {
         color: root.down ? root.pressedColor : root.normalColor
 

@@ -42,6 +42,17 @@ FocusScope {
 
             T.TextArea.flickable: T.TextArea {
                 id: input
+                // The outlet's text is being taken over.
+                property bool showing: false
+
+                function show(): void {
+                    if (text === root.outlet.text)
+                        return;
+                    showing = true;
+                    text = root.outlet.text;
+                    showing = false;
+                }
+
                 padding: 10
                 focus: true
                 color: Theme.text
@@ -55,15 +66,21 @@ FocusScope {
                 Accessible.role: Accessible.EditableText
                 Accessible.name: root.label
                 Accessible.multiLine: true
-                Component.onCompleted: cursorPosition = length
-                onTextChanged: if (activeFocus) root.outlet.text = text
+                Component.onCompleted: {
+                    input.show();
+                    cursorPosition = length;
+                }
+                // Only what the user has changed: a text is shown without its finer spaces.
+                onTextChanged: if (!showing) root.outlet.text = text
                 Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
                 Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
-                Binding {
-                    target: input
-                    property: "text"
-                    value: root.outlet.text
+                Connections {
+                    target: root.outlet
+
+                    function onTextChanged() {
+                        input.show();
+                    }
                 }
             }
         }

@@ -1,7 +1,7 @@
 #include "platform/modal/InputGate.h"
 
 #include <QCoreApplication>
-#include <QEvent>
+#include <QKeyEvent>
 
 namespace orvel {
 
@@ -15,32 +15,49 @@ void InputGate::hold()
 {
     if (m_holds++ > 0)
         return;
-    QCoreApplication::instance()->installEventFilter(this);
     Q_EMIT closed();
+    // Again, when it still watches for repeats: a filter is installed once.
+    QCoreApplication::instance()->installEventFilter(this);
 }
 
+// The filter stays until the first fresh key.
 void InputGate::release()
 {
     Q_ASSERT(m_holds > 0);
-    if (--m_holds == 0)
-        QCoreApplication::instance()->removeEventFilter(this);
+    --m_holds;
 }
 
 bool InputGate::eventFilter(QObject *, QEvent *event)
 {
     switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+        if (!isHeld() && !swallowsRepeat(*event))
+            return false;
+        event->accept();
+        return true;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-    case QEvent::KeyPress:
-    case QEvent::ShortcutOverride:
     case QEvent::Wheel:
     case QEvent::TouchBegin:
     case QEvent::TabletPress:
+    case QEvent::InputMethod:
+        if (!isHeld())
+            return false;
         event->accept();
         return true;
     default:
         return false;
     }
+}
+
+bool InputGate::swallowsRepeat(QEvent &event)
+{
+    if (static_cast<QKeyEvent &>(event).isAutoRepeat())
+        return true;
+    QCoreApplication::instance()->removeEventFilter(this);
+    return false;
 }
 
 } // namespace orvel

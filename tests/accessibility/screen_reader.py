@@ -1,0 +1,165 @@
+"""Uses the client through the accessibility bus as a screen reader does. Exit status 1 when something is not as it should be.
+
+usage: screen_reader.py PROGRAM     (with a display, a session bus, and settings of its own; see scripts/accessibility)
+"""
+import subprocess
+import sys
+import time
+
+import gi
+
+gi.require_version('Atspi', '2.0')
+from gi.repository import Atspi, GLib  # noqa: E402
+
+PRESSABLE = {'push button', 'check box', 'list item', 'link', 'page tab'}
+faults, announced = [], []
+
+
+def fault(text):
+    faults.append(text)
+    print('FAULT', text, flush=True)
+
+
+def spin(seconds=0.05):
+    end = time.monotonic() + seconds
+    context = GLib.MainContext.default()
+    while time.monotonic() < end:
+        while context.pending():
+            context.iteration(False)
+        time.sleep(0.01)
+
+
+def shown(node, found=None):
+    """Every object that a listener can reach now."""
+    found = [] if found is None else found
+    try:
+        if node.get_state_set().contains(Atspi.StateType.SHOWING):
+            found.append(node)
+        for at in range(node.get_child_count()):
+            child = node.get_child_at_index(at)
+            if child:
+                shown(child, found)
+    except GLib.Error:
+        pass  # gone meanwhile
+    return found
+
+
+def name_of(node):
+    # Qt keeps a password field's name to itself; its description holds it.
+    return node.get_name() or (node.get_description() if node.get_role_name() == 'password text' else '')
+
+
+def find(role, name):
+    for node in shown(desktop):
+        if node.get_role_name() == role and name_of(node) == name:
+            return node
+    return None
+
+
+def wait_for(what, condition, seconds=20):
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        spin()
+        found = condition()
+        if found:
+            print('ok   ', what, flush=True)
+            return found
+    fault(what)
+    for node in shown(desktop):
+        print('      ', node.get_role_name(), repr(name_of(node)))
+    sys.exit(1)
+
+
+def actions(node):
+    if 'Action' not in node.get_interfaces():
+        return []
+    return [Atspi.Action.get_action_name(node, at) for at in range(Atspi.Action.get_n_actions(node))]
+
+
+def press(role, name, action='Press'):
+    node = wait_for(f'there is a {role} "{name}"', lambda: find(role, name))
+    Atspi.Action.do_action(node, actions(node).index(action))
+    return node
+
+
+def listen(event):
+    try:
+        if event.detail1 and event.source.get_role_name() == 'alert':
+            announced.append(event.source.get_name())
+    except GLib.Error:
+        pass
+
+
+def look_through(screen):
+    """What every screen must keep."""
+    nodes = shown(desktop)
+    rows = [node.get_name() for node in nodes if node.get_role_name() == 'list item']
+    for row in rows:
+        if rows.count(row) > 1:
+            fault(f'{screen}: row "{row}" appears {rows.count(row)} times')
+    for node in nodes:
+        role, name = node.get_role_name(), name_of(node)
+        if (role in PRESSABLE or role in ('text', 'password text')) and not name:
+            fault(f'{screen}: a {role} has no name')
+        if role in PRESSABLE and actions(node).count('Press') != 1:
+            fault(f'{screen}: {role} "{name}" has the actions {actions(node)}')
+        if role == 'push button' and name in rows:
+            fault(f'{screen}: row "{name}" is a push button, too')
+    print(f'ok    {screen}: {len(nodes)} objects, {len(rows)} rows', flush=True)
+
+
+client = subprocess.Popen([sys.argv[1], '--delay', '3000'])
+try:
+    listener = Atspi.EventListener.new(listen)
+    listener.register('object:state-changed:showing')
+    desktop = Atspi.get_desktop(0)
+
+    wait_for('the overlay is announced', lambda: 'Please Wait...' in announced)
+    press('push button', 'Menu')
+    spin(0.5)
+    if find('text', 'Rechercher'):
+        fault('a press passed the overlay')
+    wait_for('the overlay is gone', lambda: not find('alert', 'Please Wait...'))
+
+    press('list item', 'Orvel La Radio')
+    wait_for('the row plays its radio', lambda: find('push button', 'Pause'))
+    look_through('radios')
+    press('push button', 'Pause')
+    wait_for('it pauses', lambda: find('push button', 'Lecture'))
+
+    press('push button', 'Contacter la station')
+    wait_for('the sheet is a dialog', lambda: find('dialog', 'Please Select Options'))
+    look_through('contact')
+    press('push button', 'SMS')
+    wait_for('the sheet is gone', lambda: not find('dialog', 'Please Select Options'))
+
+    press('push button', 'Menu')
+    wait_for('the menu has a named field', lambda: find('text', 'Rechercher'))
+    look_through('menu')
+    unavailable = "Cette rubrique n'est pas encore disponible."
+    press('list item', 'News')
+    wait_for('the alert is announced', lambda: any(unavailable in name for name in announced))
+    wait_for('its button has the focus',
+             lambda: find('push button', 'OK').get_state_set().contains(Atspi.StateType.FOCUSED))
+    press('push button', 'Fermer le menu')
+    spin(0.5)
+    if not find('text', 'Rechercher'):
+        fault('a press passed the alert')
+    press('push button', 'OK')
+    press('push button', 'Fermer le menu')
+    wait_for('the menu is closed', lambda: not find('text', 'Rechercher'))
+
+    press('push button', 'Ajouter aux favoris : Orvel La Radio')
+    press('push button', 'OK')
+    wait_for('the login form has named fields',
+             lambda: find('text', 'Adresse e-mail') and find('password text', 'Mot de passe'))
+    look_through('login')
+    box = press('check box', 'Se souvenir de moi', 'Toggle')
+    wait_for('the box is checked', lambda: box.get_state_set().contains(Atspi.StateType.CHECKED))
+    press('push button', 'Fermer')
+    wait_for('the form is gone', lambda: not find('check box', 'Se souvenir de moi'))
+finally:
+    client.terminate()
+    client.wait()
+print(f'{len(faults)} faults')
+sys.exit(1 if faults else 0)
