@@ -1,4 +1,7 @@
+#include "layouts/kit/Motion.h"
 #include "layouts/kit/ScreenView.h"
+#include "platform/modal/InputGate.h"
+#include "platform/ui/composers/MessageComposeViewController.h"
 #include "platform/ui/containers/NavigationController.h"
 #include "platform/ui/containers/RevealSideViewController.h"
 #include "shell/ShellFixture.h"
@@ -27,6 +30,16 @@ struct ContainersTest : test::ShellFixture
     {
         drag({from, 400}, {to, 400}, milliseconds);
         QTest::qWait(400); // the slide
+    }
+    // What screen readers do, without one: Qt calls it by this name.
+    void readerPresses(const QString &text)
+    {
+        QMetaObject::invokeMethod(itemWith(text), "accessiblePressAction");
+    }
+    QPointF place(const ViewController &controller)
+    {
+        const ScreenView *shown = view(controller);
+        return shown && shown->isVisible() ? shown->position() : QPointF(-1, -1);
     }
     ScreenView *view(const ViewController &controller)
     {
@@ -66,9 +79,13 @@ TEST_F(ContainersTest, ThePanelOpensAndClosesByPanTapAndEscape)
     EXPECT_EQ(centreX(), 319);
     tap({350, 300});
     EXPECT_FALSE(side->isOpen());
+    key(Qt::Key_Tab); // the centre's button
+    const QQuickItem *const button = window().activeFocusItem();
     side->pushOldViewControllerOnDirection(RevealSideViewController::Side::Left, false);
+    EXPECT_NE(window().activeFocusItem(), button);
     key(Qt::Key_Escape);
     EXPECT_FALSE(side->isOpen());
+    EXPECT_EQ(window().activeFocusItem(), button) << "has the keyboard again";
     side->open(false);
     pan(350, 100);
     EXPECT_FALSE(side->isOpen());
@@ -76,6 +93,74 @@ TEST_F(ContainersTest, ThePanelOpensAndClosesByPanTapAndEscape)
     side->setPanInteractionsWhenClosed(RevealSideViewController::PanNone);
     pan(60, 260);
     EXPECT_FALSE(side->isOpen());
+    side->open(true);
+    QTest::qWait(50);
+    EXPECT_TRUE(centreX() > 0 && centreX() < 319) << "on its way";
+    side->close(false);
+    EXPECT_EQ(centreX(), 0) << "at once";
+}
+
+TEST_F(ContainersTest, ScreensMoveOnlyWhenToldSoAndAllowedTo)
+{
+    const auto composer = std::make_shared<MessageComposeViewController>();
+    const auto next = stack();
+    // Whether `screen` is on its way now, before `behind`. It arrives soon.
+    const auto slides = [&](const ViewController &screen, const ViewController &behind) {
+        QTest::qWait(60);
+        const QPointF at = place(screen);
+        const bool moves = at.x() > 0 || at.y() > 0;
+        EXPECT_EQ(place(behind), QPointF(0, 0));
+        QTest::qWait(240);
+        return moves;
+    };
+    const QPointF hidden(-1, -1);
+    side->presentViewController(composer, true);
+    EXPECT_TRUE(slides(*composer, *side));
+    EXPECT_EQ(place(*composer), QPointF(0, 0));
+    EXPECT_EQ(place(*side), hidden);
+    side->presentViewController(next, false);
+    EXPECT_EQ(place(*next), QPointF(0, 0));
+    EXPECT_EQ(place(*composer), hidden);
+    side->dismissViewController(true);
+    EXPECT_TRUE(slides(*next, *composer));
+    EXPECT_EQ(next.use_count(), 1) << "its layout is gone";
+
+    const QQuickItem *anything = window().contentItem()->childItems().constFirst();
+    qmlEngine(anything)
+        ->singletonInstance<Motion *>(qmlTypeId("Orvel.Kit", 1, 0, "Motion"))
+        ->setReduced(true);
+    side->dismissViewController(true);
+    EXPECT_FALSE(view(*composer) && view(*composer)->isVisible());
+    EXPECT_EQ(place(*side), QPointF(0, 0));
+}
+
+TEST_F(ContainersTest, AStacksScreensComeFromTheRight)
+{
+    auto *const pages = dynamic_cast<NavigationController *>(side->centerController());
+    const auto next = stack();
+    pages->pushViewController(next, true);
+    QTest::qWait(60);
+    EXPECT_TRUE(place(*next).x() > 0 && place(*next).y() == 0);
+    QTest::qWait(240);
+    EXPECT_EQ(place(*next), QPointF(0, 0));
+    pages->popViewController(true);
+    QTest::qWait(300);
+    EXPECT_EQ(next.use_count(), 1);
+}
+
+TEST_F(ContainersTest, AScreenReadersPressIsATapThatTheGateAndAnAlertHoldBack)
+{
+    side->open(false);
+    InputGate::shared().hold();
+    readerPresses("Fermer le menu");
+    EXPECT_TRUE(side->isOpen());
+    InputGate::shared().release();
+    const auto alert = Window::showAlert("Un", QString(), {"Non"});
+    readerPresses("Fermer le menu");
+    EXPECT_TRUE(side->isOpen());
+    readerPresses("Non");
+    readerPresses("Fermer le menu");
+    EXPECT_FALSE(side->isOpen() || screens.alert());
 }
 
 TEST_F(ContainersTest, AnAlertTakesTapsAndKeysFromWhatLiesBeneath)

@@ -1,6 +1,10 @@
+#include "platform/modal/InputGate.h"
 #include "platform/system/RecordingServices.h"
 #include "platform/ui/composers/MessageComposeViewController.h"
 #include "shell/ShellFixture.h"
+
+#include <QQmlComponent>
+#include <cmath>
 
 using namespace orvel;
 
@@ -41,6 +45,13 @@ struct SheetsTest : test::ShellFixture
     {
         for (const char *at = text; *at; ++at)
             QTest::keyClick(&window(), *at);
+    }
+    // As an input method does: `made` is still in the making.
+    void compose(const QString &made, const QString &committed)
+    {
+        QInputMethodEvent event(made, {});
+        event.setCommitString(committed);
+        QCoreApplication::sendEvent(QGuiApplication::focusObject(), &event);
     }
     void ask()
     {
@@ -99,4 +110,87 @@ TEST_F(SheetsTest, AComposerIsFilledInAndSentByKeys)
     ASSERT_TRUE(screens.alert() && !screens.presentedViewController());
     key(Qt::Key_Return);
     EXPECT_FALSE(screens.alert()) << "the composer that went beneath it left it the keyboard";
+}
+
+TEST_F(SheetsTest, WhatAnInputMethodMakesReachesEveryFieldButNotThroughTheGate)
+{
+    compose("", "1");
+    EXPECT_EQ(root->recipientsField.text(), "1");
+    compose("2", "");
+    EXPECT_EQ(root->recipientsField.text(), "1") << "not made yet";
+    InputGate::shared().hold();
+    EXPECT_EQ(root->recipientsField.text(), "12") << "kept when the gate closes";
+    compose("", "3");
+    InputGate::shared().release();
+    EXPECT_EQ(root->recipientsField.text(), "12");
+    key(Qt::Key_Tab);
+    root->bodyView.setText(u"Été\u00a0!"_qs);
+    EXPECT_EQ(root->bodyView.text(), u"Été\u00a0!"_qs) << "shown, not edited";
+    compose("", u"ô"_qs);
+    compose("x", "");
+    tap(centreOf("Envoyer")); // which leaves the keyboard with the field
+    ASSERT_EQ(services->messages.size(), 1);
+    EXPECT_TRUE(services->messages.first().body.contains(u"ôx"_qs));
+}
+
+TEST_F(SheetsTest, TheKeyboardComesBackToWhereItWasAndShowsIt)
+{
+    type("1");
+    key(Qt::Key_Tab);
+    key(Qt::Key_Tab);
+    const QQuickItem *const button = itemWith("Envoyer");
+    const auto isBack = [&] {
+        return window().activeFocusItem() == button && button->property("visualFocus").toBool();
+    };
+    ASSERT_TRUE(isBack());
+    Window::showAlert("Un", QString(), {"OK"});
+    EXPECT_FALSE(isBack());
+    key(Qt::Key_Return);
+    EXPECT_TRUE(isBack()) << "after an alert";
+    for (const bool animated : {false, true}) {
+        root->presentViewController(std::make_shared<MessageComposeViewController>(), animated);
+        EXPECT_FALSE(isBack());
+        key(Qt::Key_Escape);
+        EXPECT_TRUE(isBack()) << "after a screen above it";
+    }
+}
+
+TEST_F(SheetsTest, ALongMessageScrollsInItsAlert)
+{
+    Window::showAlert("Un", QString("mot ").repeated(500), {"OK"});
+    QTest::qWait(300); // the panel grows to its size
+    const QPoint ok = centreOf("OK");
+    EXPECT_TRUE(ok.y() > 500 && ok.y() < window().height()) << ok.y();
+    const QQuickItem *const message = itemWith("mot", "QQuickText");
+    const double before = message->mapToScene({0, 0}).y();
+    key(Qt::Key_Down);
+    EXPECT_LT(message->mapToScene({0, 0}).y(), before);
+    for (int i = 0; i < 50; ++i)
+        key(Qt::Key_Down);
+    const double end = message->mapToScene({0, message->height()}).y();
+    EXPECT_TRUE(end > 400 && end < ok.y()) << end;
+    key(Qt::Key_Return);
+    EXPECT_FALSE(screens.alert());
+}
+
+TEST_F(SheetsTest, TheFocusRingIsSeenOnEveryGround)
+{
+    const auto luminance = [](QColor colour) {
+        const auto linear = [](double part) {
+            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+               0.0722 * linear(colour.blueF());
+    };
+    QQmlComponent component(qmlEngine(itemWith("Envoyer")));
+    component.setData("import QtQml\nimport Orvel.Kit\nQtObject { readonly property QtObject theme: Theme }",
+                      {});
+    const std::unique_ptr<QObject> holder(component.create());
+    auto *const theme = holder->property("theme").value<QObject *>();
+    const double ring = luminance(theme->property("ring").value<QColor>()) + 0.05;
+    for (const char *name :
+         {"ink", "inkRaised", "night", "field", "page", "row", "rowPressed", "placeholder"}) {
+        const double ground = luminance(theme->property(name).value<QColor>()) + 0.05;
+        EXPECT_GE(std::max(ring, ground) / std::min(ring, ground), 3) << name;
+    }
 }

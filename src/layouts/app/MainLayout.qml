@@ -2,7 +2,7 @@ import QtQuick
 import Orvel.Containers
 import Orvel.Kit
 
-// The window: the root screen, the screen presented over it, the alert or action sheet in front, the progress overlay.
+// The window: the root screen or the one presented over it, the alert or action sheet in front, the progress overlay.
 FocusScope {
     id: root
 
@@ -10,7 +10,6 @@ FocusScope {
     readonly property QtObject question: window.alert ?? window.actionSheet
     // The same for what lies behind, which has to know before the focus is handed on.
     property bool asked: false
-    readonly property ViewController presented: window.presentedViewController
 
     function giveWay(): void {
         asked = question !== null;
@@ -20,32 +19,19 @@ FocusScope {
     focus: true
     Component.onCompleted: giveWay()
     onQuestionChanged: giveWay()
-    // Within the screens: a question in front keeps the keyboard.
-    onPresentedChanged: (presented ? presentedView : rootView).focus = true
 
     Rectangle {
         anchors.fill: parent
         color: Theme.ink
     }
-    FocusScope {
+    ScreenStackView {
         id: screens
         anchors.fill: parent
+        stack: root.window.screens
+        edge: Qt.BottomEdge
+        duration: Theme.slide
         enabled: !root.asked
         focus: true
-
-        ScreenView {
-            id: rootView
-            anchors.fill: parent
-            controller: root.window.rootViewController
-            enabled: root.presented === null
-            visible: root.presented === null
-            focus: true
-        }
-        ScreenView {
-            id: presentedView
-            anchors.fill: parent
-            controller: root.presented
-        }
     }
     AlertPanel {
         id: alertPanel

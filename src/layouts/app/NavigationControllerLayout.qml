@@ -23,10 +23,11 @@ FocusScope {
             onClicked: root.screen.popViewController(true)
         }
     }
-    ScreenView {
+    ScreenStackView {
         anchors.fill: parent
         anchors.topMargin: bar.height
-        controller: root.screen.topViewController
+        stack: root.screen.screens
+        duration: Theme.slide
         focus: true
     }
 }

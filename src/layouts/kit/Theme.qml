@@ -1,10 +1,13 @@
 pragma Singleton
 import QtQuick
+import Orvel.Kit
 
 // Colours, sizes and fonts of the whole application. Sizes are points.
 QtObject {
     // The station's gold: the one accent. On white it is for shapes only; as text it stands on the dark grounds.
     readonly property color gold: "#bf8e0d"
+    // What has the keyboard is ringed in it: at least 3 to 1 before every ground of this file, dark or light.
+    readonly property color ring: "#a0750a"
     // The dark grounds: bars and header, and the menu.
     readonly property color ink: "#15120d"
     readonly property color inkRaised: "#211c14"
@@ -42,6 +45,7 @@ QtObject {
     readonly property int fontTitle: 17
     readonly property int fontLarge: 22
 
-    readonly property int quick: 120
-    readonly property int slide: 260
+    // How long a small change and a slide take, in milliseconds; 0 where the system asks for reduced motion.
+    readonly property int quick: Motion.reduced ? 0 : 120
+    readonly property int slide: Motion.reduced ? 0 : 260
 }

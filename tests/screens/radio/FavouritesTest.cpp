@@ -84,7 +84,7 @@ TEST_F(FavouritesTest, AreForUsersWhoLoggedIn)
         row->btnFav.touchUpInside();
         EXPECT_EQ(alertTold(), QString("Alert: ") + refusal);
         EXPECT_EQ(presented(), "MonoCompteController");
-        app->window()->dismissFrontViewController();
+        app->window()->dismissFrontViewController(false);
     }
     EXPECT_EQ(stored().size(), 3);
     UserDefaults::standardUserDefaults().setObject(true, "user_save");

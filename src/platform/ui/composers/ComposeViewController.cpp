@@ -78,7 +78,7 @@ void ComposeViewController::finish(ComposeResult result)
         return;
     const std::shared_ptr<ViewController> self = shared_from_this();
     const std::function<void(ComposeResult)> handler = std::move(m_completionHandler);
-    dismissViewController(false);
+    dismissViewController(true);
     if (handler)
         handler(result);
 }

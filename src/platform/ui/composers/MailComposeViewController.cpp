@@ -111,7 +111,7 @@ void MailComposeViewController::finish(MailComposeResult result, const QString &
     if (const auto delegate = m_delegate.lock())
         delegate->didFinishWithResult(*this, result, error);
     else
-        dismissViewController(false);
+        dismissViewController(true);
 }
 
 } // namespace orvel

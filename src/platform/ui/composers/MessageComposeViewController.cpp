@@ -52,7 +52,7 @@ void MessageComposeViewController::finish(MessageComposeResult result)
     if (const auto delegate = m_delegate.lock())
         delegate->didFinishWithResult(*this, result);
     else
-        dismissViewController(false);
+        dismissViewController(true);
 }
 
 } // namespace orvel

@@ -2,36 +2,32 @@
 
 namespace orvel {
 
-NavigationController::NavigationController(std::shared_ptr<ViewController> root)
+NavigationController::NavigationController(std::shared_ptr<ViewController> root) : m_screens(std::move(root))
 {
-    Q_ASSERT(root);
-    m_stack.push_back(std::move(root));
+    Q_ASSERT(m_screens.bottom());
 }
 
-void NavigationController::pushViewController(const std::shared_ptr<ViewController> &controller, bool)
+void NavigationController::pushViewController(const std::shared_ptr<ViewController> &controller,
+                                              bool animated)
 {
     if (!controller)
         return;
     controller->loadViewIfNeeded();
-    const std::shared_ptr<ViewController> covered = m_stack.back();
-    m_stack.push_back(controller);
-    Q_EMIT topViewControllerChanged();
+    const std::shared_ptr<ViewController> covered = m_screens.top();
+    m_screens.push(controller, animated);
     if (!isVisible())
         return;
     controller->appear();
     covered->disappear();
 }
 
-void NavigationController::popViewController(bool)
+void NavigationController::popViewController(bool animated)
 {
-    if (m_stack.size() == 1)
+    if (m_screens.hasOnlyBottom())
         return;
-    const std::shared_ptr<ViewController> popped = std::move(m_stack.back());
-    m_stack.pop_back();
-    const std::shared_ptr<ViewController> top = m_stack.back();
-    Q_EMIT topViewControllerChanged();
+    const std::shared_ptr<ViewController> popped = m_screens.pop(animated);
     if (isVisible())
-        top->appear();
+        topViewController()->appear();
     popped->disappear();
 }
 
@@ -43,10 +39,10 @@ void NavigationController::setNavigationBarHidden(bool hidden)
     Q_EMIT navigationBarHiddenChanged();
 }
 
-void NavigationController::viewDidLoad() { m_stack.back()->loadViewIfNeeded(); }
+void NavigationController::viewDidLoad() { topViewController()->loadViewIfNeeded(); }
 
-void NavigationController::viewWillAppear() { m_stack.back()->appear(); }
+void NavigationController::viewWillAppear() { topViewController()->appear(); }
 
-void NavigationController::viewDidDisappear() { m_stack.back()->disappear(); }
+void NavigationController::viewDidDisappear() { topViewController()->disappear(); }
 
 } // namespace orvel

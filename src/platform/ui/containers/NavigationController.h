@@ -1,8 +1,6 @@
 #pragma once
 
-#include "platform/ui/containers/ViewController.h"
-
-#include <vector>
+#include "platform/ui/containers/ScreenStack.h"
 
 namespace orvel {
 
@@ -12,13 +10,13 @@ class NavigationController : public orvel::ViewController
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("Screens are made by name in C++")
-    Q_PROPERTY(
-        orvel::ViewController *topViewController READ topViewController NOTIFY topViewControllerChanged)
+    Q_PROPERTY(orvel::ScreenStack *screens READ screens CONSTANT)
     Q_PROPERTY(bool navigationBarHidden READ isNavigationBarHidden NOTIFY navigationBarHiddenChanged)
 public:
     explicit NavigationController(std::shared_ptr<ViewController> root);
 
-    ViewController *topViewController() const { return m_stack.back().get(); }
+    ViewController *topViewController() const { return m_screens.top().get(); }
+    ScreenStack *screens() { return &m_screens; }
     void pushViewController(const std::shared_ptr<ViewController> &controller, bool animated);
     // The root stays.
     Q_INVOKABLE void popViewController(bool animated);
@@ -27,7 +25,6 @@ public:
     void setNavigationBarHidden(bool hidden);
 
 Q_SIGNALS:
-    void topViewControllerChanged();
     void navigationBarHiddenChanged();
 
 protected:
@@ -36,7 +33,7 @@ protected:
     void viewDidDisappear() override;
 
 private:
-    std::vector<std::shared_ptr<ViewController>> m_stack;
+    ScreenStack m_screens;
     bool m_navigationBarHidden = false;
 };
 

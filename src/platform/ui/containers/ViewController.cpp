@@ -39,16 +39,16 @@ void ViewController::disappear()
     viewDidDisappear();
 }
 
-void ViewController::presentViewController(std::shared_ptr<ViewController> controller, bool)
+void ViewController::presentViewController(std::shared_ptr<ViewController> controller, bool animated)
 {
     if (ScreenPresenter *const presenter = ScreenPresenter::current)
-        presenter->present(std::move(controller));
+        presenter->present(std::move(controller), animated);
 }
 
-void ViewController::dismissViewController(bool)
+void ViewController::dismissViewController(bool animated)
 {
     if (ScreenPresenter *const presenter = ScreenPresenter::current)
-        presenter->dismissFrontViewController();
+        presenter->dismissFrontViewController(animated);
 }
 
 void ViewController::performAfterDelay(double seconds, std::function<void()> function)

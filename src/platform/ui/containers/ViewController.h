@@ -15,8 +15,8 @@ class ScreenPresenter
 {
 public:
     virtual ~ScreenPresenter() = default;
-    virtual void present(std::shared_ptr<ViewController> controller) = 0;
-    virtual void dismissFrontViewController() = 0;
+    virtual void present(std::shared_ptr<ViewController> controller, bool animated) = 0;
+    virtual void dismissFrontViewController(bool animated) = 0;
 
 protected:
     // The one that all screens use; null for none.

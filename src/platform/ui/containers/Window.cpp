@@ -24,11 +24,11 @@ Window *Window::keyWindow() { return theKeyWindow; }
 
 void Window::setRootViewController(std::shared_ptr<ViewController> controller)
 {
-    if (controller == m_root)
+    const std::shared_ptr<ViewController> old = m_screens.bottom();
+    if (controller == old)
         return;
-    const std::shared_ptr<ViewController> old = std::exchange(m_root, std::move(controller));
+    m_screens.setBottom(std::move(controller));
     showFrontScreen();
-    Q_EMIT rootViewControllerChanged();
     if (old)
         old->disappear();
 }
@@ -40,28 +40,24 @@ void Window::makeKeyAndVisible()
     showFrontScreen();
 }
 
-void Window::present(std::shared_ptr<ViewController> controller)
+void Window::present(std::shared_ptr<ViewController> controller, bool animated)
 {
-    if (!controller || controller == m_root ||
-        std::ranges::find(m_presented, controller) != m_presented.end())
+    if (!controller || m_screens.contains(controller))
         return;
     controller->loadViewIfNeeded();
-    const std::shared_ptr<ViewController> covered = frontScreen();
-    m_presented.push_back(std::move(controller));
+    const std::shared_ptr<ViewController> covered = m_screens.top();
+    m_screens.push(std::move(controller), animated);
     showFrontScreen();
-    Q_EMIT presentedViewControllerChanged();
-    if (covered && covered != frontScreen())
+    if (covered)
         covered->disappear();
 }
 
-void Window::dismissFrontViewController()
+void Window::dismissFrontViewController(bool animated)
 {
-    if (m_presented.empty())
+    if (m_screens.hasOnlyBottom())
         return;
-    const std::shared_ptr<ViewController> dismissed = std::move(m_presented.back());
-    m_presented.pop_back();
+    const std::shared_ptr<ViewController> dismissed = m_screens.pop(animated);
     showFrontScreen();
-    Q_EMIT presentedViewControllerChanged();
     dismissed->disappear();
 }
 
@@ -97,15 +93,10 @@ std::shared_ptr<ActionSheet> Window::showActionSheet(const QString &title, const
     return sheet;
 }
 
-std::shared_ptr<ViewController> Window::frontScreen() const
-{
-    return m_presented.empty() ? m_root : m_presented.back();
-}
-
 void Window::showFrontScreen()
 {
-    if (const std::shared_ptr<ViewController> front = frontScreen(); front && theKeyWindow == this)
-        front->appear();
+    if (m_screens.top() && theKeyWindow == this)
+        m_screens.top()->appear();
 }
 
 } // namespace orvel

@@ -2,7 +2,7 @@
 
 #include "platform/ui/containers/ActionSheet.h"
 #include "platform/ui/containers/AlertView.h"
-#include "platform/ui/containers/ViewController.h"
+#include "platform/ui/containers/ScreenStack.h"
 
 #include <vector>
 
@@ -16,28 +16,27 @@ class Window : public QObject, public ScreenPresenter
     Q_OBJECT
     QML_NAMED_ELEMENT(WindowOutlet)
     QML_UNCREATABLE("The window is made by the application")
-    Q_PROPERTY(
-        orvel::ViewController *rootViewController READ rootViewController NOTIFY rootViewControllerChanged)
-    Q_PROPERTY(orvel::ViewController *presentedViewController READ presentedViewController NOTIFY
-                   presentedViewControllerChanged)
+    // The root screen and those presented over it.
+    Q_PROPERTY(orvel::ScreenStack *screens READ screens CONSTANT)
     Q_PROPERTY(orvel::AlertView *alert READ alert NOTIFY frontQuestionChanged)
     Q_PROPERTY(orvel::ActionSheet *actionSheet READ actionSheet NOTIFY frontQuestionChanged)
 public:
     Window();
     ~Window() override;
-    // The window that alerts and presented screens go to; null before there is one.
+    // The window that alerts and presented screens go to; nullptr before there is one.
     static Window *keyWindow();
 
     void setRootViewController(std::shared_ptr<ViewController> controller);
     // Becomes the key window and lets its root appear.
     void makeKeyAndVisible();
 
-    ViewController *rootViewController() const { return m_root.get(); }
-    // The front one; null when there is none.
+    ViewController *rootViewController() const { return m_screens.bottom().get(); }
+    // The front one; nullptr when there is none.
     ViewController *presentedViewController() const
     {
-        return m_presented.empty() ? nullptr : m_presented.back().get();
+        return m_screens.hasOnlyBottom() ? nullptr : m_screens.top().get();
     }
+    ScreenStack *screens() { return &m_screens; }
     // The last shown of both, when it is one.
     AlertView *alert() const { return frontQuestion<AlertView>(); }
     ActionSheet *actionSheet() const { return frontQuestion<ActionSheet>(); }
@@ -51,27 +50,23 @@ public:
                                                         const QString &cancelButton,
                                                         std::weak_ptr<ActionSheetDelegate> delegate);
 
-    void present(std::shared_ptr<ViewController> controller) override;
-    void dismissFrontViewController() override;
+    void present(std::shared_ptr<ViewController> controller, bool animated) override;
+    void dismissFrontViewController(bool animated) override;
 
 Q_SIGNALS:
-    void rootViewControllerChanged();
-    void presentedViewControllerChanged();
     void frontQuestionChanged();
 
 private:
     static void ask(const std::shared_ptr<Question> &question);
-    // Null when there is none, or one of the other kind.
+    // Returns nullptr when there is none, or one of the other kind.
     template<class Kind>
     Kind *frontQuestion() const
     {
         return m_questions.empty() ? nullptr : qobject_cast<Kind *>(m_questions.back().get());
     }
-    std::shared_ptr<ViewController> frontScreen() const;
     void showFrontScreen();
 
-    std::shared_ptr<ViewController> m_root;
-    std::vector<std::shared_ptr<ViewController>> m_presented;
+    ScreenStack m_screens;
     std::vector<std::shared_ptr<Question>> m_questions; // the last one in front
 };
 

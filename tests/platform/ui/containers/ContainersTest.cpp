@@ -94,8 +94,8 @@ TEST_F(ContainersTest, TheNavigationStackShowsItsTop)
     const auto navigation = std::make_shared<NavigationController>(a);
     show(navigation);
     navigation->pushViewController(b, true);
-    window.present(screen("modal"));
-    window.dismissFrontViewController();
+    window.present(screen("modal"), false);
+    window.dismissFrontViewController(false);
     EXPECT_EQ(happened(), QStringList({"b load", "b appear", "a disappear", "modal load", "modal appear",
                                        "b disappear", "b appear", "modal disappear"}));
     navigation->popViewController(true);
