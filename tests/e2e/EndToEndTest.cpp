@@ -32,6 +32,15 @@ TEST_F(EndToEndTest, ATapOnARowIsHeardAndItsTitlesAreSeen)
     EXPECT_TRUE(listener.waitsToSee(listener.app().gl4));
     EXPECT_FALSE(listener.sees("Choisissez une radio"));
     EXPECT_TRUE(listener.waitsFor([] { return Listener::loudness() > 0.01; }));
+    // The rows have asked for theirs.
+    EXPECT_TRUE(listener.waitsFor([&] { return !listener.texts().filter(" - ").isEmpty(); }));
+    for (const QString service : {"Facebook", "Twitter"}) {
+        ASSERT_TRUE(listener.touches("Partager sur " + service));
+        ASSERT_TRUE(listener.waitsToSee("Continuer sur " + service));
+        listener.presses(Qt::Key_Escape);
+        ASSERT_TRUE(listener.waitsNotToSee("Continuer sur " + service));
+    }
+    EXPECT_TRUE(listener.plays());
 }
 
 TEST_F(EndToEndTest, PauseAndResumeFromHeaderAndCompactBar)
