@@ -42,7 +42,7 @@ FocusScope {
         color: Theme.row
         scale: root.visible ? 1 : 0.92
         Accessible.role: Accessible.AlertMessage
-        Accessible.name: [title.text, message.text].filter(part => part !== "").join(". ")
+        Accessible.name: title.text + (title.text === "" || message.text === "" ? "" : ". ") + message.text
 
         Behavior on scale { NumberAnimation { duration: Theme.slide; easing.type: Easing.OutBack } }
 

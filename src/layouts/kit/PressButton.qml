@@ -15,7 +15,7 @@ T.AbstractButton {
 
     Accessible.role: Accessible.Button
     Accessible.name: text
-    Keys.forwardTo: keys
+    Keys.forwardTo: [keys]
 
     PressKeys {
         id: keys

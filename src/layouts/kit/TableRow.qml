@@ -24,7 +24,7 @@ T.ItemDelegate {
     Accessible.role: Accessible.ListItem
     Accessible.name: text
     Accessible.onPressAction: keys.answerScreenReader()
-    Keys.forwardTo: keys
+    Keys.forwardTo: [keys]
     Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
     onVisualFocusChanged: if (visualFocus) table.reveal(rowTop, rowHeight)
