@@ -29,12 +29,6 @@ void check(const std::vector<Case> &cases)
     }
 }
 
-QString unusedUrl()
-{
-    const ScriptedServer gone(Script{});
-    return gone.url(QStringLiteral("/live.mp3"));
-}
-
 } // namespace
 
 TEST(CommandLineTest, SaysWhatIsWrongWithIt)
@@ -61,7 +55,6 @@ TEST(CommandLineTest, SaysWhatIsWrongWithIt)
         {"seconds", {"play", url, "--seconds", "0"}, 2},
         {"deadline", {"probe", url, "--deadline", "soon"}, 2},
     });
-    EXPECT_EQ(Tool({"--help"}).status(), 0);
 }
 
 TEST(CommandLineTest, ExitStatusTellsTheKindOfFailure)
@@ -75,12 +68,11 @@ TEST(CommandLineTest, ExitStatusTellsTheKindOfFailure)
     const QString refused = stationStream("la-radio.mp3", "status=404");
     const QString file = QDir::temp().filePath(QStringLiteral("never-written.mp3"));
     check({
-        {"play unreachable", {"play", unusedUrl()}, 3},
-        {"probe unreachable", {"probe", unusedUrl()}, 3},
-        {"resolve unreachable", {"resolve", unusedUrl().replace(".mp3", ".m3u")}, 3},
+        {"play unreachable", {"play", "http://127.0.0.1:1/live.mp3"}, 3},
+        {"probe unreachable", {"probe", "http://127.0.0.1:1/live.mp3"}, 3},
+        {"resolve unreachable", {"resolve", "http://127.0.0.1:1/live.m3u"}, 3},
         {"reset", {"play", reset}, 3},
         {"reset while recording", {"record", reset, file}, 3},
-        {"an end", {"play", "--buffer", "1", stationStream("electro.aac", "seconds=5&paced=0")}, 0},
         {"play refused", {"play", refused}, 4},
         {"record refused", {"record", refused, file}, 4},
         {"probe refused", {"probe", bare.url()}, 4},

@@ -9,8 +9,8 @@ using namespace orvel::test;
 
 TEST(PlayTest, TellsWhatHappensAsJson)
 {
-    Tool tool({"play", "--json", "--seconds", "2", "--volume", "0.2", "--buffer", "1",
-               stationStream("la-radio.mp3")});
+    Tool tool({"play", "--json", "--volume", "0.2", "--buffer", "1",
+               stationStream("la-radio.mp3", "seconds=4&paced=0")});
     EXPECT_EQ(tool.status(), 0);
     EXPECT_EQ(tool.errors(), QByteArray());
     QStringList order;
@@ -18,11 +18,18 @@ TEST(PlayTest, TellsWhatHappensAsJson)
         order << (object["event"].string() == u"state" ? object["state"] : object["event"]).string();
     EXPECT_EQ(order.first(), "url");
     EXPECT_EQ(order.last(), "end");
-    EXPECT_GE(tool.event("end")["time"].text().toDouble(), 2);
+    EXPECT_GE(tool.event("end")["time"].text().toDouble(), 2); // in real time
     EXPECT_LT(order.indexOf("connecting"), order.indexOf("playing"));
     EXPECT_EQ(order.count("sound"), 1);
     EXPECT_EQ(tool.event("station")["genre"].string(), "Pop");
     EXPECT_FALSE(tool.event("title")["title"].string().isEmpty());
+}
+
+TEST(PlayTest, EndsAfterItsTime)
+{
+    Tool tool({"play", "--json", "--seconds", "1.5", stationStream("la-radio.mp3")});
+    EXPECT_EQ(tool.status(), tool.says("\"sound\"") ? 0 : 9);
+    EXPECT_GE(tool.event("end")["time"].text().toDouble(), 1.5);
 }
 
 TEST(PlayTest, FollowsAPlaylistAndExplainsAnError)

@@ -46,7 +46,7 @@ TEST(ProbeTest, TellsAtTheDeadlineWhatItKnows)
 {
     const ScriptedServer server(
         Script{Send{httpHead("Content-Type: audio/aac\r\nicy-metaint: 8000\r\n")}, WaitForRelease{}});
-    Tool tool({"probe", server.url(), "--deadline", "1"});
+    Tool tool({"probe", server.url(), "--deadline", "3"});
     EXPECT_EQ(tool.status(), 9);
     EXPECT_TRUE(tool.out().contains("audio/aac"));
 }

@@ -4,6 +4,8 @@
 #include "demo/DemoStation.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
+#include <algorithm>
 #include <csignal>
 
 namespace orvel::test {
@@ -31,6 +33,15 @@ bool Tool::waitFor(const std::function<bool()> &condition)
 bool Tool::says(const QByteArray &text)
 {
     return waitFor([&] { return out().contains(text); });
+}
+
+bool Tool::writes(qint64 bytes)
+{
+    const QDir open(QStringLiteral("/proc/%1/fd").arg(m_process.processId()));
+    return waitFor([&] {
+        const QFileInfoList files = open.entryInfoList(QDir::Files | QDir::System);
+        return std::ranges::any_of(files, [&](const QFileInfo &file) { return file.size() == bytes; });
+    });
 }
 
 void Tool::signal(int number) { ::kill(pid_t(m_process.processId()), number); }

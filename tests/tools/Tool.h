@@ -21,6 +21,8 @@ public:
 
     // Waits until stdout has this text.
     bool says(const QByteArray &text);
+    // Waits until one of the files that it has open has this size.
+    bool writes(qint64 bytes);
     void signal(int number);
     // Waits for the end. The exit status; -1 when it has not ended of itself.
     int status();

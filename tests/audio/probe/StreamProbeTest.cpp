@@ -37,6 +37,8 @@ struct Asked
 };
 
 const QByteArray head = httpHead("Content-Type: audio/mpeg\r\nicy-metaint: 5\r\n");
+const QByteArray longHead =
+    httpHead("Content-Type: audio/mpeg\r\nicy-metaint: 5\r\nContent-Length: 1000\r\n");
 const QByteArray title = "sound\x02StreamTitle='Orvel - Matin';" + QByteArray(4, '\0');
 
 bool isQuiet(const ScriptedServer &server)
@@ -51,11 +53,11 @@ TEST(StreamProbeTest, TellsFailuresWithWhatWasKnown)
     const struct
     {
         Script script;
-        double turn;
+        double turn; // once all has been sent
         bool known;
         NetError::Code code;
     } cases[] = {
-        {{Send{head}, Send{"soun"}, Pause{0.1}, Reset{}}, 0, true, NetError::Code::ConnectionLost},
+        {{Send{longHead}, Send{"soun"}}, 0, true, NetError::Code::ConnectionLost}, // more was announced
         {{Send{head}, Send{"soun"}, WaitForRelease{}}, 10.5, true, NetError::Code::TimedOut},
         {{Reset{}}, 0, false, NetError::Code::ConnectionLost},
     };
@@ -65,8 +67,10 @@ TEST(StreamProbeTest, TellsFailuresWithWhatWasKnown)
         Asked asked;
         asked.ask(server.url());
         ASSERT_TRUE(waitUntil([&] {
-            if (server.bytesSent() == head.size() + 4)
+            if (server.bytesSent() == head.size() + 4) {
+                letEventsRun();
                 clock.turn(test.turn);
+            }
             return asked.calls > 0;
         }));
         EXPECT_EQ(asked.dictionary.has_value(), test.known);
