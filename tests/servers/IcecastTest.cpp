@@ -1,6 +1,5 @@
 #include "audio/live/Streamer.h"
-#include "servers/IcecastServer.h"
-#include "servers/SourceFeed.h"
+#include "servers/IcecastStation.h"
 #include "support/TestLoop.h"
 
 #include <QStringList>
@@ -22,17 +21,16 @@ struct Listener : RadioDelegate
     void radioMetadataReady(Radio &) override { ++metadataCount; }
 };
 
-struct IcecastTest : testing::TestWithParam<SourceFeed::Codec>
+struct IcecastTest : testing::TestWithParam<IcecastStation::Codec>
 {
-    IcecastServer server{128 * 1024};
-    SourceFeed feed{server, GetParam()};
+    IcecastStation station{GetParam()};
     std::shared_ptr<Listener> listener = std::make_shared<Listener>();
     std::shared_ptr<Streamer> streamer;
 
     void SetUp() override
     {
-        ASSERT_NO_FATAL_FAILURE(serve());
-        streamer = Streamer::initWithURL(*Url::fromText(server.url(feed.mount())),
+        ASSERT_EQ(station.start(), QString());
+        streamer = Streamer::initWithURL(*Url::fromText(station.url()),
                                          {.reachability = reachabilityForLocalStation});
         streamer->setDelegate(listener);
         streamer->setBufferInSeconds(1);
@@ -44,11 +42,6 @@ struct IcecastTest : testing::TestWithParam<SourceFeed::Codec>
         if (streamer)
             streamer->shutdown();
         letEventsRun();
-    }
-    void serve()
-    {
-        ASSERT_EQ(server.start(), QString());
-        ASSERT_EQ(feed.start(), QString());
     }
     // Also heard by the delegate.
     bool reaches(RadioState state)
@@ -68,41 +61,42 @@ TEST_P(IcecastTest, IsPlayedWithItsNamesAndTitles)
 {
     EXPECT_EQ(listener->states.front(), RadioStateConnecting);
     EXPECT_EQ(listener->metadataCount, 1);
-    EXPECT_EQ(streamer->radioName(), SourceFeed::name);
-    EXPECT_EQ(streamer->radioGenre(), SourceFeed::genre);
-    EXPECT_EQ(streamer->radioUrl(), SourceFeed::site);
+    EXPECT_EQ(streamer->radioName(), IcecastStation::name);
+    EXPECT_EQ(streamer->radioGenre(), IcecastStation::genre);
+    EXPECT_EQ(streamer->radioUrl(), IcecastStation::site);
     for (const QString title : {"Orvel - Premier", "Zoé – L'été à “Nîmes” ☀ 夏"}) {
-        ASSERT_TRUE(server.setTitle(feed.mount(), title));
+        ASSERT_TRUE(station.setTitle(title));
         EXPECT_TRUE(waitUntil([&] { return listener->titles.contains(title); })) << title.toStdString();
     }
     // Those came with what was sent behind the burst.
     EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
     streamer->pause();
     ASSERT_TRUE(reaches(RadioStateStopped));
-    EXPECT_TRUE(waitUntil([&] { return server.listeners() == 0; }));
+    EXPECT_TRUE(waitUntil([&] { return station.listeners() == 0; }));
 }
 
 TEST_P(IcecastTest, StopsWithTheSource)
 {
-    feed.end();
+    station.endSource();
     ASSERT_TRUE(reaches(RadioStateStopped));
     EXPECT_FALSE(std::ranges::count(listener->states, RadioStateError));
 }
 
 TEST_P(IcecastTest, FailsWithoutTheServerAndPlaysWhenItIsBack)
 {
-    server.kill();
+    station.killServer();
     ASSERT_TRUE(reaches(RadioStateStopped));
     streamer->play();
     EXPECT_EQ(streamer->radioState(), RadioStateConnecting);
     ASSERT_TRUE(reaches(RadioStateError));
     EXPECT_EQ(streamer->radioError(), RadioErrorNetworkError);
-    ASSERT_NO_FATAL_FAILURE(serve());
+    ASSERT_EQ(station.start(), QString());
     streamer->play();
     EXPECT_TRUE(reaches(RadioStatePlaying));
 }
 
-INSTANTIATE_TEST_SUITE_P(, IcecastTest, testing::Values(SourceFeed::Codec::Mp3, SourceFeed::Codec::Aac),
+INSTANTIATE_TEST_SUITE_P(, IcecastTest,
+                         testing::Values(IcecastStation::Codec::Mp3, IcecastStation::Codec::Aac),
                          [](const auto &codec) {
-                             return std::string(codec.param == SourceFeed::Codec::Mp3 ? "Mp3" : "Aac");
+                             return std::string(codec.param == IcecastStation::Codec::Mp3 ? "Mp3" : "Aac");
                          });
