@@ -17,7 +17,7 @@ class Accounts
 public:
     Accounts();
 
-    // Answers a URL-encoded form for "login", "register" or "newsletter"; nothing for another endpoint.
+    // Answers a URL-encoded form for "login", "register" or "newsletter"; nullopt for another endpoint.
     std::optional<WebAnswer> answer(const QByteArray &endpoint, const QByteArray &form);
 
 private:

@@ -25,7 +25,7 @@ struct Palette
     QColor light;
 };
 
-// Small, and the same on every machine.
+// Pseudo-random numbers, the same on every machine.
 class Dice
 {
 public:

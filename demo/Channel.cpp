@@ -23,7 +23,6 @@ void Channel::enter(qsizetype burst)
     m_changed.notify_all();
     if (m_audience++ > 0)
         return;
-    ++m_encodersStarted;
     m_encoder = std::jthread([this](const std::stop_token &stop) { encode(stop); });
 }
 

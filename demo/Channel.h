@@ -4,7 +4,6 @@
 
 #include <QtGlobal>
 
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
@@ -16,7 +15,7 @@
 namespace orvel::demo {
 
 // One radio's live sound: encoded once whatever the number of listeners, in real time, and only while
-// somebody listens. The last seconds are kept, so that a new listener gets a burst; on a cold start they are
+// somebody listens. Keeps the last seconds, so that a new listener gets a burst. On a cold start they are
 // encoded at full speed.
 class Channel
 {
@@ -26,7 +25,6 @@ public:
     Channel &operator=(const Channel &) = delete;
 
     const Programme &programme() const { return m_programme; }
-    int encodersStarted() const { return m_encodersStarted; }
 
     // Somebody who hears the channel from `burst` bytes before its newest frame on. Used by one thread.
     class Listener
@@ -37,8 +35,8 @@ public:
         Listener(const Listener &) = delete;
         Listener &operator=(const Listener &) = delete;
 
-        // Waits for the next frame. Who is too slow for what is kept goes on with the oldest frame kept. Null
-        // when stopped, or when the sound can't be encoded.
+        // Waits for the next frame and returns it. A listener that is too slow goes on with the oldest frame
+        // kept. nullptr when stopped, or when the sound can't be encoded.
         std::shared_ptr<const Frame> next(const std::stop_token &stop);
 
     private:
@@ -58,7 +56,6 @@ private:
 
     const Programme &m_programme;
     const Clock::time_point m_born = Clock::now();
-    std::atomic<int> m_encodersStarted = 0;
 
     std::mutex m_mutex;
     std::condition_variable_any m_changed;

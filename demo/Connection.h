@@ -16,19 +16,19 @@ public:
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 
-    // What has come; empty after some seconds without anything, or when the listener is gone.
+    // Returns the bytes that have come; empty after some seconds without any, or when the listener is gone.
     QByteArray receive();
-    // Waits until everything is handed to the system. False when the listener is gone.
+    // Waits until everything is handed to the system. Returns false when the listener is gone.
     bool send(QByteArrayView bytes);
-    // False when the listener leaves within the time.
+    // Waits. Returns false when the listener leaves within the time.
     bool stay(std::chrono::milliseconds time);
     void stayForGood();
 
-    // Once the listener has everything that was sent, makes `close` a reset.
+    // Waits until the listener has everything that was sent, and makes `close` a reset.
     void reset();
     // The listener sees the end of the stream.
     void close();
-    // Makes every wait return and every later one fail; from any thread, also after `close`.
+    // Makes every wait return and every later one fail. Any thread, also after `close`.
     void abort();
 
 private:

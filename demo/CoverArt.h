@@ -6,7 +6,7 @@
 
 namespace orvel::demo {
 
-// A radio's large picture, 600 by 600. Always the same for the same art.
+// Returns a radio's large picture, 600 by 600, always the same for the same art.
 QImage drawCover(const Art &art);
 
 } // namespace orvel::demo

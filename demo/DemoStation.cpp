@@ -133,6 +133,4 @@ QString DemoStation::streamUrl(const QString &id) const
     return programme ? m_parts->content.streamUrl(*programme) : QString();
 }
 
-int DemoStation::encodersStarted() const { return m_parts->streams->encodersStarted(); }
-
 } // namespace orvel

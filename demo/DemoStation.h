@@ -28,7 +28,7 @@ public:
         QByteArray networkPublicKey;
     };
 
-    // Null when a port is taken, which is logged.
+    // Returns nullptr when a port is taken, which is logged.
     static std::unique_ptr<DemoStation> start(const Options &options);
     // Ends every listener's stream and all threads.
     ~DemoStation();
@@ -41,8 +41,6 @@ public:
     QString radioName(const QString &id) const;
     QString listenUrl(const QString &id) const; // as the list announces it: of the stream or of a playlist
     QString streamUrl(const QString &id) const; // of the stream itself, also of a radio behind a playlist
-    // How many encoders ran so far: one while a radio has listeners, however many they are.
-    int encodersStarted() const;
 
 private:
     struct Parts;

@@ -21,11 +21,11 @@ struct Frame
     double seconds = 0;
 };
 
-// A programme's endless sound as frames, as fast as it is asked for.
+// Encodes a programme's endless sound to frames, as fast as they are asked for.
 class Encoder
 {
 public:
-    // Null when the codec library lacks the encoder.
+    // Returns nullptr when the codec library lacks the encoder.
     static std::unique_ptr<Encoder> open(const Programme &programme, int firstSong);
     ~Encoder();
 

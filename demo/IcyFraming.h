@@ -11,12 +11,12 @@ public:
     // 0 or less: no metadata at all.
     explicit IcyFraming(qint64 interval) : m_interval(interval) {}
 
-    // `audio` with the blocks that fall into it. A block says `title` (UTF-8) when the listener has not been
-    // told yet, and is a single zero byte otherwise.
+    // Returns `audio` with the blocks that fall into it. A block holds `title` (UTF-8) when it differs from
+    // the last one, and is a single zero byte otherwise.
     QByteArray framed(const QByteArray &audio, const QByteArray &title);
 
-    // Length byte, "StreamTitle='...';" and zeros up to a multiple of 16. A title that is too long for the
-    // length byte (127, since readers take it as signed) is cut between two characters.
+    // Returns the length byte, "StreamTitle='...';" and zeros up to a multiple of 16. A title that is too
+    // long for the length byte (at most 127, since readers take it as signed) is cut between two characters.
     static QByteArray block(QByteArray title);
 
 private:

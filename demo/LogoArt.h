@@ -6,7 +6,7 @@
 
 namespace orvel::demo {
 
-// A radio's logo, 160 by 160: a light sign on the radio's colours. Always the same for the same art.
+// Returns a radio's logo, 160 by 160: a light sign on the radio's colours, always the same for the same art.
 QImage drawLogo(const Art &art);
 
 } // namespace orvel::demo

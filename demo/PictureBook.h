@@ -18,7 +18,7 @@ public:
     // `programmes` outlives the book.
     explicit PictureBook(const std::vector<Programme> &programmes);
 
-    // Nothing when there is no such picture. From any thread.
+    // nullopt when there is no such picture. Any thread.
     std::optional<WebAnswer> answer(const WebRequest &request);
 
 private:

@@ -10,7 +10,7 @@ struct KeyPair
     QByteArray open;    // sent with each request
 };
 
-// Whether a request comes from a client of this service: it carries the public key, the time, and the
+// Checks that a request comes from a client of this service: it carries the public key, the time, and the
 // HMAC-SHA1 of endpoint path and time under the signing key.
 class SignatureCheck
 {
@@ -19,8 +19,8 @@ public:
 
     explicit SignatureCheck(KeyPair keys);
 
-    // What is wrong with the request, as a sentence for a person; empty when it is accepted. `now` is in
-    // seconds since 1 January 1970.
+    // Returns what is wrong with the request, as a sentence for a person; empty when it is accepted. `now` is
+    // in seconds since 1 January 1970.
     QString refusal(const WebRequest &request, const QByteArray &endpoint, qint64 now) const;
 
 private:

@@ -15,11 +15,11 @@ class StationApi
 public:
     using Lists = std::map<QByteArray, QByteArray>;
 
-    // `lists`: the answer of each endpoint that always gives the same one, by its path. `accounts` is null
-    // for a service without users.
+    // `lists` holds the endpoints that always answer the same, by their path. `accounts` is nullptr for a
+    // service without users.
     StationApi(KeyPair keys, Lists lists, Accounts *accounts);
 
-    // Nothing when the request is not for the API.
+    // nullopt when the request is not for the API.
     std::optional<WebAnswer> answer(const WebRequest &request) const;
 
 private:

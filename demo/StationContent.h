@@ -15,7 +15,7 @@ enum class Codec { Mp3, Aac };
 // How a stream answers its listener: as an HTTP server, with a bare "ICY 200 OK" header, or not at all (503).
 enum class Answer { Http, Icy, Offline };
 
-// What the generator makes a radio's music of. Notes are MIDI numbers, chords are semitones above the root.
+// A radio's style of music. Notes are MIDI numbers, chords are semitones above the root.
 struct Music
 {
     double tempo = 100; // beats a minute
@@ -69,7 +69,7 @@ public:
 
     const QString &siteUrl() const { return m_siteUrl; }
     QString streamUrl(const Programme &programme) const;
-    // Null when there is none.
+    // nullptr when there is none.
     const Programme *byId(const QString &id) const;
     const Programme *bySlug(const QString &slug) const;
 

@@ -21,7 +21,7 @@ struct StreamFaults
     std::optional<qsizetype> burst;
     std::optional<double> seconds; // of sound, then the stream ends
     std::optional<bool> paced;     // false: as fast as the listener takes it
-    qsizetype piece = 0;           // the answer's head goes out in pieces of so many bytes
+    qsizetype piece = 0;           // bytes; the size of the pieces in which the answer's head goes out
 
     static StreamFaults of(const QUrlQuery &query);
 };

@@ -19,7 +19,7 @@ struct StreamRequest
     QUrlQuery query;
     QHash<QByteArray, QByteArray> headers; // names in lower case
 
-    // Nothing when the listener sends no request in time, or one that is none.
+    // nullopt when the listener sends no valid request in time.
     static std::optional<StreamRequest> read(Connection &connection);
     static std::optional<StreamRequest> parse(const QByteArray &head);
 };

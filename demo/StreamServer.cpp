@@ -57,14 +57,6 @@ void StreamServer::start(const StationContent &content, const StreamSettings &se
     m_acceptor = std::jthread([this] { acceptAll(); });
 }
 
-int StreamServer::encodersStarted() const
-{
-    int sum = 0;
-    for (const Channel &channel : m_channels)
-        sum += channel.encodersStarted();
-    return sum;
-}
-
 void StreamServer::acceptAll()
 {
     while (!m_stop.stop_requested()) {

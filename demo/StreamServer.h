@@ -9,12 +9,12 @@
 
 namespace orvel::demo {
 
-// The live streams on a port of their own, with one thread a listener. No HTTP library is in the way:
-// streaming servers answer as no library would let us.
+// Serves the live streams on a port of their own, with one thread a listener. Without an HTTP library, since
+// streaming servers answer in ways that none allows.
 class StreamServer
 {
 public:
-    // Listens on 127.0.0.1; port 0 takes any free one. Null when the port is taken.
+    // Listens on 127.0.0.1; port 0 takes any free one. Returns nullptr when the port is taken.
     static std::unique_ptr<StreamServer> listen(quint16 port);
     ~StreamServer();
     StreamServer(const StreamServer &) = delete;
@@ -23,7 +23,6 @@ public:
     quint16 port() const { return m_port; }
     // Begins to answer. `content` outlives the server.
     void start(const StationContent &content, const StreamSettings &settings);
-    int encodersStarted() const;
 
 private:
     struct Visit

@@ -20,7 +20,7 @@ struct StreamSettings
 class StreamSession
 {
 public:
-    // Null when there is no channel of that name.
+    // Returns nullptr when there is no channel of that name.
     using FindChannel = std::function<Channel *(const QString &stream)>;
 
     StreamSession(Connection &connection, const StreamSettings &settings, QString siteUrl);

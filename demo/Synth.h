@@ -9,8 +9,8 @@
 
 namespace orvel::demo {
 
-// Endless generated music in stereo. The same style and first song always give the same samples; each song is
-// some twenty seconds long and has a key and an order of the arpeggio of its own.
+// Generates endless music in stereo, always the same for the same style and first song. Each song is some
+// twenty seconds long and has a key and an order of the arpeggio of its own.
 class Synth
 {
 public:
@@ -19,7 +19,7 @@ public:
 
     explicit Synth(Music music, int firstSong = 0);
 
-    // The next samples; both spans have the same length.
+    // Writes the next samples. Both spans have the same length.
     void render(std::span<float> left, std::span<float> right);
     // The number of the song that the next sample belongs to.
     int song() const { return m_song; }
@@ -28,7 +28,7 @@ private:
     using Wave = std::array<float, 2049>;
     struct Voice
     {
-        const Wave *wave = nullptr; // null: noise
+        const Wave *wave = nullptr; // nullptr for noise
         double phase = 0;
         double step = 0; // table positions a sample
         double bend = 1; // factor on `step` a sample

@@ -38,7 +38,7 @@ public:
     // Called on the server's threads, several at a time.
     using Handler = std::function<WebAnswer(const WebRequest &)>;
 
-    // Port 0 takes any free one. Null when the port is taken.
+    // Port 0 takes any free one. Returns nullptr when the port is taken.
     static std::unique_ptr<WebServer> listen(quint16 port);
     ~WebServer();
     WebServer(const WebServer &) = delete;

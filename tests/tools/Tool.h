@@ -24,7 +24,7 @@ public:
     // Waits until one of the files that it has open has this size.
     bool writes(qint64 bytes);
     void signal(int number);
-    // Waits for the end. The exit status; -1 when it has not ended of itself.
+    // Waits for the end. Returns the exit status; -1 when it has not ended of itself.
     int status();
     // So far.
     const QByteArray &out();

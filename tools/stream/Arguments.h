@@ -23,7 +23,7 @@ struct Arguments
     std::optional<unsigned> bufferSeconds{};
     double deadline = 20; // seconds
 
-    // Of a whole command line, the program's name included; else what is wrong with it.
+    // Reads a whole command line, the program's name included. Returns the usage error when it is wrong.
     static std::variant<Arguments, Outcome> of(const QStringList &commandLine);
     static QString help();
 };

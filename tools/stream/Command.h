@@ -10,7 +10,7 @@
 
 namespace orvel {
 
-// One of the program's commands, at work from start() until it has told its outcome. Main thread.
+// One of the program's commands, at work from start() until it has reported its outcome. Main thread.
 class Command
 {
 public:
@@ -23,16 +23,16 @@ public:
     Command &operator=(const Command &) = delete;
 
     virtual void start() = 0;
-    // The user has had enough.
+    // The user sent a signal to end it.
     virtual void interrupt(int signal) { finish(Outcome::interrupted(signal)); }
     bool hasFinished() const { return !m_finished; }
 
 protected:
     const Arguments &arguments() const { return m_arguments; }
     Output &output() { return m_output; }
-    // Runs `function` after so many seconds, unless the command is gone; a second one replaces the first.
+    // Runs `function` after `seconds`, unless the command is gone. A second call replaces the first.
     void after(double seconds, std::function<void()> function);
-    // Tells at the user's deadline that it has passed.
+    // Calls `passed` when the user's deadline has passed.
     void startDeadline(Finished passed);
     void finish(const Outcome &outcome = {});
 

@@ -7,7 +7,7 @@ namespace orvel {
 class Streamer;
 struct NetError;
 
-// What the program's exit status says. The manual page has the same table.
+// The program's exit status. The manual page has the same table.
 enum class ExitCode {
     Done = 0,
     Usage = 2,

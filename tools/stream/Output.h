@@ -20,13 +20,13 @@ public:
 
     bool isJson() const { return m_json; }
     void text(const QString &text) { write(text); }
-    // Something that happened `seconds` after the start.
+    // Writes an event `seconds` after the start.
     void event(double seconds, const QString &name, const Fields &fields);
-    // Several results: one object, or a line for each.
+    // Writes several results: one object, or a line for each.
     void results(const Fields &fields);
-    // The only result: for people it stands alone, so that a shell can take it as it is.
+    // Writes the only result. For people it stands alone, so that a shell can take it as it is.
     void result(const QString &key, const QString &value);
-    // Nobody takes what is written to stdout.
+    // True when stdout could not be written.
     bool hasFailed() const { return m_failed; }
 
     static void complain(const QString &sentence);

@@ -7,8 +7,7 @@
 
 namespace orvel {
 
-// Prints what a station tells of itself: its first title, its format and its name. What is known by then is
-// printed at the deadline, too.
+// Prints a station's first title, its format and its name. At the deadline it prints what is known by then.
 class ProbeCommand final : public Command
 {
 public:

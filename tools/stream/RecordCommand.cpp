@@ -61,19 +61,19 @@ void RecordCommand::record(const Url &url)
                                       [this](const NetError &error) { finish(outcomeOf(error)); });
 }
 
-void RecordCommand::stop(const Outcome &outcome, const Outcome &nothing)
+void RecordCommand::stop(const Outcome &outcome, const Outcome &withoutAByte)
 {
     if (std::exchange(m_isStopping, true))
         return;
     m_resolver->cancel();
-    m_recorder->stopRecording([this, outcome, nothing](const QString &path, const QString &error) {
+    m_recorder->stopRecording([this, outcome, withoutAByte](const QString &path, const QString &error) {
         if (!error.isEmpty()) {
             finish(Outcome::failure(ExitCode::CannotWrite, error));
         } else if (path.isEmpty()) {
-            finish(nothing);
+            finish(withoutAByte);
         } else if (QFileInfo(path).size() == 0) {
             QFile::remove(path);
-            finish(nothing);
+            finish(withoutAByte);
         } else {
             output().result(QStringLiteral("file"), path);
             finish(outcome);

@@ -17,8 +17,8 @@ public:
 
 private:
     void record(const Url &url);
-    // Puts the file in place and ends with `outcome`; with `nothing` when no byte has come.
-    void stop(const Outcome &outcome, const Outcome &nothing);
+    // Puts the file in place and ends with `outcome`, or with `withoutAByte` when no byte has come.
+    void stop(const Outcome &outcome, const Outcome &withoutAByte);
 
     const std::shared_ptr<Resolver> m_resolver = std::make_shared<Resolver>();
     const std::shared_ptr<StreamRecorder> m_recorder = std::make_shared<StreamRecorder>();

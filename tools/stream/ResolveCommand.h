@@ -5,7 +5,7 @@
 
 namespace orvel {
 
-// Prints the stream behind a playlist; a stream's own URL as it is.
+// Prints the URL of the stream behind a playlist; a stream's own URL as it is.
 class ResolveCommand final : public Command
 {
 public:

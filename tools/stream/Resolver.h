@@ -13,10 +13,10 @@ namespace orvel {
 class Resolver final : public UrlConnectionDelegate, public std::enable_shared_from_this<Resolver>
 {
 public:
-    // The stream's URL, or why there is none.
+    // Called with the stream's URL, or why there is none.
     using Handler = std::function<void(const std::variant<Url, Outcome> &)>;
 
-    // `handler` is called once: at once for a URL that names no playlist.
+    // Calls `handler` once: at once for a URL that does not name a playlist.
     void resolve(const Url &url, Handler handler);
     // The handler is not called any more.
     void cancel();

@@ -5,8 +5,8 @@
 
 namespace orvel {
 
-// Ctrl-C and SIGTERM on the event loop. The first one is told; from then on either ends the program at once.
-// One at a time; main thread.
+// Reports Ctrl-C and SIGTERM on the event loop. Calls the handler for the first one; from then on either ends
+// the program at once. One object at a time. Main thread.
 class Signals
 {
 public:

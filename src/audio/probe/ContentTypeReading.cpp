@@ -24,7 +24,8 @@ void ContentTypeReading::readData(QByteArrayView chunk)
         m_responceType = ResponceType::Icy;
         m_contentType = fields->value(contentTypeKey);
     }
-    // An ICY answer that names no content type leaves the question open.
+    // Deliberate: an ICY answer without a content type is never over, so that nobody takes it for an answer
+    // of another kind (ContentTypeReadingTest.TakesTheHeadersOrTheIcyAnswersType).
     m_over = !fields || fields->contains(contentTypeKey);
 }
 

@@ -12,7 +12,7 @@ public:
     void readResponse(const UrlResponse &response) override;
     void readData(QByteArrayView chunk) override;
     bool isOver() const override { return m_over; }
-    // Null while none is known.
+    // A null text while none is known.
     const QString &contentType() const { return m_contentType; }
 
 private:

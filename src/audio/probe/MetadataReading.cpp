@@ -12,12 +12,15 @@ namespace {
 const QString responceTypeKey = QStringLiteral("StreamResponceType");
 const QString titleKey = QStringLiteral("StreamTitle");
 const QString intervalKey = QStringLiteral("icy-metaint");
+// Deliberate: shorter texts are stations' fillers
+// (MetadataReadingTest.TakesTheFirstQuotedTextOfTheBlockForTheTitle).
 constexpr qsizetype minTitleLength = 6;
 constexpr qsizetype unit = 16;
 constexpr qsizetype maxMetadata = 1 + 99 * unit;
 
-// The length byte's two hexadecimal digits read as a decimal number, as far as they make one: 0x10 is ten
-// units, 0x1F one and 0x0A none.
+// Deliberate: the length byte's two hexadecimal digits are read as a decimal number, as far as they make one,
+// so that lists show the titles they have always shown: 0x10 is ten units, 0x1F one and 0x0A none
+// (MetadataReadingTest.TakesTheFirstQuotedTextOfTheBlockForTheTitle).
 qint32 unitCount(char lengthByte) { return intValue(QString::fromLatin1(QByteArray(1, lengthByte).toHex())); }
 
 } // namespace
@@ -58,12 +61,16 @@ void MetadataReading::readIcyAnswer(QByteArrayView chunk)
         m_bytesToBlock = integerValue(m_metadataDictionary->value(intervalKey));
     }
     m_over = m_bytesToBlock == 0;
+    // Deliberate: the interval counts from the header's first byte, since the whole answer is one run of
+    // bytes here (MetadataReadingTest.ReadsABareIcyAnswer).
     if (!m_over)
-        readMetadata(data); // the interval counts from the header's first byte
+        readMetadata(data);
 }
 
 void MetadataReading::readMetadata(QByteArrayView chunk)
 {
+    // Deliberate: a negative interval never comes to its block, since only 0 stands for none
+    // (MetadataReadingTest.ReadsABareIcyAnswer).
     if (m_bytesToBlock < 0)
         return;
     const qsizetype sound = qsizetype(std::min<qint64>(m_bytesToBlock, chunk.size()));

@@ -13,15 +13,15 @@ namespace orvel {
 // "StreamTitle".
 using MetadataDictionary = QMap<QString, QString>;
 
-// Reads a stream's header fields and the title in its first metadata block. Sound is counted, not kept:
-// whatever interval a server announces, no more is held than a header and a block.
+// Reads a stream's header fields and the title in its first metadata block. Counts sound without keeping it,
+// so whatever interval a server announces, at most a header and a block are held.
 class MetadataReading final : public StreamReading
 {
 public:
     void readResponse(const UrlResponse &response) override;
     void readData(QByteArrayView chunk) override;
     bool isOver() const override { return m_over; }
-    // What is known so far; nothing before a header was understood.
+    // What is known so far; nullopt before a header was understood.
     const std::optional<MetadataDictionary> &dictionary() const { return m_metadataDictionary; }
 
 private:

@@ -6,16 +6,16 @@
 
 namespace orvel {
 
-// The header field by which an answer tells its content type, also in this case in a bare ICY answer.
+// The header field of an answer's content type, in a bare ICY answer in this case only.
 inline const QString contentTypeKey = QStringLiteral("content-type");
-// Empty when the answer tells none.
+// Returns an empty text when the answer has none.
 inline QString contentTypeOf(const UrlResponse &response)
 {
     return response.headers.value(contentTypeKey).value_or(QString());
 }
 
-// What is read out of one stream's answer: its head first, then its body in chunks of any size. No threads of
-// its own.
+// What is read out of one stream's answer: its head first, then its body in chunks of any size. One thread at
+// a time.
 class StreamReading
 {
 public:
@@ -24,7 +24,7 @@ public:
     virtual ~StreamReading() = default;
     virtual void readResponse(const UrlResponse &response) = 0;
     virtual void readData(QByteArrayView chunk) = 0;
-    // True once there is no more to read; what is read afterwards is ignored.
+    // True once there is no more to read. What is read afterwards is ignored.
     virtual bool isOver() const = 0;
 };
 

@@ -8,22 +8,22 @@
 
 namespace orvel {
 
-// Writes a stream's bytes, as they come, to a temporary file beside the place they are meant for; finish()
-// puts it there. Dropped before, it leaves nothing behind.
+// Writes a stream's bytes, as they come, to a temporary file beside the place they are meant for, where
+// finish() puts it. Leaves no file behind when it is dropped before.
 class StreamRecording final : public StreamReading
 {
 public:
-    // The path's extension gives way to the one of the stream's content type, when that is known.
+    // The path's extension gives way to the one of the stream's content type where that is known.
     explicit StreamRecording(const QString &localPath) : m_localPath(localPath) {}
 
     void readResponse(const UrlResponse &response) override;
     void readData(QByteArrayView chunk) override;
-    // After a failure to write.
+    // True after a failure to write.
     bool isOver() const override { return !m_writeError.isEmpty(); }
     // A sentence for people; empty when all is well.
     const QString &writeError() const { return m_writeError; }
 
-    // Gives the file's path: empty when it could not be written, and when no answer has come to be written.
+    // Returns the file's path; empty when it could not be written, or when no answer has come.
     QString finish();
 
 private:

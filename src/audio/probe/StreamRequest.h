@@ -15,16 +15,16 @@ namespace orvel {
 class StreamRequest
 {
 public:
-    // A probe asks for in-band metadata and reads at most `maxProbedBytes`; where these end, its stream
-    // ends. A recording wants sound alone, for as long as it lasts.
+    // A probe asks for in-band metadata and reads at most `maxProbedBytes`, where its stream ends. A
+    // recording wants sound alone, for as long as it lasts.
     enum class Purpose { Probe, Recording };
     static constexpr qint64 maxProbedBytes = 16 * 1024 * 1024;
 
     struct Ending
     {
-        std::optional<UrlResponse> response; // none when it never came
+        std::optional<UrlResponse> response; // nullopt when it never came
         std::optional<NetError> error;
-        // Neither an error nor a reading that is over: the stream has ended before.
+        // False without an error: the stream has ended before.
         bool isReadingOver = false;
     };
     using EndHandler = std::function<void(const Ending &)>;
@@ -38,7 +38,7 @@ public:
     // Cancels the request before it. `ended` is called once, on the main thread, never from inside start();
     // the reading may be asked from then on.
     void start(const Url &url, Purpose purpose, std::shared_ptr<StreamReading> reading, EndHandler ended);
-    // Nothing is called after it. A chunk may still be under way to the reading on the queue.
+    // `ended` is not called any more. A chunk may still be under way to the reading on the queue.
     void cancel();
     SerialQueue &selfQueue() { return m_selfQueue; }
 

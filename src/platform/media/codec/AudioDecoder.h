@@ -10,22 +10,22 @@ struct AVFrame;
 
 namespace orvel {
 
-// Packets in, frames of PCM out (libavcodec). None of the decoders holds frames back: a packet's frames come
-// before the next packet. One thread at a time.
+// Decodes packets to frames of PCM (libavcodec). None of the decoders holds frames back: a packet's frames
+// come before the next packet. One thread at a time.
 class AudioDecoder
 {
 public:
-    // Nothing when there is no decoder for the format. The cookie is the codec's out-of-band configuration,
-    // if any.
+    // Returns nullptr when there is no decoder for the format. The cookie is the codec's out-of-band
+    // configuration; empty when there is none.
     static std::unique_ptr<AudioDecoder> make(const AudioStreamBasicDescription &format,
                                               const QByteArray &cookie = {});
     ~AudioDecoder();
 
-    // A packet that is no sense to the decoder is passed over. Take all frames before the next packet.
+    // Skips packets that the decoder rejects. All frames must be taken before the next packet.
     void decode(QByteArrayView packet);
-    // The next decoded frame, valid until the next call; null when there is none.
+    // Returns the next decoded frame, valid until the next call; nullptr when there is none.
     const AVFrame *nextFrame();
-    // Forgets what went in so far.
+    // Forgets the packets so far.
     void reset();
 
 private:

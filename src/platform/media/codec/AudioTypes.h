@@ -6,7 +6,7 @@
 
 namespace orvel {
 
-// Four-character codes name file types and formats.
+// File types and formats are named by four-character codes.
 constexpr quint32 fourCharacterCode(const char (&code)[5])
 {
     return quint32(quint8(code[0])) << 24 | quint32(quint8(code[1])) << 16 | quint32(quint8(code[2])) << 8 |

@@ -7,17 +7,17 @@ struct AVFrame;
 
 namespace orvel {
 
-// Decoded frames of any format, also one that changes, to interleaved float samples of one rate and channel
-// count (libswresample).
+// Converts decoded frames of any format, also one that changes, to interleaved float samples of one rate and
+// channel count (libswresample). One thread at a time.
 class SampleConverter
 {
 public:
     SampleConverter(int sampleRate, int channels);
     ~SampleConverter();
 
-    // Appends to `samples`.
+    // Appends to `samples`. Skips frames that can't be converted.
     void convert(const AVFrame &frame, std::vector<float> &samples);
-    // Appends what is held back between two samples of the other rate.
+    // Appends the samples that the change of rate still holds back.
     void drain(std::vector<float> &samples);
 
 private:

@@ -11,14 +11,14 @@ struct AudioDeviceRequest
 {
     int sampleRate = 0;
     int channels = 0;                           // 1 or 2
-    const std::atomic<float> *volume = nullptr; // read whenever sound is made
-    // Asks for more, from any thread, without waiting for the queue's next look. A device that runs at the
-    // pace of its data needs it; the others keep the time and never call it.
+    const std::atomic<float> *volume = nullptr; // 0.0 to 1.0; read whenever sound is made
+    // The device calls it, on any thread, when it runs at the pace of its data and has none. Devices that
+    // keep the time never call it.
     std::function<void()> wantsData;
 };
 
-// Where sound goes: it takes up to two seconds of interleaved samples ahead. Used by one thread; destroying
-// it ends the sound and may take a while.
+// Where sound goes. Takes up to two seconds of interleaved samples ahead. Used by one thread. The destructor
+// ends the sound and may take a while.
 class AudioDevice
 {
 public:
@@ -31,12 +31,12 @@ public:
     int channels() const { return m_channels; }
     qint64 capacity() const { return 2 * qint64(m_sampleRate); } // frames
 
-    // A device is made silent; while it is, it keeps what was written.
+    // False until told otherwise. While it does not play, a device keeps what was written.
     virtual void setPlaying(bool playing) = 0;
-    // How many frames there was room for.
+    // Returns the number of frames taken.
     virtual qint64 write(const float *samples, qint64 frames) = 0;
-    virtual qint64 written() const = 0;  // frames
-    virtual qint64 consumed() const = 0; // frames that have gone on to be heard
+    virtual qint64 written() const = 0;  // frames, since the device was opened
+    virtual qint64 consumed() const = 0; // the frames among them that have gone on to be heard
 
 protected:
     void setSampleRate(int sampleRate) { m_sampleRate = sampleRate; }

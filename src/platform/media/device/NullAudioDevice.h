@@ -6,7 +6,7 @@
 
 namespace orvel {
 
-// Makes no sound, in time: what it consumes follows the steady clock without drift for as long as it has
+// Makes no sound, in real time: what it consumes follows the steady clock without drift for as long as it has
 // data.
 class NullAudioDevice final : public AudioDevice
 {
@@ -24,9 +24,8 @@ private:
 
     bool m_isPlaying = false;
     qint64 m_written = 0;
-    // What was consumed at the moment from which the clock counts.
-    qint64 m_base = 0;
-    Clock::time_point m_since;
+    qint64 m_base = 0;         // consumed by `m_since`
+    Clock::time_point m_since; // from when on the clock counts
 };
 
 } // namespace orvel

@@ -7,7 +7,8 @@
 
 namespace orvel {
 
-// Interleaved samples from one writing thread to one reading thread, without locks. Counts are in frames.
+// Hands interleaved samples from one writing thread to one reading thread, without locks. Counts are in
+// frames.
 class PcmRing
 {
 public:
@@ -20,7 +21,7 @@ public:
     qint64 consumed() const { return m_consumed.load(std::memory_order_acquire); }
     qint64 available() const { return written() - consumed(); }
 
-    // Writing thread only; how many frames there was room for.
+    // Returns the number of frames that there was room for. Writing thread only.
     qint64 write(const float *samples, qint64 frames)
     {
         const qint64 at = m_written.load(std::memory_order_relaxed);
@@ -32,7 +33,7 @@ public:
         return frames;
     }
 
-    // Reading thread only; how many frames there were.
+    // Returns the number of frames that there were. Reading thread only.
     qint64 read(float *samples, qint64 frames)
     {
         const qint64 at = m_consumed.load(std::memory_order_relaxed);

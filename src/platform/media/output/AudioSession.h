@@ -2,8 +2,8 @@
 
 namespace orvel {
 
-// What the application tells the system about its sound. Desktops have no such thing; phones' ports do their
-// part here.
+// What the application has declared to the system about its sound. Desktops have no such service; phones'
+// ports do their part here. Main thread.
 class AudioSession
 {
 public:

@@ -12,7 +12,7 @@
 namespace orvel {
 
 // The one output queue. Its operations only leave orders under a leaf mutex, which is never held while
-// calling out; a thread of its own (run) carries them out, decodes, calls back, and opens and closes the
+// calling out. A thread of its own (run) carries them out, decodes, calls back, and opens and closes the
 // device.
 class DecodingOutputQueue final : public OutputQueue
 {
@@ -33,11 +33,11 @@ public:
     void addIsRunningListener(IsRunningListener listener) override;
     double currentTime() const override;
 
-    // The body of the queue's thread; returns after dispose(). The caller keeps the queue alive meanwhile.
+    // The body of the queue's thread. Returns after dispose(). The caller keeps the queue alive meanwhile.
     void run();
 
 private:
-    // What is to be done, as a whole. All of it is taken at once.
+    // What is to be done. The thread takes all of it at once.
     struct Orders
     {
         bool isDisposed = false;

@@ -21,44 +21,45 @@ struct OutputBuffer
 };
 
 // Plays buffers of packets in the order in which they are enqueued. Every operation may be called from any
-// thread, also from inside the queue's own callback; none waits for the device.
+// thread, also from inside the queue's own callback. None waits for the device.
 class OutputQueue
 {
 public:
-    // Told on the queue's own thread that a buffer has been played and may be filled again. No lock is held.
+    // Called on the queue's own thread, without any lock, when a buffer has been played and may be filled
+    // again.
     using BufferCallback = std::function<void(OutputQueue &queue, OutputBuffer &buffer)>;
-    // Told on the queue's own thread when sound starts and when it has ended.
+    // Called on the queue's own thread when sound starts and when it has ended.
     using IsRunningListener = std::function<void(OutputQueue &queue, bool isRunning)>;
 
     virtual ~OutputQueue() = default;
 
-    // A buffer lives as long as the queue's core; nothing when there is no memory for it.
+    // Returns a buffer that lives as long as the queue; nullptr when there is no memory for it.
     virtual OutputBuffer *allocateBuffer(quint32 bytes) = 0;
-    // `descriptions` is empty for a constant bit rate. False when the queue was disposed of or the data is no
-    // whole number of packets.
+    // `descriptions` is empty for packets of constant size. Returns false when the queue is stopping or was
+    // disposed of, or when the data is not a whole number of packets.
     virtual bool enqueueBuffer(OutputBuffer &buffer,
                                std::span<const AudioStreamPacketDescription> descriptions) = 0;
-    // Starts, or goes on after pause(). False when no device could be made ready; opening it happens on the
-    // queue's thread.
+    // Starts, or goes on after pause(). Returns false when the queue was disposed of. The device is opened
+    // later, on the queue's thread.
     virtual bool start() = 0;
-    // Keeps what is queued.
+    // Falls silent and keeps what is queued.
     virtual void pause() = 0;
-    // At once (what is queued is dropped, its buffers are handed back), or after what is queued has been
-    // played.
+    // Stops at once, drops what is queued and hands its buffers back; or, not immediate, stops when what is
+    // queued has been played. A queue that does not play always stops at once.
     virtual void stop(bool immediate) = 0;
-    // Plays what decoder and converter still hold back of the buffers so far, without stopping.
+    // Plays what the converter still holds back of the buffers so far, without stopping.
     virtual void flush() = 0;
-    // Ends the queue at once; nothing is called back after a callback already running has returned.
+    // Ends the queue at once. No callback begins after this one returns.
     virtual void dispose() = 0;
 
     virtual void setVolume(float volume) = 0; // 0.0 to 1.0
     virtual void setMagicCookie(const QByteArray &cookie) = 0;
     virtual void addIsRunningListener(IsRunningListener listener) = 0;
-    // Frames played since the first start, at the queue's sample rate.
+    // The frames played since the first start, at the sample rate of the queue's format.
     virtual double currentTime() const = 0;
 };
 
-// Gives nothing when no queue can be made for the format (no decoder, no sense).
+// Returns nullptr when there is no decoder for the format.
 using OutputQueueMaker = std::function<std::shared_ptr<OutputQueue>(const AudioStreamBasicDescription &format,
                                                                     OutputQueue::BufferCallback callback)>;
 

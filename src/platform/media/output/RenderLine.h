@@ -12,8 +12,7 @@
 
 namespace orvel {
 
-// One thing to do for a line: to play a buffer's packets, or (without a buffer) what the converter holds
-// back.
+// What a line is given to play: a buffer's packets or, without a buffer, what the converter holds back.
 struct RenderItem
 {
     OutputBuffer *buffer = nullptr;
@@ -21,8 +20,8 @@ struct RenderItem
 };
 
 // The way from a queue's buffers to its device: decodes, converts, writes, and knows which buffers have been
-// played. The device is opened with the first decoded frame, whose rate and channels are the true ones. One
-// thread only.
+// played. Opens the device with the first decoded frame, whose rate and channels are the true ones. One
+// thread.
 class RenderLine
 {
 public:
@@ -31,25 +30,27 @@ public:
 
     void setMagicCookie(const QByteArray &cookie);
 
-    // Decodes ahead as far as the device takes it. True when everything given is used up and more could be
-    // taken.
+    // Decodes ahead as far as the device takes it. Returns true when everything given is used up and the
+    // device takes more.
     bool fill();
-    // Only after fill() has asked for it.
+    // Only after fill() has returned true.
     void give(RenderItem item) { m_item = std::move(item); }
     void setPlaying(bool playing);
 
-    // The next buffer whose sound has all been consumed; null when there is none.
+    // Returns the next buffer whose sound has all been consumed; nullptr when there is none.
     OutputBuffer *takePlayed();
     // Whether all that was given has been played.
     bool isDry() const;
-    // When it is worth looking again; nothing when only new data makes a difference.
+    // Returns the time after which a buffer may have been played or the device takes more; nullopt when only
+    // new data or orders make a difference.
     std::optional<std::chrono::milliseconds> nextLook() const;
-    // Seconds since the line was made.
+    // Seconds of sound since the line was made.
     double playedSeconds() const;
     // Seconds that the device goes on to play if nothing more is given.
     double secondsAhead() const;
 
-    // Ends the sound at once, closes the device and forgets what was given; its buffers, in their order.
+    // Ends the sound at once, closes the device and forgets what was given. Returns its buffers, in their
+    // order.
     std::vector<OutputBuffer *> reset();
 
 private:

@@ -10,8 +10,8 @@ namespace orvel {
 std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &format,
                                             OutputQueue::BufferCallback callback);
 
-// Disposes of all queues that are left and waits until their threads have ended. Call at exit; a later queue
-// starts the sound anew.
+// Disposes of all queues that are left and waits until their threads have ended. To be called at exit. A
+// later queue starts the sound anew.
 void joinOutputQueues();
 
 } // namespace orvel

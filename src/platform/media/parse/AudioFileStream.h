@@ -47,7 +47,7 @@ public:
     virtual void finish() = 0;
     // Returns where to go on for the packet of this number (the stream's first is 0), and takes the next
     // bytes for those from there, or from thereabouts when that is an estimate. nullopt, without any effect,
-    // when it can't be told, as before the first packet.
+    // when it is not known, as before the first packet.
     virtual std::optional<AudioFileStreamSeek> seek(qint64 packet) = 0;
 
     // nullopt before ReadyToProducePackets.

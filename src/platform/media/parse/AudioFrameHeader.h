@@ -7,7 +7,7 @@
 
 namespace orvel {
 
-// What the header in front of a compressed frame says.
+// The header in front of a compressed frame.
 struct AudioFrameHeader
 {
     quint32 key = 0;  // the bits that all frames of one stream share
@@ -21,8 +21,8 @@ struct AudioFrameHeader
 // Bytes that readAudioFrameHeader needs.
 inline constexpr qsizetype audioFrameHeaderBytes = 7;
 
-// Reads the MPEG 1, 2 or 2.5 layer III header or the ADTS header at the front of `bytes`. Nothing when there
-// is none, when it can't be true, or when it leaves the frame's size open (free format).
+// Returns the MPEG 1, 2 or 2.5 layer III header or the ADTS header at the front of `bytes`. nullopt when
+// there is none, when it can't be true, or when it leaves the frame's size open (free format).
 std::optional<AudioFrameHeader> readAudioFrameHeader(QByteArrayView bytes);
 
 } // namespace orvel

@@ -7,18 +7,18 @@
 
 namespace orvel {
 
-// Whether an ADTS stream is HE-AAC: its headers tell only the core's sample rate and channels, the decoded
-// frames show the doubled rate. A stream joined in the middle may need some frames to show it.
+// Finds out whether an ADTS stream is HE-AAC. The headers say only the core's sample rate and channels; the
+// decoded frames show the doubled rate. A stream joined in the middle may need some frames to show it.
 class HeAacProbe
 {
 public:
-    // Whether such headers leave the question open. Cores above 24 kHz are plain AAC.
+    // Returns whether the header leaves the question open. Cores above 24 kHz are plain AAC.
     static bool isNeededFor(const AudioFrameHeader &header);
 
     explicit HeAacProbe(const AudioFrameHeader &header);
-    // True when the question is answered, at the latest after some frames.
+    // Returns true when the question is answered, at the latest after some frames.
     bool feed(QByteArrayView packet);
-    // The format of the decoded frames, when it is HE-AAC.
+    // The format of the decoded frames; nullopt unless it is HE-AAC.
     const std::optional<AudioStreamBasicDescription> &highQualityFormat() const { return m_format; }
 
 private:
