@@ -3,6 +3,7 @@
 #include "api/StationConfiguration.h"
 #include "app/GLOB.h"
 #include "app/StationMail.h"
+#include "platform/foundation/KeepAlive.h"
 #include "platform/foundation/Log.h"
 #include "platform/ui/composers/MessageComposeViewController.h"
 #include "platform/ui/containers/Window.h"
@@ -47,7 +48,7 @@ void ContactSheet::ShowMessage(ViewController &presenter)
                                 {QStringLiteral("SMS"), QStringLiteral("Telephone"), QStringLiteral("Mail")},
                                 QStringLiteral("Cancel"), weak_from_this());
     // The presenter may be what keeps this object, so it is kept from outside: it goes with the sheet.
-    QObject::connect(sheet.get(), &QObject::destroyed, [kept = presenter.shared_from_this()] {});
+    keepUntilDestroyed(*sheet, presenter.shared_from_this());
 }
 
 void ContactSheet::clickedButtonAtIndex(ActionSheet &, int buttonIndex)

@@ -1,5 +1,7 @@
 #include "layouts/kit/ScreenView.h"
 
+#include "platform/foundation/KeepAlive.h"
+
 #include <QFile>
 #include <QLoggingCategory>
 #include <QQmlComponent>
@@ -39,7 +41,7 @@ void ScreenView::setController(ViewController *controller)
         // The layout's last hold on its screen: a child, so that it goes when nothing of the layout draws any
         // more.
         auto *keeper = new QObject(m_layout);
-        connect(keeper, &QObject::destroyed, [kept = m_controller] {});
+        keepUntilDestroyed(*keeper, m_controller);
         m_layout->setVisible(false);
         m_layout->setEnabled(false);
         m_layout->deleteLater();

@@ -1,5 +1,7 @@
 #include "platform/ui/table/TableElements.h"
 
+#include "platform/foundation/KeepAlive.h"
+
 #include <algorithm>
 
 namespace orvel {
@@ -36,7 +38,7 @@ void TableElements::become(const std::vector<TableElement> &elements)
         return;
     // Freed as layouts are, and after them: by a deferred deletion.
     auto *const keeper = new QObject;
-    connect(keeper, &QObject::destroyed, [leaving = std::exchange(m_leaving, {})] {});
+    keepUntilDestroyed(*keeper, std::exchange(m_leaving, {}));
     keeper->deleteLater();
 }
 
