@@ -20,7 +20,8 @@ public:
     // What follows the last "." in the path's last segment, without query or fragment; empty when there is
     // none.
     QString pathExtension() const;
-    // What goes on the wire.
+    // What goes on the wire: the text as typed, without the fragment. Only what is not ASCII is changed: it
+    // is escaped, in a host's name written in Punycode.
     QByteArray encoded() const;
 
     bool operator==(const Url &) const = default;

@@ -54,6 +54,11 @@ TEST(UrlTest, KeepsTheSchemeAsTypedAndRefusesWhatMakesNoUrl)
     EXPECT_EQ(Url::fromText("HTTP://a.example/Radio.M3U?x=y.pls")->scheme(), "HTTP");
     EXPECT_EQ(Url::fromText("HTTP://a.example/Radio.M3U?x=y.pls")->pathExtension(), "M3U");
     EXPECT_EQ(Url::fromText("http://a.example/live")->pathExtension(), "");
+    // A signed address loses its signature when it is written differently.
+    for (const char *sent : {"http://A.example/%7E/%7e/%2f~/a/../b?q[]=%5B+'(),;", "http:a/b"})
+        EXPECT_EQ(Url::fromText(sent)->encoded(), sent);
+    EXPECT_EQ(Url::fromText("http://u:p@été.fr:80/é?q=♪#é")->encoded(),
+              "http://u:p@xn--t-9fab.fr:80/%C3%A9?q=%E2%99%AA");
     for (const char *text :
          {"", "(null)", "http://a b/", "search/deux mots", "/api/x", "http://a/%zz", "http://a/\n"})
         EXPECT_FALSE(Url::fromText(text)) << text;
