@@ -37,19 +37,23 @@ bool keepAside(const QString &path)
 }
 
 // The path of a settings file that can be read and written. A damaged one is kept aside, and a new one begun
-// with whatever could be read of it: Qt's next write would lose the rest.
-const QString &readyFile(const QString &path)
+// with whatever could be read of it: Qt's next write would lose the rest. An empty path, which makes Qt keep
+// the settings in memory, when it can't be kept aside.
+QString readyFile(const QString &path)
 {
     removeNamelessLock(path);
     const QFileInfo info(path);
     // Qt would read a pipe, or a file beyond all memory, to the bitter end.
-    if (info.exists() && (!info.isFile() || info.size() > largestFile))
-        keepAside(path);
+    if (info.exists() && (!info.isFile() || info.size() > largestFile) && !keepAside(path))
+        return {};
     QSettings settings(path, QSettings::IniFormat);
     const QStringList readable = settings.allKeys(); // only this reads every line
-    if (settings.status() == QSettings::FormatError && keepAside(path))
-        for (const QString &key : readable)
-            settings.setValue(key, settings.value(key));
+    if (settings.status() != QSettings::FormatError)
+        return path;
+    if (!keepAside(path))
+        return {};
+    for (const QString &key : readable)
+        settings.setValue(key, settings.value(key));
     return path;
 }
 

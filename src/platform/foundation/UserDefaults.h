@@ -8,7 +8,8 @@ namespace orvel {
 
 // The user's small persisted values, in an INI file of the user's configuration folder. A write replaces the
 // file as a whole, so a process killed in the middle loses nothing that was stored before. A damaged file is
-// kept beside the new one as "<file>.damaged", with a line in the log. Main thread only.
+// kept beside the new one as "<file>.damaged", with a line in the log. When it can't be kept, it is not
+// touched, and values last as long as the process. Main thread only.
 class UserDefaults
 {
 public:

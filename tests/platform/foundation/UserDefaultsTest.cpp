@@ -1,5 +1,6 @@
 #include "platform/foundation/UserDefaults.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
@@ -80,4 +81,25 @@ TEST(UserDefaultsTest, KeepsADamagedFileAsideAndGoesOnWithWhatCouldBeRead)
     ASSERT_EQ(mkfifo(path.toUtf8(), 0600), 0);
     EXPECT_FALSE(UserDefaults(path).boolForKey("part"));
     EXPECT_TRUE(QFile::exists(aside));
+}
+
+TEST(UserDefaultsTest, LeavesADamagedFileAloneThatCannotBeKeptAside)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("orvel.ini");
+    ASSERT_EQ(mkfifo(path.toUtf8(), 0600), 0);
+    for (int number = 1; number <= 9; ++number)
+        QDir(folder.path()).mkpath("orvel.ini.damaged" + (number > 1 ? QString::number(number) : ""));
+    const auto keepsInMemory = [&] {
+        UserDefaults defaults(path);
+        defaults.setObject(true, "new");
+        return defaults.boolForKey("new") && !defaults.synchronise() && !defaults.boolForKey("part");
+    };
+    EXPECT_TRUE(keepsInMemory());
+    ASSERT_TRUE(QFile::remove(path));
+    const QByteArray damaged = "[General]\npart=1\n[Gen";
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.write(damaged) && file.seek(0));
+    EXPECT_TRUE(keepsInMemory());
+    EXPECT_EQ(file.readAll(), damaged);
 }
