@@ -26,8 +26,8 @@ public:
 using ReachabilityFactory = std::function<std::unique_ptr<Reachability>()>;
 
 // Asks the system (QNetworkInformation). Disconnected is not reachable; a connection that the system calls
-// cellular is cellular, any other is Wi-Fi; a machine that can't tell counts as reachable over Wi-Fi. The
-// monitor may be dropped inside its own notification.
+// cellular is cellular, any other is Wi-Fi. Without a service that knows (NetworkManager) the network's own
+// interfaces are asked. The monitor may be dropped inside its own notification.
 std::unique_ptr<Reachability> reachabilityForInternetConnection();
 
 // Always on Wi-Fi: for a station on this machine.

@@ -1,10 +1,21 @@
 #include "platform/net/SystemReachability.h"
 
 #include "platform/foundation/NotificationCentre.h"
+#include "platform/net/NetworkInterfaces.h"
 
 #include <QPointer>
+#include <QTimer>
+#include <chrono>
 
 namespace orvel {
+
+namespace {
+
+// The kernel gives up looking for a neighbour up to a second after the cable is back, and a connection that
+// is made meanwhile fails with it.
+constexpr std::chrono::seconds settlingTime{1};
+
+} // namespace
 
 SystemReachability::SystemReachability(std::function<Status()> status) : m_status(std::move(status)) {}
 
@@ -38,7 +49,7 @@ std::unique_ptr<Reachability> reachabilityForInternetConnection()
     QNetworkInformation::loadDefaultBackend();
     const QPointer<QNetworkInformation> system = QNetworkInformation::instance(); // gone with the application
     if (!system)
-        return reachabilityForLocalStation();
+        return reachabilityByInterfaces();
     auto monitor = std::make_unique<SystemReachability>([system] {
         return system ? SystemReachability::statusOf(system->reachability(), system->transportMedium())
                       : Reachability::Status::NotReachable;
@@ -46,6 +57,21 @@ std::unique_ptr<Reachability> reachabilityForInternetConnection()
     const auto check = [it = monitor.get()] { it->check(); };
     QObject::connect(system.get(), &QNetworkInformation::reachabilityChanged, monitor->context(), check);
     QObject::connect(system.get(), &QNetworkInformation::transportMediumChanged, monitor->context(), check);
+    return monitor;
+}
+
+std::unique_ptr<Reachability> reachabilityByInterfaces()
+{
+    auto monitor = std::make_unique<SystemReachability>([] {
+        return hasNetworkInterface() ? Reachability::Status::WiFi : Reachability::Status::NotReachable;
+    });
+    watchNetworkInterfaces(*monitor->context(), [it = monitor.get()] {
+        const auto check = [it] { it->check(); };
+        if (it->isReachable())
+            QTimer::singleShot(settlingTime, it->context(), check);
+        else
+            check();
+    });
     return monitor;
 }
 

@@ -33,4 +33,8 @@ private:
     QObject m_context;
 };
 
+// Asks the kernel about the network's interfaces. Any that is up is Wi-Fi. A loss is posted at once, a return
+// after a second.
+std::unique_ptr<Reachability> reachabilityByInterfaces();
+
 } // namespace orvel

@@ -1,9 +1,12 @@
 #include "platform/foundation/NotificationCentre.h"
+#include "platform/net/OwnNetwork.h"
 #include "platform/net/SystemReachability.h"
+#include "support/TestLoop.h"
 
 #include <gtest/gtest.h>
 
 using namespace orvel;
+using namespace orvel::test;
 using Status = Reachability::Status;
 using Reach = QNetworkInformation::Reachability;
 using Medium = QNetworkInformation::TransportMedium;
@@ -45,6 +48,34 @@ TEST(ReachabilityTest, PostsChangesWhileStartedAndMayBeDroppedMeanwhile)
     monitor->startNotifier();
     EXPECT_EQ(changeTo(Status::NotReachable), 2);
     EXPECT_FALSE(monitor);
+    centre.removeObserver(&posted);
+}
+
+TEST(ReachabilityTest, NoticesAnUnpluggedCable)
+{
+    const OwnNetwork network;
+    if (!network.isUsed() || !network.plugInCable())
+        GTEST_SKIP() << "a network of its own needs root and iproute2";
+    const auto monitor = reachabilityByInterfaces();
+    ASSERT_TRUE(waitUntil([&] { return monitor->isReachable(); }));
+    monitor->startNotifier();
+    int posted = 0;
+    NotificationCentre &centre = NotificationCentre::defaultCentre();
+    centre.addObserver(&posted, Reachability::changedNotification, [&](const Notification &) { ++posted; });
+    const struct
+    {
+        const char *command;
+        Status status;
+    } steps[] = {{"ip link set wall down", Status::NotReachable},
+                 {"ip link set wall up", Status::WiFi},
+                 {"ip addr flush dev cable scope global", Status::NotReachable}};
+    int changes = 0;
+    for (const auto &[command, status] : steps) {
+        ASSERT_TRUE(OwnNetwork::run(command));
+        ++changes;
+        EXPECT_TRUE(waitUntil([&] { return posted == changes; })) << command;
+        EXPECT_EQ(monitor->currentReachabilityStatus(), status) << command;
+    }
     centre.removeObserver(&posted);
 }
 

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QProcess>
+#include <fcntl.h>
+#include <sched.h>
+#include <unistd.h>
+
+namespace orvel::test {
+
+// A network for the calling thread alone, empty until a cable is plugged in. Root may make one.
+class OwnNetwork
+{
+public:
+    OwnNetwork() : m_isUsed(::unshare(CLONE_NEWNET) == 0) {}
+    ~OwnNetwork()
+    {
+        if (m_isUsed)
+            ::setns(m_before, CLONE_NEWNET);
+        ::close(m_before);
+    }
+    OwnNetwork(const OwnNetwork &) = delete;
+    OwnNetwork &operator=(const OwnNetwork &) = delete;
+
+    bool isUsed() const { return m_isUsed; }
+    // One of an address, whose other end is called "wall".
+    bool plugInCable() const
+    {
+        return run("ip link add cable type veth peer name wall && ip link set wall up && "
+                   "ip addr add 10.9.8.7/24 dev cable && ip link set cable up");
+    }
+    static bool run(const char *command)
+    {
+        return QProcess::execute(QStringLiteral("sh"),
+                                 {QStringLiteral("-c"), QString::fromLatin1(command)}) == 0;
+    }
+
+private:
+    const int m_before = ::open("/proc/self/ns/net", O_RDONLY | O_CLOEXEC);
+    const bool m_isUsed;
+};
+
+} // namespace orvel::test
