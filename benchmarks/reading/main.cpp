@@ -83,7 +83,7 @@ int main(int argc, char *argv[])
     }
     MainQueue::open();
     RunLoop::main();
-    UrlRequest request{.url = *url};
+    UrlRequest request{.url = *url, .acceptsBareAnswer = true};
     request.headers.set(QStringLiteral("Icy-Metadata"), QStringLiteral("1"));
     UrlConnection::start(request, std::make_shared<Reader>(arguments.value(2) == QLatin1String("frames")));
     const int result = QCoreApplication::exec();

@@ -120,6 +120,6 @@ TEST_F(PostDataTest, TellsWhyARequestFailed)
     const auto ask = [this](const char *path) {
         return run([path](PostData &post) { post.postGetSecondSection(path); })->message;
     };
-    EXPECT_EQ(ask("show"), "Could not connect to the server.");
-    EXPECT_EQ(ask("search/deux mots"), "unsupported URL");
+    EXPECT_EQ(ask("show"), "Le serveur ne répond pas.");
+    EXPECT_EQ(ask("search/deux mots"), "L'adresse demandée n'est pas valable.");
 }

@@ -151,6 +151,8 @@ bool ScriptedServer::run(const Step &step, int socket)
 {
     if (const auto *const it = std::get_if<Send>(&step))
         return send(socket, it->bytes);
+    if (std::holds_alternative<NextRequest>(step))
+        return readRequest(socket);
     if (const auto *const it = std::get_if<Pause>(&step))
         return sleep(it->seconds);
     if (std::holds_alternative<WaitForRelease>(step)) {

@@ -43,13 +43,17 @@ struct Close
 struct Reset
 {
 };
-using Step = std::variant<Send, SendForever, Pause, WaitForRelease, Stall, Close, Reset>;
+// Reads one more request on the same connection.
+struct NextRequest
+{
+};
+using Step = std::variant<Send, SendForever, Pause, NextRequest, WaitForRelease, Stall, Close, Reset>;
 using Script = std::vector<Step>;
 
 // The head of an answer. `fields` are whole lines ("icy-metaint: 8\r\n").
 QByteArray httpHead(const QByteArray &fields = {}, const QByteArray &statusLine = "HTTP/1.1 200 OK");
 
-// A server on 127.0.0.1 that reads one request a connection and then does what its script says, byte for
+// A server on 127.0.0.1 that reads a request on each connection and then does what its script says, byte for
 // byte. Threads of its own; any thread may ask. Going away ends every connection.
 class ScriptedServer
 {

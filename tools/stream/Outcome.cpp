@@ -9,22 +9,30 @@ Outcome outcomeOf(const NetError &error)
     using Code = NetError::Code;
     switch (error.code) {
     case Code::TimedOut:
-        return Outcome::failure(ExitCode::TimedOut, error.localizedDescription);
+        return Outcome::failure(ExitCode::TimedOut, QStringLiteral("The server was silent for too long."));
     case Code::UnsupportedUrl:
         return Outcome::failure(ExitCode::Refused,
                                 QStringLiteral("The server names an address that is not http or https."));
     case Code::TooManyRedirects:
         return Outcome::failure(ExitCode::Refused, QStringLiteral("The server redirects without end."));
+    case Code::Other:
+        return Outcome::failure(ExitCode::Refused, QStringLiteral("The server's answer could not be understood."));
     case Code::CannotWriteToFile:
         return Outcome::failure(ExitCode::CannotWrite, error.localizedDescription);
-    case Code::Cancelled:
     case Code::CannotFindHost:
+        return Outcome::failure(ExitCode::Unreachable, QStringLiteral("There is no such host."));
     case Code::CannotConnect:
+        return Outcome::failure(ExitCode::Unreachable, QStringLiteral("The server can't be reached."));
+    case Code::NotSecure:
+        return Outcome::failure(ExitCode::Unreachable,
+                                QStringLiteral("The server can't be reached by a secure connection."));
     case Code::ConnectionLost:
-    case Code::Other:
+        return Outcome::failure(ExitCode::Unreachable, QStringLiteral("The connection was lost."));
+    case Code::Cancelled:
+    case Code::NoNetwork:
         break;
     }
-    return Outcome::failure(ExitCode::Unreachable, error.localizedDescription);
+    return Outcome::failure(ExitCode::Unreachable, QStringLiteral("The network can't be reached."));
 }
 
 Outcome outcomeOfStatus(int statusCode)

@@ -35,7 +35,7 @@ void StreamConnection::requestPlaylist() { send({m_url}); }
 
 void StreamConnection::requestAudioStream()
 {
-    UrlRequest request{m_url};
+    UrlRequest request{.url = m_url, .acceptsBareAnswer = true};
     request.headers.set(QStringLiteral("Icy-Metadata"), QStringLiteral("1"));
     request.headers.set(QStringLiteral("Cache-Control"), QStringLiteral("no-cache"));
     // Sound is never packed: what claims to be could only unpack to a thousand times its size.

@@ -14,7 +14,7 @@ constexpr double timeout = 10; // seconds
 
 UrlRequest urlRequest(const Url &url, StreamRequest::Purpose purpose)
 {
-    UrlRequest request{.url = url, .idleTimeout = timeout};
+    UrlRequest request{.url = url, .idleTimeout = timeout, .acceptsBareAnswer = true};
     const bool wantsMetadata = purpose == StreamRequest::Purpose::Probe;
     request.headers.set(QStringLiteral("Icy-MetaData"),
                         wantsMetadata ? QStringLiteral("1") : QStringLiteral("0"));

@@ -16,7 +16,7 @@ namespace orvel {
 
 namespace {
 
-constexpr qsizetype mostBytes = 16 * 1024 * 1024;
+constexpr qsizetype maxBytes = 16 * 1024 * 1024;
 
 QByteArray formBody(const std::vector<std::pair<QString, QString>> &fields)
 {
@@ -40,12 +40,12 @@ public:
     void didReceiveResponse(UrlConnection &, const UrlResponse &it) override { response = it; }
     void didReceiveData(UrlConnection &connection, QByteArrayView bytes) override
     {
-        if (data.size() + bytes.size() <= mostBytes) {
+        if (data.size() + bytes.size() <= maxBytes) {
             data.append(bytes);
             return;
         }
         connection.cancel();
-        fail({NetError::Code::Other, QStringLiteral("The server's answer is too long.")});
+        fail({NetError::Code::Other, QStringLiteral("La réponse du serveur est trop longue.")});
     }
     void didFailWithError(UrlConnection &, const NetError &it) override { fail(it); }
     void connectionDidFinishLoading(UrlConnection &) override { end(); }
@@ -137,8 +137,7 @@ bool HttpRequest::Private::waitForAnswer(const Url &address)
     const auto answer = std::make_shared<Answer>();
     const auto connection =
         CurlConnection::start({.request = {.url = address, .headers = headers, .idleTimeout = 0},
-                               .method = method,
-                               .body = formBody(form)},
+                               .post = method == "POST" ? std::optional(formBody(form)) : std::nullopt},
                               answer);
     RunLoop &loop = RunLoop::main();
     const RunLoop::Token timer = loop.after(

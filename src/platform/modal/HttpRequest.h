@@ -29,6 +29,7 @@ public:
     explicit HttpRequest(const QString &url);
     ~HttpRequest();
 
+    // "GET", as it is unless set, or "POST".
     void setRequestMethod(const QByteArray &method);
     // For the whole transfer; 60 unless set.
     void setTimeOutSeconds(double seconds);

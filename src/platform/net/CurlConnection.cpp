@@ -11,7 +11,7 @@ namespace {
 // Enough to tell a bare ICY answer's status line, wherever the network split it.
 constexpr std::size_t firstChunkSize = 16;
 // Reading pauses when this much waits to be delivered (compressed bodies grow a thousandfold).
-constexpr std::size_t mostArrived = 1024 * 1024;
+constexpr std::size_t maxArrived = 1024 * 1024;
 
 } // namespace
 
@@ -27,9 +27,12 @@ std::shared_ptr<CurlConnection> CurlConnection::start(CurlDemand demand,
                                                       std::shared_ptr<UrlConnectionDelegate> delegate)
 {
     const auto connection = std::make_shared<CurlConnection>(std::move(demand), std::move(delegate));
-    connection->configure();
-    if (connection->m_loop->add(connection) != CURLM_OK) {
-        connection->ended(CURLE_FAILED_INIT);
+    CURLcode result = connection->configure();
+    if (connection->m_loop->add(connection) != CURLM_OK && result == CURLE_OK)
+        result = CURLE_FAILED_INIT;
+    if (result != CURLE_OK) {
+        connection->m_loop->stop(*connection);
+        connection->ended(result);
         connection->m_loop->deliverLater(connection);
     }
     return connection;
@@ -49,23 +52,37 @@ std::shared_ptr<CurlConnection> CurlConnection::self()
     return std::static_pointer_cast<CurlConnection>(shared_from_this());
 }
 
-void CurlConnection::configure()
+CURLcode CurlConnection::configure()
 {
-    CURL *const easy = m_easy.get();
-    m_headers = setUp(easy, m_demand, m_url);
-    curl_easy_setopt(easy, CURLOPT_PRIVATE, static_cast<CurlTransfer *>(this));
-    curl_easy_setopt(easy, CURLOPT_HEADERFUNCTION, &CurlConnection::onHeader);
-    curl_easy_setopt(easy, CURLOPT_HEADERDATA, this);
-    curl_easy_setopt(easy, CURLOPT_WRITEFUNCTION, &CurlConnection::onBody);
-    curl_easy_setopt(easy, CURLOPT_WRITEDATA, this);
+    CurlOptions options(m_easy.get());
+    m_headers = setUp(options, m_demand, m_url);
+    options.set(CURLOPT_PRIVATE, static_cast<CurlTransfer *>(this));
+    options.set(CURLOPT_PREREQFUNCTION, &CurlConnection::onRequest);
+    options.set(CURLOPT_PREREQDATA, this);
+    options.set(CURLOPT_HEADERFUNCTION, &CurlConnection::onHeader);
+    options.set(CURLOPT_HEADERDATA, this);
+    options.set(CURLOPT_WRITEFUNCTION, &CurlConnection::onBody);
+    options.set(CURLOPT_WRITEDATA, this);
     m_lastActivity = RunLoop::current().now();
     armIdleTimer(m_demand.request.idleTimeout);
+    return options.result();
+}
+
+int CurlConnection::onRequest(void *connection, char *, char *, int, int)
+{
+    auto &it = *static_cast<CurlConnection *>(connection);
+    // After a redirect curl may use a connection kept from earlier, and asks again when it was dead.
+    if (it.m_awaitsAnswer && it.m_demand.post)
+        return CURL_PREREQFUNC_ABORT;
+    it.m_awaitsAnswer = true;
+    return CURL_PREREQFUNC_OK;
 }
 
 std::size_t CurlConnection::onHeader(char *bytes, std::size_t, std::size_t count, void *connection)
 {
     auto &it = *static_cast<CurlConnection *>(connection);
-    if (!it.m_head.addLine({bytes, static_cast<qsizetype>(count)}))
+    it.m_awaitsAnswer = false;
+    if (!it.m_head.addLine({bytes, qsizetype(count)}))
         return 0;
     it.m_lastActivity = RunLoop::current().now();
     if (it.m_head.isFinal() && !it.m_headDelivered)
@@ -76,7 +93,7 @@ std::size_t CurlConnection::onHeader(char *bytes, std::size_t, std::size_t count
 std::size_t CurlConnection::onBody(char *bytes, std::size_t, std::size_t count, void *connection)
 {
     auto &it = *static_cast<CurlConnection *>(connection);
-    if (it.m_suspended || it.m_arrived.size() >= mostArrived) {
+    if (it.m_suspended || it.m_arrived.size() >= maxArrived) {
         it.m_readingPaused = true;
         return CURL_WRITEFUNC_PAUSE;
     }
@@ -92,7 +109,18 @@ void CurlConnection::ended(CURLcode result)
     RunLoop::current().cancel(m_idleTimer);
     if (result == CURLE_OK)
         m_head.bodyBegins();
-    m_end = End{result == CURLE_OK ? std::nullopt : std::optional(netError(result))};
+    m_end = End{result == CURLE_OK ? std::nullopt : std::optional(errorOf(result))};
+}
+
+NetError CurlConnection::errorOf(CURLcode result) const
+{
+    // Our own refusal to ask again.
+    if (result == CURLE_ABORTED_BY_CALLBACK)
+        return netError(NetError::Code::ConnectionLost);
+    // What came was no answer of HTTP; else it is a redirect's address that is not.
+    if (result == CURLE_UNSUPPORTED_PROTOCOL && m_awaitsAnswer)
+        return netError(NetError::Code::Other);
+    return netError(result, m_easy.get());
 }
 
 void CurlConnection::deliver()
@@ -117,7 +145,7 @@ bool CurlConnection::deliverNext()
     if (!m_arrived.empty() && (m_dataDelivered || m_arrived.size() >= firstChunkSize || m_end)) {
         m_dataDelivered = true;
         m_arrived.swap(m_delivered);
-        delegate->didReceiveData(*this, {m_delivered.data(), static_cast<qsizetype>(m_delivered.size())});
+        delegate->didReceiveData(*this, {m_delivered.data(), qsizetype(m_delivered.size())});
         m_delivered.clear();
         if (!m_suspended)
             continueReading();

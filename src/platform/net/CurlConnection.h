@@ -37,10 +37,12 @@ private:
     {
         std::optional<NetError> error;
     };
+    static int onRequest(void *connection, char *, char *, int, int);
     static std::size_t onHeader(char *bytes, std::size_t, std::size_t count, void *connection);
     static std::size_t onBody(char *bytes, std::size_t, std::size_t count, void *connection);
     std::shared_ptr<CurlConnection> self();
-    void configure();
+    CURLcode configure();
+    NetError errorOf(CURLcode result) const;
     bool deliverNext();
     void continueReading();
     void armIdleTimer(double seconds);
@@ -57,7 +59,8 @@ private:
     HeadReader m_head;
     std::vector<char> m_arrived;
     std::vector<char> m_delivered;
-    std::optional<End> m_end; // not delivered yet
+    std::optional<End> m_end;    // not delivered yet
+    bool m_awaitsAnswer = false; // a request is out, and no line of its answer has come
     bool m_headDelivered = false;
     bool m_dataDelivered = false;
     bool m_delivering = false;

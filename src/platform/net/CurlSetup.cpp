@@ -5,14 +5,15 @@ namespace orvel {
 namespace {
 
 constexpr long bufferSize = 64 * 1024;
-constexpr long mostRedirects = 20;
+constexpr long maxRedirects = 20;
 
-void append(CurlList &list, const QByteArray &line)
+// False when there is no memory left.
+bool append(CurlList &list, const QByteArray &line)
 {
-    if (curl_slist *longer = curl_slist_append(list.get(), line.constData())) {
-        static_cast<void>(list.release());
-        list.reset(longer);
-    }
+    curl_slist *const longer = curl_slist_append(list.get(), line.constData());
+    if (longer && !list)
+        list.reset(longer); // else the list's head stays what it was
+    return longer != nullptr;
 }
 
 // A line end or a zero inside a field would begin another one.
@@ -23,18 +24,19 @@ QByteArray wireText(const QString &text)
     return bytes;
 }
 
+// nullptr when there is no memory left.
 CurlList headerList(const HeaderFields &fields)
 {
     CurlList list;
+    bool isWhole = append(list, "Expect:"); // never asks the server for leave to send a body
+    if (!fields.value(QStringLiteral("Content-Type")))
+        isWhole = append(list, "Content-Type:") && isWhole; // none is made up
     for (const HeaderFields::Field &field : fields.fields()) {
         const QByteArray value = wireText(field.value);
-        append(list,
-               wireText(field.name) + (value.isEmpty() ? ";" : ": " + value)); // ";": sent without a value
+        // ";": sent without a value
+        isWhole = append(list, wireText(field.name) + (value.isEmpty() ? ";" : ": " + value)) && isWhole;
     }
-    append(list, "Expect:"); // never asks the server for leave to send a body
-    if (!fields.value(QStringLiteral("Content-Type")))
-        append(list, "Content-Type:"); // none is made up
-    return list;
+    return isWhole ? std::move(list) : CurlList();
 }
 
 // A station on this machine is never behind the user's proxy.
@@ -45,42 +47,53 @@ QByteArray hostsWithoutProxy()
     return users == "*" ? users : "127.0.0.1,localhost," + users;
 }
 
-void setMethod(CURL *easy, const CurlDemand &demand)
+void setMethod(CurlOptions &options, const std::optional<QByteArray> &post)
 {
-    if (demand.method == "GET") {
-        curl_easy_setopt(easy, CURLOPT_HTTPGET, 1L);
+    if (!post)
         return;
-    }
-    curl_easy_setopt(easy, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(demand.body.size()));
-    curl_easy_setopt(easy, CURLOPT_POSTFIELDS, demand.body.constData());
-    if (demand.method != "POST")
-        curl_easy_setopt(easy, CURLOPT_CUSTOMREQUEST, demand.method.constData());
+    options.set(CURLOPT_POST, 1L);
+    options.set(CURLOPT_POSTFIELDSIZE_LARGE, curl_off_t(post->size()));
+    options.set(CURLOPT_POSTFIELDS, post->constData());
+    options.set(CURLOPT_FRESH_CONNECT, 1L);
+}
+
+// Redirects are followed with all header fields, to any host: a signature proves the request's path and time,
+// and holds no key.
+void setRedirects(CurlOptions &options, const CurlDemand &demand, const QByteArray &url)
+{
+    // What was posted under encryption is not posted again in the clear.
+    const bool mustStaySecure = demand.post && url.toLower().startsWith("https:");
+    options.set(CURLOPT_REDIR_PROTOCOLS_STR, mustStaySecure ? "https" : "http,https");
+    options.set(CURLOPT_FOLLOWLOCATION, 1L);
+    options.set(CURLOPT_MAXREDIRS, maxRedirects);
+    // 307 and 308 keep the method anyway; 303 asks for a GET.
+    options.set(CURLOPT_POSTREDIR, long(CURL_REDIR_POST_301 | CURL_REDIR_POST_302));
 }
 
 } // namespace
 
-CurlList setUp(CURL *easy, const CurlDemand &demand, const QByteArray &url)
+CurlList setUp(CurlOptions &options, const CurlDemand &demand, const QByteArray &url)
 {
-    curl_easy_setopt(easy, CURLOPT_URL, url.constData());
-    curl_easy_setopt(easy, CURLOPT_PATH_AS_IS, 1L); // what was signed is what is sent
-    curl_easy_setopt(easy, CURLOPT_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(easy, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
-    curl_easy_setopt(easy, CURLOPT_FOLLOWLOCATION, 1L);
-    curl_easy_setopt(easy, CURLOPT_MAXREDIRS, mostRedirects);
+    options.set(CURLOPT_URL, url.constData());
+    options.set(CURLOPT_PATH_AS_IS, 1L); // what was signed is what is sent
+    options.set(CURLOPT_PROTOCOLS_STR, "http,https");
+    setRedirects(options, demand, url);
     // An endless stream shares its connection with nothing.
-    curl_easy_setopt(easy, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-    curl_easy_setopt(easy, CURLOPT_HTTP09_ALLOWED, 1L); // "ICY 200 OK" is a body to curl
+    options.set(CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_1_1));
+    options.set(CURLOPT_HTTP09_ALLOWED,
+                long(demand.request.acceptsBareAnswer)); // "ICY 200 OK" is a body to curl
     if (!demand.request.headers.value(QStringLiteral("Accept-Encoding")))
-        curl_easy_setopt(easy, CURLOPT_ACCEPT_ENCODING, "gzip");
-    curl_easy_setopt(easy, CURLOPT_BUFFERSIZE, bufferSize);
-    curl_easy_setopt(easy, CURLOPT_NOPROXY, hostsWithoutProxy().constData());
-    curl_easy_setopt(easy, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+        options.set(CURLOPT_ACCEPT_ENCODING, "gzip");
+    options.set(CURLOPT_BUFFERSIZE, bufferSize);
+    options.set(CURLOPT_NOPROXY, hostsWithoutProxy().constData());
+    options.set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     // Giving up during a name's resolution must not wait for the resolver's thread.
-    curl_easy_setopt(easy, CURLOPT_QUICK_EXIT, 1L);
-    curl_easy_setopt(easy, CURLOPT_NOSIGNAL, 1L);
-    setMethod(easy, demand);
+    options.set(CURLOPT_QUICK_EXIT, 1L);
+    options.set(CURLOPT_NOSIGNAL, 1L);
+    setMethod(options, demand.post);
     CurlList headers = headerList(demand.request.headers);
-    curl_easy_setopt(easy, CURLOPT_HTTPHEADER, headers.get());
+    options.note(headers ? CURLE_OK : CURLE_OUT_OF_MEMORY);
+    options.set(CURLOPT_HTTPHEADER, headers.get());
     return headers;
 }
 

@@ -1,22 +1,24 @@
 #pragma once
 
 #include "platform/net/CurlHandles.h"
+#include "platform/net/CurlOptions.h"
 #include "platform/net/UrlRequest.h"
 
 #include <QByteArray>
+#include <optional>
 
 namespace orvel {
 
-// What a connection asks of the server: a GET unless said otherwise.
+// What a connection asks of the server: a GET, or a POST of this body. A POST is sent once, and never on a
+// connection kept from earlier.
 struct CurlDemand
 {
     UrlRequest request;
-    QByteArray method = QByteArrayLiteral("GET");
-    QByteArray body{}; // of a POST or another method that takes one
+    std::optional<QByteArray> post{};
 };
 
-// Tells `easy` what to ask for and under which rules; the callbacks are the connection's business. Returns
-// the header list, which must live as long as the transfer, as must the demand.
-CurlList setUp(CURL *easy, const CurlDemand &demand, const QByteArray &url);
+// Sets what to ask for and under which rules; the callbacks are the connection's business. Returns the header
+// list, which must live as long as the transfer, as must the demand.
+CurlList setUp(CurlOptions &options, const CurlDemand &demand, const QByteArray &url);
 
 } // namespace orvel

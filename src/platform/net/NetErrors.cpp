@@ -1,44 +1,67 @@
 #include "platform/net/NetErrors.h"
 
+#include "platform/foundation/Log.h"
+#include "platform/net/NetworkInterfaces.h"
+
+#include <cerrno>
+
 namespace orvel {
 
-NetError netError(NetError::Code code)
+namespace {
+
+using Code = NetError::Code;
+
+QString sentence(Code code)
 {
-    using Code = NetError::Code;
     switch (code) {
     case Code::Cancelled:
-        return {code, QStringLiteral("The request was cancelled.")};
+        return QStringLiteral("La requête a été annulée.");
     case Code::TimedOut:
-        return {code, QStringLiteral("The request timed out.")};
+        return QStringLiteral("Le serveur met trop de temps à répondre.");
     case Code::CannotFindHost:
-        return {code, QStringLiteral("A server with the specified hostname could not be found.")};
+        return QStringLiteral("Le serveur est introuvable.");
     case Code::CannotConnect:
-        return {code, QStringLiteral("Could not connect to the server.")};
+        return QStringLiteral("Le serveur ne répond pas.");
+    case Code::NoNetwork:
+        return QStringLiteral("Il n'y a pas de connexion à Internet.");
     case Code::ConnectionLost:
-        return {code, QStringLiteral("The network connection was lost.")};
+        return QStringLiteral("La connexion au serveur a été perdue.");
     case Code::UnsupportedUrl:
-        return {code, QStringLiteral("unsupported URL")};
+        return QStringLiteral("L'adresse demandée n'est pas valable.");
     case Code::TooManyRedirects:
-        return {code, QStringLiteral("too many HTTP redirects")};
+        return QStringLiteral("Le serveur renvoie sans fin d'une adresse à une autre.");
+    case Code::NotSecure:
+        return QStringLiteral("La connexion n'est pas sûre : le certificat du serveur n'est pas valable.");
     case Code::CannotWriteToFile:
-        return {code, QStringLiteral("The file could not be written.")};
+        return QStringLiteral("Le fichier n'a pas pu être enregistré.");
     case Code::Other:
         break;
     }
-    return {code, QStringLiteral("The server's answer could not be understood.")};
+    return QStringLiteral("La réponse du serveur est incompréhensible.");
 }
 
-NetError netError(CURLcode result)
+// Whether it is this machine that reaches nobody. A name can't be resolved then either.
+bool isWithoutNetwork(CURLcode result, CURL *easy)
 {
-    using Code = NetError::Code;
+    long systemError = 0;
+    curl_easy_getinfo(easy, CURLINFO_OS_ERRNO, &systemError);
+    return systemError == ENETUNREACH || (result == CURLE_COULDNT_RESOLVE_HOST && !hasNetworkInterface());
+}
+
+} // namespace
+
+NetError netError(Code code) { return {code, sentence(code)}; }
+
+NetError netError(CURLcode result, CURL *easy)
+{
     switch (result) {
     case CURLE_OPERATION_TIMEDOUT:
         return netError(Code::TimedOut);
     case CURLE_COULDNT_RESOLVE_HOST:
     case CURLE_COULDNT_RESOLVE_PROXY:
-        return netError(Code::CannotFindHost);
+        return netError(isWithoutNetwork(result, easy) ? Code::NoNetwork : Code::CannotFindHost);
     case CURLE_COULDNT_CONNECT:
-        return netError(Code::CannotConnect);
+        return netError(isWithoutNetwork(result, easy) ? Code::NoNetwork : Code::CannotConnect);
     case CURLE_RECV_ERROR:
     case CURLE_SEND_ERROR:
     case CURLE_GOT_NOTHING:
@@ -50,17 +73,12 @@ NetError netError(CURLcode result)
     case CURLE_TOO_MANY_REDIRECTS:
         return netError(Code::TooManyRedirects);
     case CURLE_PEER_FAILED_VERIFICATION:
+        return netError(Code::NotSecure);
     case CURLE_SSL_CONNECT_ERROR:
-        return {Code::Other,
-                QStringLiteral(
-                    "An SSL error has occurred and a secure connection to the server cannot be made.")};
-    case CURLE_WRITE_ERROR:   // a header over its bounds, ours
-    case CURLE_OUT_OF_MEMORY: // or curl's
-    case CURLE_WEIRD_SERVER_REPLY:
-    case CURLE_BAD_CONTENT_ENCODING:
+        return {Code::NotSecure, QStringLiteral("La connexion sécurisée au serveur a échoué.")};
+    default: // an answer over its bounds or badly packed, no memory
+        qCWarning(logNet) << "A transfer failed:" << curl_easy_strerror(result);
         return netError(Code::Other);
-    default:
-        return {Code::Other, QString::fromLatin1(curl_easy_strerror(result)) + u'.'};
     }
 }
 

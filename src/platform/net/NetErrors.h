@@ -7,6 +7,7 @@
 namespace orvel {
 
 NetError netError(NetError::Code code);
-NetError netError(CURLcode result);
+// Of a transfer that has ended with this result (not CURLE_OK).
+NetError netError(CURLcode result, CURL *easy);
 
 } // namespace orvel

@@ -26,9 +26,8 @@ public:
 };
 
 // An asynchronous GET over http or https, also after redirects (at most 20), with nothing cached, and with
-// gzip undone unless the request's own "Accept-Encoding" says otherwise. The answer "ICY 200 OK" of old
-// streaming servers arrives as a body from its first byte. The connection keeps itself and its delegate alive
-// until it has ended or was cancelled.
+// gzip undone unless the request's own "Accept-Encoding" says otherwise. The connection keeps itself and its
+// delegate alive until it has ended or was cancelled.
 class UrlConnection : public std::enable_shared_from_this<UrlConnection>
 {
 public:

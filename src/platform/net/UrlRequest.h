@@ -5,13 +5,16 @@
 
 namespace orvel {
 
-// A GET to make: where, with which headers, and after how many seconds without a byte (of the head: without a
-// whole line) it has failed (0: never).
+// A GET to make.
 struct UrlRequest
 {
     Url url;
     HeaderFields headers{};
+    // Seconds without a byte (of the head: without a whole line) after which it has failed. 0: never.
     double idleTimeout = 60;
+    // Takes an answer without a head as a body from its first byte on, as old streaming servers begin theirs
+    // with "ICY 200 OK". For live streams only: anywhere else it is not an answer.
+    bool acceptsBareAnswer = false;
 };
 
 // The head of an answer. A bare ICY answer has status code 0 and no headers: its head is in the body.
@@ -29,14 +32,16 @@ struct NetError
         TimedOut,
         CannotFindHost,
         CannotConnect,
+        NoNetwork,
         ConnectionLost,
         UnsupportedUrl,
         TooManyRedirects,
+        NotSecure,
         CannotWriteToFile,
         Other
     };
     Code code = Code::Other;
-    QString localizedDescription;
+    QString localizedDescription; // French
 };
 
 } // namespace orvel

@@ -134,7 +134,7 @@ TEST_F(StreamRecorderTest, EndsWithTheConnectionsError)
     const ScriptedServer server({Send{head}, Send{noise(100'000)}, Pause{0.1}, Reset{}});
     start(server.url(), "take");
     ASSERT_TRUE(waitUntil([&] { return !m_errors.isEmpty(); }));
-    EXPECT_EQ(m_errors, QStringList("The network connection was lost."));
+    EXPECT_EQ(m_errors, QStringList("La connexion au serveur a été perdue."));
     EXPECT_FALSE(m_recorder->isRecording());
     EXPECT_TRUE(waitUntil([&] { return !isWriting(); }));
     EXPECT_EQ(files(), QStringList());

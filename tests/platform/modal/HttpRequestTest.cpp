@@ -3,6 +3,7 @@
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/RunLoop.h"
 #include "platform/modal/InputGate.h"
+#include "platform/net/NetworkInterfaces.h"
 #include "support/ScriptedServer.h"
 #include "support/TestLoop.h"
 
@@ -88,6 +89,43 @@ TEST(HttpRequestTest, PostsHeadersAndForm)
     EXPECT_TRUE(sent.endsWith("\r\n\r\nname=Zo%C3%A9%20%26%20Cie&e%20mail=a%2Bb%3Dc%40d.fr"));
 }
 
+TEST(HttpRequestTest, KeepsItsMethodAndBodyOverARedirect)
+{
+    for (const QByteArray status : {"301", "302", "307", "308", "303"}) {
+        const ScriptedServer server(
+            {Script{Send{httpHead("Location: {server}/moved\r\n", "HTTP/1.1 " + status + " Moved")}},
+             Script{Send{httpHead() + "text"}}});
+        const auto screen = std::make_shared<Screen>();
+        const auto request = post(server.url(), screen);
+        request->addRequestHeader("X-Public-Key", "key");
+        request->addPostValue("Zoé", "name");
+        ASSERT_TRUE(isAnswered(request, screen));
+        EXPECT_EQ(screen->text, "text");
+        const QByteArray sent = server.requests().at(1);
+        EXPECT_TRUE(sent.startsWith(status == "303" ? "GET /moved" : "POST /moved")) << sent.constData();
+        EXPECT_EQ(sent.contains("\r\n\r\nname=Zo%C3%A9"), status != "303") << sent.constData();
+        EXPECT_TRUE(sent.contains("\r\nX-Public-Key: key\r\n")) << sent.constData();
+    }
+}
+
+TEST(HttpRequestTest, IsNeverPostedTwice)
+{
+    const QByteArray moved = httpHead("Location: /\r\nContent-Length: 0\r\n", "HTTP/1.1 307 Moved");
+    // Each keeps its connection, and closes it at the next request without an answer.
+    const ScriptedServer server({Script{Send{httpHead("Content-Length: 4\r\n") + "page"}, NextRequest{}},
+                                 Script{Send{moved}, NextRequest{}}, Script{Send{httpHead() + "again"}}});
+    const auto screen = std::make_shared<Screen>();
+    const auto page = post(server.url(), screen);
+    page->setRequestMethod("GET");
+    ASSERT_TRUE(isAnswered(page, screen));
+    EXPECT_EQ(screen->text, "page");
+    const auto posting = std::make_shared<Screen>();
+    ASSERT_TRUE(isAnswered(post(server.url(), posting), posting));
+    EXPECT_EQ(posting->failure, "La connexion au serveur a été perdue.");
+    EXPECT_EQ(server.requestCount(), 3u);
+    EXPECT_TRUE(server.requests().back().startsWith("POST"));
+}
+
 TEST(HttpRequestTest, ReadsTheBodyAsText)
 {
     struct
@@ -119,21 +157,23 @@ TEST(HttpRequestTest, FailsWithATextForPeople)
         Script script;
         QString failure;
     } const cases[] = {
-        {"http://127.0.0.1/search/two words", {}, "unsupported URL"},
-        {"file:///etc/hostname", {}, "unsupported URL"},
-        {"http://127.0.0.1:1/", {}, "Could not connect to the server."},
+        {"http://127.0.0.1/search/two words", {}, "L'adresse demandée n'est pas valable."},
+        {"file:///etc/hostname", {}, "L'adresse demandée n'est pas valable."},
+        {"http://127.0.0.1:1/", {}, "Le serveur ne répond pas."},
         {"http://" + QString("aa.").repeated(130) + "invalid/", // too long for any
          {},
-         "A server with the specified hostname could not be found."},
+         hasNetworkInterface() ? "Le serveur est introuvable." : "Il n'y a pas de connexion à Internet."},
         // Keeps sending, so that it is never idle.
-        {{}, {Send{httpHead()}, SendForever{"x", 0.01}}, "The request timed out."},
-        {{}, {Send{httpHead()}, SendForever{QByteArray(1 << 20, 'x')}}, "The server's answer is too long."},
+        {{}, {Send{httpHead()}, SendForever{"x", 0.01}}, "Le serveur met trop de temps à répondre."},
+        {{},
+         {Send{httpHead()}, SendForever{QByteArray(1 << 20, 'x')}},
+         "La réponse du serveur est trop longue."},
     };
     for (const auto &it : cases) {
         const ScriptedServer server(it.script);
         const auto screen = std::make_shared<Screen>();
         const auto request = post(it.url.isNull() ? server.url() : it.url, screen);
-        request->setTimeOutSeconds(it.failure.contains("timed out") ? 0.2 : 60);
+        request->setTimeOutSeconds(it.failure.contains("temps") ? 0.2 : 60);
         ASSERT_TRUE(isAnswered(request, screen));
         EXPECT_EQ(screen->failure, it.failure);
         EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
@@ -150,18 +190,20 @@ TEST(HttpRequestTest, WaitsWhileTheRestGoesOn)
     bool secondReturned = false;
     runSoon(post(server.url(), first), [&] { firstReturned = first->isAnswered(); });
     runSoon(post(server.url(), second), [&] { secondReturned = second->isAnswered() && firstReturned; });
-    bool beat = false;
-    RunLoop::main().after(
-        0.02,
+    RunLoop::Token beat = 0;
+    beat = RunLoop::main().every(
+        0.01,
         [&] {
-            beat = true;
+            if (server.requestCount() == 0)
+                return;
+            RunLoop::main().cancel(std::exchange(beat, 0));
             EXPECT_TRUE(InputGate::shared().isHeld());
             EXPECT_EQ(server.requestCount(), 1u);
             MainQueue::async([&] { server.release(); });
         },
         RunLoop::Lane::Service);
     ASSERT_TRUE(waitUntil([&] { return secondReturned; }));
-    EXPECT_TRUE(beat);
+    EXPECT_EQ(beat, 0u);
     EXPECT_EQ(first->text + ' ' + second->text, "first second");
     EXPECT_TRUE(first->inputWasHeld);
     EXPECT_FALSE(InputGate::shared().isHeld());

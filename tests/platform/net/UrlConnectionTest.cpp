@@ -1,6 +1,9 @@
 #include "platform/net/UrlConnection.h"
 
 #include "platform/foundation/RunLoop.h"
+#include "platform/net/CurlHandles.h"
+#include "platform/net/CurlOptions.h"
+#include "platform/net/OwnNetwork.h"
 #include "support/ScriptedServer.h"
 #include "support/TestLoop.h"
 
@@ -60,9 +63,12 @@ struct RecordingDelegate : UrlConnectionDelegate
 };
 
 std::shared_ptr<UrlConnection> start(const QString &url, const std::shared_ptr<RecordingDelegate> &delegate,
-                                     double idleTimeout = 60)
+                                     double idleTimeout = 60, bool acceptsBareAnswer = false)
 {
-    return UrlConnection::start({.url = Url::fromText(url).value(), .idleTimeout = idleTimeout}, delegate);
+    return UrlConnection::start({.url = Url::fromText(url).value(),
+                                 .idleTimeout = idleTimeout,
+                                 .acceptsBareAnswer = acceptsBareAnswer},
+                                delegate);
 }
 
 void restFor(double seconds)
@@ -87,6 +93,7 @@ TEST(UrlConnectionTest, DeliversAnAnswerByItsHeadItsBodyAndItsEnd)
         QByteArray body{};
         int status = 200;
         std::optional<Code> error{};
+        bool acceptsBareAnswer = true;
     } cases[] = {
         {"short", {{Send{httpHead()}, Send{"short"}}}, "short"},
         {"in pieces",
@@ -102,17 +109,32 @@ TEST(UrlConnectionTest, DeliversAnAnswerByItsHeadItsBodyAndItsEnd)
          {{Send{icy.left(2)}, Pause{0.03}, Send{icy.mid(2, 10)}, Pause{0.03}, Send{icy.mid(12)}}},
          icy,
          0},
+        {"bare, but not from a stream", {{toOther}, {Send{icy}}}, {}, 0, Code::Other, false},
+        {"redirect to no web address",
+         {{Send{httpHead("Location: ftp://{server}/\r\n", "HTTP/1.1 302 Found")}}},
+         {},
+         0,
+         Code::UnsupportedUrl},
         {"packed", {{Send{packedHead + gzipped}}}, "Bonjour"},
         {"badly packed", {{Send{packedHead + "no gzip at all"}}}, {}, 200, Code::Other},
         {"cut", {{Send{httpHead("Content-Length: 99\r\n") + "part"}}}, "part", 200, Code::ConnectionLost},
-        {"reset", {{Send{httpHead() + "part"}, Pause{0.05}, Reset{}}}, "part", 200, Code::ConnectionLost},
+        {"reset",
+         {{Send{httpHead() + "the part that came"}, WaitForRelease{}, Reset{}}},
+         "the part that came",
+         200,
+         Code::ConnectionLost},
         {"nothing at all", {{Close{}}}, {}, 0, Code::ConnectionLost},
     };
     for (const auto &it : cases) {
         SCOPED_TRACE(it.name);
-        const ScriptedServer server(it.answers);
+        ScriptedServer server(it.answers);
         const auto delegate = std::make_shared<RecordingDelegate>();
-        const std::weak_ptr connection = start(server.url(), delegate); // keeps itself
+        delegate->also = [&](UrlConnection &, const QString &event) {
+            if (event == "data")
+                server.release();
+        };
+        const std::weak_ptr connection =
+            start(server.url(), delegate, 60, it.acceptsBareAnswer); // keeps itself
         EXPECT_EQ(delegate->events.size(), 1) << "delivered inside start()";
         ASSERT_TRUE(waitUntil([&] { return delegate->isOver; }));
         letEventsRun();
@@ -130,6 +152,33 @@ TEST(UrlConnectionTest, DeliversAnAnswerByItsHeadItsBodyAndItsEnd)
         EXPECT_TRUE(connection.expired());
         EXPECT_EQ(delegate.use_count(), 1);
     }
+}
+
+TEST(UrlConnectionTest, SaysThatThereIsNoNetwork)
+{
+    const OwnNetwork network;
+    if (!network.isUsed())
+        GTEST_SKIP() << "a network of its own needs root";
+    for (const char *url : {"http://10.1.2.3/", "http://orvel.invalid/"}) {
+        const auto delegate = std::make_shared<RecordingDelegate>();
+        start(url, delegate);
+        ASSERT_TRUE(waitUntil([&] { return delegate->isOver; }));
+        EXPECT_EQ(delegate->error->code, Code::NoNetwork) << url;
+    }
+}
+
+TEST(UrlConnectionTest, DoesNotBeginWithoutOneOfItsOptions)
+{
+    const CurlEasy easy(curl_easy_init());
+    CurlOptions options(easy.get());
+    options.set(CURLOPT_MAXREDIRS, -2L);
+    options.set(CURLOPT_NOSIGNAL, 1L);
+    EXPECT_EQ(options.result(), CURLE_BAD_FUNCTION_ARGUMENT);
+
+    const auto delegate = std::make_shared<RecordingDelegate>();
+    start("http://127.0.0.1/" + QString(8'000'000, u'x'), delegate); // curl takes no longer one
+    ASSERT_TRUE(waitUntil([&] { return delegate->isOver; }));
+    EXPECT_EQ(delegate->error->code, Code::Other);
 }
 
 TEST(UrlConnectionTest, SendsAndReadsHeaderFields)
