@@ -5,8 +5,9 @@ import Orvel.Kit
 import Orvel.Table
 
 // Draws a table: its elements in view at their places, under the user's finger, wheel or keys. It writes the frame and the
-// content offset back and follows the offset when the screen sets it.
-Flickable {
+// content offset back, follows the offset when the screen sets it, and glides where the screen wants it to. It keeps the
+// keyboard while the row that had it is out of view.
+FocusScope {
     id: root
 
     required property TableViewOutlet outlet
@@ -17,17 +18,18 @@ Flickable {
 
     // Scrolls so far that the element and its neighbours can be seen.
     function reveal(top: real, height: real): void {
-        contentY = Math.max(0, Math.min(contentHeight - root.height, Math.max(top + 2 * height - root.height + bottomInset, Math.min(contentY, top - height))));
+        keys.reveal(top, height);
     }
 
-    contentWidth: width
-    contentHeight: outlet.contentHeight + bottomInset
-    flickableDirection: Flickable.VerticalFlick
-    boundsMovement: Flickable.FollowBoundsBehavior
-    clip: true
-    onContentYChanged: outlet.contentOffset = contentY
     Accessible.role: Accessible.List
+    Keys.onPressed: (event) => event.accepted = keys.press(event.key)
 
+    TableKeys {
+        id: keys
+        table: root.outlet
+        elements: flick.contentItem
+        bottomInset: root.bottomInset
+    }
     Binding {
         target: root.outlet
         property: "frame"
@@ -38,16 +40,40 @@ Flickable {
         target: root.outlet
 
         function onContentOffsetChanged() {
-            if (root.contentY !== root.outlet.contentOffset)
-                root.contentY = root.outlet.contentOffset;
+            if (flick.contentY === root.outlet.contentOffset)
+                return;
+            glide.stop();
+            flick.contentY = root.outlet.contentOffset;
+        }
+        function onScrollWanted(offset: real) {
+            glide.to = offset;
+            glide.restart();
         }
     }
-    T.ScrollBar.vertical: ThinScrollBar {
-        id: bar
+    NumberAnimation {
+        id: glide
+        target: flick
+        property: "contentY"
+        duration: Theme.slide
+        easing.type: Easing.OutCubic
     }
+    Flickable {
+        id: flick
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: root.outlet.contentHeight + root.bottomInset
+        flickableDirection: Flickable.VerticalFlick
+        boundsMovement: Flickable.FollowBoundsBehavior
+        clip: true
+        onContentYChanged: root.outlet.contentOffset = contentY
+        onMovementStarted: glide.stop()
+        T.ScrollBar.vertical: ThinScrollBar {
+            id: bar
+        }
 
-    Repeater {
-        id: rows
-        model: root.outlet.elements
+        Repeater {
+            id: rows
+            model: root.outlet.elements
+        }
     }
 }

@@ -1,46 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Orvel.Kit
 
-// What every row of a table does: stand at its place, be chosen by finger, pointer or keys, and stay in sight while it has
-// the keyboard's focus.
-T.ItemDelegate {
-    id: root
-
-    required property Table table
-    required property int section
+// A row of a table: to press it selects it.
+TableItem {
     required property int row
-    required property real rowTop
-    required property real rowHeight
-    property color pressedColor: Theme.rowPressed
-    property color normalColor: "transparent"
 
-    x: (table.width - width) / 2
-    y: rowTop
-    width: Math.min(table.width, Theme.pageWidth)
-    height: rowHeight
-    hoverEnabled: true
-    focusPolicy: Qt.StrongFocus
-    Accessible.role: Accessible.ListItem
-    Accessible.name: text
-    Accessible.onPressAction: keys.answerScreenReader()
-    Keys.forwardTo: [keys]
-    Keys.onDownPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
-    Keys.onUpPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
-    onVisualFocusChanged: if (visualFocus) table.reveal(rowTop, rowHeight)
     onClicked: table.outlet.selectRow(section, row)
-
-    PressKeys {
-        id: keys
-        button: root
-    }
-    background: Rectangle {
-        color: root.down ? root.pressedColor : root.normalColor
-
-        FocusRing {
-            anchors.fill: parent
-            anchors.margins: 2
-            visible: root.visualFocus
-        }
-    }
 }

@@ -7,7 +7,8 @@
 
 namespace orvel {
 
-// A field for a search text. Layouts write the text back as it is typed.
+// A field for a search text, with a cancel button beside it while a screen wants one. Layouts write the text
+// back as it changes.
 class SearchBar : public orvel::View
 {
     Q_OBJECT
@@ -16,19 +17,38 @@ class SearchBar : public orvel::View
 public:
     using Action = std::function<void(SearchBar &searchBar)>;
     SearchBar() = default;
-    void setSearchButtonClicked(Action action) { m_action = std::move(action); }
-    // Layouts call it when the search key or button is chosen.
-    Q_INVOKABLE void searchButtonClicked()
-    {
-        // A copy: the action may end the screen that owns this bar.
-        if (const Action action = m_action)
-            action(*this);
-    }
+
+    void setSearchButtonClicked(Action action) { m_searchButtonClicked = std::move(action); }
+    void setCancelButtonClicked(Action action) { m_cancelButtonClicked = std::move(action); }
+    // The bar is edited while its field or one of its buttons has the keyboard.
+    void setTextDidBeginEditing(Action action) { m_textDidBeginEditing = std::move(action); }
+    void setTextDidEndEditing(Action action) { m_textDidEndEditing = std::move(action); }
+
+    // Called by layouts.
+    Q_INVOKABLE void searchButtonClicked() { run(m_searchButtonClicked); }
+    Q_INVOKABLE void cancelButtonClicked() { run(m_cancelButtonClicked); }
+    Q_INVOKABLE void beginEditing() { run(m_textDidBeginEditing); }
+    Q_INVOKABLE void endEditing() { run(m_textDidEndEditing); }
 
     OUTLET_VALUE(QString, text, setText) = QStringLiteral("");
     // The inner field is drawn on dark grey with its text at the left.
     OUTLET_VALUE(bool, darkField, setDarkField) = false;
-    Action m_action;
+    // The inner field is drawn without a ground of its own, unless it is dark.
+    OUTLET_VALUE(bool, clearField, setClearField) = false;
+    OUTLET_VALUE(bool, showsCancelButton, setShowsCancelButton) = false;
+    // The image of the button that empties the field, shown while there is a text. An empty name: no button.
+    OUTLET_VALUE(QString, clearIcon, setClearIcon) = QStringLiteral("");
+
+    // A copy: the action may end the screen that owns this bar.
+    void run(const Action &action)
+    {
+        if (const Action copy = action)
+            copy(*this);
+    }
+    Action m_searchButtonClicked;
+    Action m_cancelButtonClicked;
+    Action m_textDidBeginEditing;
+    Action m_textDidEndEditing;
 };
 
 } // namespace orvel
