@@ -47,7 +47,11 @@ void ScreenView::setController(ViewController *controller)
         m_layout->deleteLater();
         m_layout = nullptr;
     }
+    if (m_controller)
+        disconnect(m_controller.get(), nullptr, this, nullptr);
     m_controller = controller ? controller->shared_from_this() : nullptr;
+    if (m_controller)
+        connect(m_controller.get(), &ViewController::editingShouldEnd, this, &ScreenView::endEditing);
     if (isComponentComplete())
         makeLayout();
     Q_EMIT controllerChanged();
@@ -89,6 +93,16 @@ void ScreenView::makeLayout()
     QQmlEngine::setObjectOwnership(layout, QQmlEngine::CppOwnership);
     layout->setParent(this);
     m_layout = layout;
+}
+
+// What lies in front of the screen keeps the keyboard.
+void ScreenView::endEditing()
+{
+    QQuickItem *focused = this;
+    while (focused && focused->isFocusScope())
+        focused = focused->scopedFocusItem();
+    if (focused && focused->flags() & ItemAcceptsInputMethod)
+        focused->setFocus(false);
 }
 
 } // namespace orvel

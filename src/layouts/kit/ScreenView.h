@@ -33,6 +33,7 @@ protected:
 
 private:
     void makeLayout();
+    void endEditing();
 
     std::shared_ptr<ViewController> m_controller;
     QPointer<QQuickItem> m_layout;

@@ -5,13 +5,15 @@ import Orvel.Outlets
 
 // A search bar: the field, in it the button that empties it, and beside it the cancel button. What is typed goes back to the
 // outlet; Enter searches; Down goes on to what lies below.
-FocusScope {
+Item {
     id: root
 
     required property SearchBarOutlet outlet
 
+    readonly property bool editing: field.activeFocus || clear.activeFocus || cancel.activeFocus
+
     implicitHeight: Theme.touch
-    onActiveFocusChanged: activeFocus ? outlet.beginEditing() : outlet.endEditing()
+    onEditingChanged: editing ? outlet.beginEditing() : outlet.endEditing()
     Keys.onDownPressed: cancel.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
 
     T.TextField {
@@ -22,7 +24,6 @@ FocusScope {
         rightPadding: clear.visible ? clear.width : 12
         verticalAlignment: TextInput.AlignVCenter
         horizontalAlignment: TextInput.AlignLeft
-        focus: true
         color: Theme.inkText
         selectionColor: Theme.gold
         selectedTextColor: Theme.ink

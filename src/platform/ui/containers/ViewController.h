@@ -54,6 +54,13 @@ public:
     // Takes the screen away that was presented last, by anybody.
     Q_INVOKABLE void dismissViewController(bool animated);
 
+    // Takes the keyboard from the screen's field that has it.
+    void endEditing() { Q_EMIT editingShouldEnd(); }
+
+Q_SIGNALS:
+    // To the layout.
+    void editingShouldEnd();
+
 protected:
     virtual void viewDidLoad() {}
     virtual void viewWillAppear() {}
