@@ -2,6 +2,7 @@
 
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/media/device/AudioDeviceChoice.h"
+#include "platform/media/output/AudioSession.h"
 
 using namespace orvel;
 using namespace orvel::test;
@@ -75,20 +76,52 @@ TEST_F(AppDelegateTest, SaysOnEachStateChangeThatAStationIsOffline)
     EXPECT_EQ(alert(), nullptr);
 }
 
-TEST_F(AppDelegateTest, ATextThatMakesNoUrlLeavesNoPlayerAndNoAlert)
+TEST_F(AppDelegateTest, LaunchesIntoTheRadiosUnderAPanelThatPansWithoutBouncing)
 {
-    app->url = "http://127.0.0.1:1/";
-    app->radio_play();
-    const std::weak_ptr<Streamer> first = app->radio();
-    EXPECT_FALSE(first.expired());
-    for (const char *url : {"(null)", "", "HTTP://a.example/"}) {
+    const RevealSideViewController &panel = *app->revealSideViewController();
+    EXPECT_EQ(app->window()->rootViewController(), &panel);
+    EXPECT_EQ(panel.directionsToShowBounce(), 0);
+    EXPECT_TRUE(panel.panOpens());
+    EXPECT_TRUE(dynamic_cast<NavigationController &>(center()).isNavigationBarHidden());
+    EXPECT_TRUE(radios().isVisible());
+}
+
+TEST_F(AppDelegateTest, EachRadioEndsTheOneBefore)
+{
+    AudioSession &session = AudioSession::sharedInstance();
+    std::shared_ptr<Streamer> before;
+    for (const char *url :
+         {"http://127.0.0.1:1/", "https://127.0.0.1:1/", "(null)", "", "HTTP://a.example/"}) {
+        session.setActive(false);
+        session.setCategory(AudioSession::Category::Ambient);
         app->url = url;
         app->radio_play();
-        EXPECT_FALSE(app->radio()) << url;
+        EXPECT_EQ(app->radio() != nullptr, app->url.startsWith("http")) << url;
+        EXPECT_TRUE(!app->radio() || app->radio()->isPlaying());
+        EXPECT_TRUE(session.isActive() && session.category() == AudioSession::Category::Playback) << url;
+        if (before) {
+            before->pause();
+            before->play();
+            EXPECT_FALSE(before->isPlaying()) << url;
+        }
+        before = app->radio();
     }
     letEventsRun();
-    EXPECT_TRUE(waitUntil([&] { return first.expired(); }));
     EXPECT_EQ(alert(), nullptr);
+}
+
+TEST_F(AppDelegateTest, HearsItsPlayerAndTakesItAlong)
+{
+    media.network = Reachability::Status::NotReachable;
+    app->url = "http://127.0.0.1:1/";
+    app->radio_play();
+    letEventsRun();
+    EXPECT_TRUE(alertTold().startsWith("Station Currently Offline"));
+    media.setNetwork(Reachability::Status::WiFi);
+    app->radio_play();
+    const auto player = app->radio();
+    app.reset();
+    EXPECT_FALSE(player->isPlaying());
 }
 
 TEST_F(AppDelegateTest, TellsTheListenerThatThereIsNoSoundDevice)

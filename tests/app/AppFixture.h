@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/MenuController.h"
 #include "audio/live/FakeMedia.h"
+#include "platform/net/UrlConnection.h"
 #include "platform/system/RecordingServices.h"
 #include "platform/ui/containers/NavigationController.h"
 #include "platform/ui/containers/ProgressHud.h"
@@ -40,16 +41,21 @@ struct AppFixture : testing::Test
     FakeMedia media;
     std::shared_ptr<RecordingServices> system = std::make_shared<RecordingServices>();
     std::shared_ptr<AppDelegate> app;
+    int overlays = 0; // how often the overlay has come up
+    QObject overlayWatch;
 
     explicit AppFixture(std::unique_ptr<ScreenCatalogue> catalogue = std::make_unique<Screens>())
         : app(std::make_shared<AppDelegate>(std::move(catalogue), media.services()))
     {
         SystemServices::use(system);
+        QObject::connect(&ProgressHud::shared(), &ProgressHud::changed, &overlayWatch,
+                         [this] { overlays += ProgressHud::shared().isVisible() ? 1 : 0; });
         app->didFinishLaunchingWithOptions();
     }
     ~AppFixture() override
     {
         letEventsRun();
+        closeConnections(); // a probe under way would keep its screen
         SystemServices::use(nullptr);
     }
 

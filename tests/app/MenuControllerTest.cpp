@@ -40,30 +40,45 @@ struct MenuRowsTest : AppFixture
 
 TEST_F(MenuControllerTest, RowsGetTheirTitlesHalfASecondLater)
 {
+    menu().tableCont.setFrame({0, 0, 300, 1000});
+    EXPECT_EQ(menu().tableCont.contentHeight(), 4 * 30 + 19 * 45);
     EXPECT_EQ(rowTitle(0, 0), "(null)");
     clock.turn(0.49);
     EXPECT_EQ(rowTitle(3, 7), "(null)");
+    EXPECT_FALSE(menu().searchBar.darkField());
     menu().tableCont.selectRow(0, 0);
     EXPECT_EQ(radios().lblTitle.text(), "(null)");
     clock.turn(0.02);
+    EXPECT_TRUE(menu().searchBar.darkField());
     EXPECT_EQ(rowTitle(0, 2), QString::fromUtf8("Titre diffusés"));
     EXPECT_EQ(rowTitle(1, 0), "News");
     EXPECT_EQ(rowTitle(2, 1), QString::fromUtf8("Fréquences"));
     EXPECT_EQ(rowTitle(3, 7), QString::fromUtf8("Mentions légales"));
-    const int counts[] = {4, 5, 2, 8, 0};
-    for (int section = 0; section < 5; ++section)
-        EXPECT_EQ(menu().numberOfRowsInSection(menu().tableCont, section), counts[section]);
+    EXPECT_EQ(menu().numberOfRowsInSection(menu().tableCont, 4), 0);
+    const char *const titles[] = {"Ecouter ", "A la Une ", "Ma Radio ", "Plus "};
+    for (int section = 0; section < 4; ++section) {
+        const auto header = menu().viewForHeaderInSection(menu().tableCont, section);
+        EXPECT_EQ(std::static_pointer_cast<MenuHeader>(header)->title.text(), titles[section]);
+    }
 }
 
-TEST_F(MenuControllerTest, WhatNoProgramOpensIsTold)
+TEST_F(MenuControllerTest, PagesOpenOutsideAndWhatNoProgramOpensIsTold)
 {
-    const QString site = StationConfiguration::current().siteUrl;
-    menu().tableCont.selectRow(3, 2);
-    EXPECT_EQ(system->opened, QStringList(site));
+    StationConfiguration station = StationConfiguration::compiledIn();
+    station.siteUrl = "http://site";
+    station.facebookPage = "http://f";
+    station.twitterPage = "http://t";
+    station.googlePage = "http://g";
+    station.instagramPage = "http://i";
+    StationConfiguration::use(station);
+    for (int row = 2; row <= 6; ++row)
+        menu().tableCont.selectRow(3, row);
+    EXPECT_EQ(system->opened.join(' '), "http://site http://f http://t http://g http://i");
     EXPECT_EQ(alert(), nullptr);
     system->refused = QStringList{"http"};
     menu().tableCont.selectRow(3, 2);
-    EXPECT_TRUE(alertTold().contains(site));
+    EXPECT_TRUE(alertTold().contains("http://site"));
+    StationConfiguration::use(StationConfiguration::compiledIn());
 }
 
 TEST_F(MenuRowsTest, EachRowOpensItsScreenAsTheTableSays)
@@ -101,6 +116,7 @@ TEST_F(MenuRowsTest, EachRowOpensItsScreenAsTheTableSays)
         const ViewController *const presented = app->window()->presentedViewController();
         EXPECT_EQ(presented != nullptr, isModal);
         EXPECT_EQ(app->revealSideViewController()->isOpen(), isModal);
+        EXPECT_EQ(app->revealSideViewController()->isAnimated(), !isModal);
         const ViewController &screen = presented ? *presented : center();
         EXPECT_EQ(screen.property("strTitle"), test.strTitle);
         EXPECT_EQ(screen.property("strType"), test.strType);

@@ -2,7 +2,6 @@
 #include "app/AppFixture.h"
 #include "app/FavouriteStore.h"
 #include "platform/foundation/UserDefaults.h"
-#include "platform/net/UrlConnection.h"
 #include "screens/radio/RadioCell.h"
 
 using namespace orvel;
@@ -31,7 +30,6 @@ struct FavouritesTest : AppFixture
     {
         for (const char *name : {"arrayFav", "user_save"})
             UserDefaults::standardUserDefaults().removeObjectForKey(name);
-        closeConnections();
     }
     static std::shared_ptr<RadioCell> cell(const TableView &table, int row)
     {
@@ -48,6 +46,7 @@ struct FavouritesTest : AppFixture
     RadioFav &openFavourites()
     {
         const auto screen = std::make_shared<RadioFav>();
+        screen->strTitle = "Favoris";
         app->revealSideViewController()->popViewControllerWithNewCenterController(screen, false);
         screen->tableCont.setFrame({0, 0, 375, 600});
         return *screen;
@@ -95,7 +94,10 @@ TEST_F(FavouritesTest, AreForUsersWhoLoggedIn)
 TEST_F(FavouritesTest, TheFirstIsDrawnAndNotKept)
 {
     letEventsRun();
+    const int before = overlays;
     tapHeart(0);
+    letEventsRun();
+    EXPECT_EQ(overlays, before + 1);
     EXPECT_EQ(cell(list.tableCont, 0)->btnFav.normalImage(), "list_fav_icon_full.png");
     EXPECT_EQ(store.radios().value().size(), 0u);
     tapHeart(1);
@@ -105,35 +107,51 @@ TEST_F(FavouritesTest, TheFirstIsDrawnAndNotKept)
     EXPECT_EQ(store.radios()->at(0)["imageurl"].text(), "http://127.0.0.1:1/media");
     letEventsRun();
     EXPECT_FALSE(alert() || ProgressHud::shared().isVisible());
+    tapHeart(0); // it counts as one until the list comes anew
+    EXPECT_TRUE(alertTold().startsWith("Un: "));
 }
 
 TEST_F(FavouritesTest, LeaveFromTheListWhenThatIsConfirmed)
 {
     storeAll();
     store.add(store.radios()->at(0)); // the same id again
+    letEventsRun();
+    const int before = overlays;
     for (const int button : {0, 1}) {
         tapHeart(2);
         ASSERT_TRUE(alert());
         EXPECT_EQ(alert()->buttons(), QStringList({"Cancel", "Yes"}));
         EXPECT_EQ(alertTold(button), "Trois: Are you sure, you want to unfavourite?");
+        letEventsRun();
+        EXPECT_EQ(overlays, before + button);
         EXPECT_EQ(stored().size(), 4 - button);
     }
+    EXPECT_FALSE(ProgressHud::shared().isVisible());
     EXPECT_EQ(stored().first(), "Trois");
     EXPECT_EQ(cell(list.tableCont, 2)->btnFav.backgroundImage(), "list_fav_icon.png");
+    tapHeart(2);
+    EXPECT_EQ(stored().size(), 4);
 }
 
 TEST_F(FavouritesTest, LeaveTheirOwnScreenAndRenewTheRowsBelow)
 {
     storeAll();
     RadioFav &screen = openFavourites();
+    EXPECT_EQ(screen.lblTitle.text(), "Favoris");
+    EXPECT_EQ(screen.tableCont.contentHeight(), 3 * 60);
     EXPECT_EQ(shown(screen), QStringList({"Trois", "Deux", "Un"}));
+    letEventsRun();
+    const int before = overlays;
     const auto remove = [&](int row, int button) {
         cell(screen.tableCont, row)->btnFav.touchUpInside();
         alertTold(button);
+        letEventsRun();
+        EXPECT_FALSE(ProgressHud::shared().isVisible());
     };
     remove(1, 0);
     EXPECT_EQ(shown(screen).size(), 3);
     remove(1, 1);
+    EXPECT_EQ(overlays, before + 1);
     EXPECT_EQ(shown(screen), QStringList({"Trois", "Un"}));
     EXPECT_EQ(stored(), QStringList({"Trois", "Un"}));
     store.remove(1); // meanwhile, elsewhere
@@ -151,7 +169,7 @@ TEST_F(FavouritesTest, ATapPlaysTheRowWithThePicturesOfTheRowBuiltLast)
     screen.tableCont.selectRow(0, 0);
     EXPECT_EQ(app->url, "http://127.0.0.1:1/3");
     EXPECT_TRUE(app->radio());
-    EXPECT_EQ(screen.viewHideShow.bl1.text(), "Trois");
+    EXPECT_EQ(screen.viewHideShow.bl1.text() + screen.viewHideShow.bl2.text(), "Trois");
     EXPECT_EQ(app->gl3, "Trois");
     EXPECT_EQ(app->gl4, "x");
     EXPECT_EQ(app->gurl1, "http://127.0.0.1:1/media/1.png");
@@ -178,7 +196,7 @@ TEST_F(FavouritesTest, TheBarsFirstPressAfterATapPlays)
     for (const bool plays : {false, true}) {
         RadioFav &visited = openFavourites();
         EXPECT_FALSE(visited.viewHideShow.hidden());
-        EXPECT_EQ(visited.viewHideShow.bl1.text(), "Titre");
+        EXPECT_EQ(visited.viewHideShow.bl1.text() + visited.viewHideShow.bl2.text(), "Titre");
         EXPECT_EQ(visited.viewHideShow.bplay.tag(), int(plays));
         EXPECT_EQ(visited.viewHideShow.bplay.normalImage(), plays ? "mstop.png" : "mplay.png");
         visited.viewHideShow.bplay.touchUpInside();

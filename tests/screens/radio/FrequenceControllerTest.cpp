@@ -23,7 +23,11 @@ struct FrequenceControllerTest : AppFixture
         screen->PostSuccess(JSONValue(QString::fromUtf8(answer)));
         letEventsRun();
     }
-    int rows() { return screen->numberOfRowsInSection(screen->tableCont, 0); }
+    int rows()
+    {
+        screen->tableCont.setFrame({0, 0, 375, 600});
+        return int(screen->tableCont.contentHeight() / 60);
+    }
     QStringList texts(int row)
     {
         const auto cell = std::static_pointer_cast<cellCustomFrequence>(
@@ -67,4 +71,6 @@ TEST_F(FrequenceControllerTest, WithoutAListItStaysEmptyAndUsable)
     letEventsRun();
     EXPECT_EQ(alertTold(), QString::fromUtf8("Alert: Pas de réseau"));
     EXPECT_FALSE(ProgressHud::shared().isVisible());
+    screen->MenuController();
+    EXPECT_TRUE(app->revealSideViewController()->isOpen());
 }

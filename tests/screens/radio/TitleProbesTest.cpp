@@ -1,7 +1,6 @@
 #include "api/json/JsonText.h"
 #include "app/AppFixture.h"
 #include "platform/foundation/MainQueue.h"
-#include "platform/net/UrlConnection.h"
 #include "screens/radio/cellCustomRadio.h"
 #include "support/ScriptedServer.h"
 
@@ -35,8 +34,6 @@ JsonValue answer(const QStringList &streams)
 struct TitleProbesTest : AppFixture
 {
     std::shared_ptr<RadioViewController> screen = std::make_shared<RadioViewController>();
-
-    ~TitleProbesTest() override { closeConnections(); }
 
     static QStringList titles(RadioViewController &of)
     {
