@@ -8,10 +8,10 @@
 
 namespace orvel {
 
-// The user's favourite radios, newest first: whole entries of the web-radio list, kept on this device only.
-// Two entries are the same radio when their "id" values are equal as integers. Every change rewrites all of
-// them at once and through to disk, so a process killed at any moment leaves the favourites before or after
-// it. Main thread.
+// The user's favourite radios, newest first: whole entries of the web-radio list (see WebRadioEntry), kept on
+// this device only. Two entries are the same radio when their ids are equal as integers. A change writes all
+// of them to disk at once: a process killed at any moment leaves the favourites before it or after it. Main
+// thread.
 class FavouriteStore
 {
 public:
@@ -22,14 +22,14 @@ public:
     {
     }
 
-    // Nothing when none were ever stored. What is stored but can't be read counts as no favourites; it is
-    // moved aside, with a line in the log.
+    // Returns std::nullopt when none were ever stored. Returns an empty list when what is stored can't be
+    // read, and moves that aside, with a line in the log.
     std::optional<Radios> radios() const;
-    // Puts a radio first. Where none were ever stored it is lost: there is no list yet to put it into, and
-    // storing that makes the empty one that the next is kept in. One that would make all of them more than
-    // 4 MiB is lost, too, with a line in the log.
+    // Puts a radio first. Drops it, with a line in the log, when all of them would be more than 4 MiB.
+    // Deliberate: the first one ever is lost, since there is no list yet to put it into; storing that makes
+    // the empty list that keeps the next (FavouriteStoreTest.LosesTheFirstAndKeepsTheNextNewestFirst).
     void add(const JsonValue &radio);
-    // Takes the first radio of that id away, if there is one.
+    // Removes the first radio of that id. Writes all of them again also when there is none.
     void remove(qint64 id);
 
 private:

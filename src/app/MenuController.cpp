@@ -18,7 +18,7 @@ struct Section
     int firstRow;
     int rowCount;
 };
-// The section titles end in a space.
+// The titles end in a space.
 constexpr std::array<Section, 4> sections{{
     {"Ecouter ", 0, 4},
     {"A la Une ", 4, 5},
@@ -33,7 +33,7 @@ struct Row
     const char *title;
     Opens opens;
     const char *layoutName = nullptr; // of the screen
-    // What is set on the screen: nothing where null. An empty title stands for the row's own.
+    // What is set on the screen; not set when nullptr. An empty strTitle stands for the row's own title.
     const char *strTitle = nullptr;
     const char *strType = nullptr;
     const char *url = nullptr;

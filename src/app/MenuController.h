@@ -20,6 +20,7 @@ class MenuCell : public orvel::TableViewCell
 };
 
 // A section's header: its title over a thin line.
+// Deliberate: the titles end in a space (MenuControllerTest.RowsGetTheirTitlesHalfASecondLater).
 class MenuHeader : public orvel::View
 {
     Q_OBJECT
@@ -38,7 +39,9 @@ class MenuController : public orvel::ViewController, public TableViewDataSource,
     OUTLET(TableView, tableCont);
 
 public:
-    // Gives the rows their titles; until then they show the marker of an absent text.
+    // Sets the rows' titles and darkens the search field.
+    // Deliberate: the rows show the marker of an absent text before, and a screen chosen then has it as its
+    // title (MenuControllerTest.RowsGetTheirTitlesHalfASecondLater).
     void setData();
     void searchBarSearchButtonClicked(SearchBar &bar);
 

@@ -62,14 +62,13 @@ TEST_F(AppDelegateTest, TurnsStatesIntoNotifications)
 
 TEST_F(AppDelegateTest, SaysOnEachStateChangeThatAStationIsOffline)
 {
+    const QString told = "Station Currently Offline: The selected station is currently offline. "
+                         "Please check back later.";
     for (const RadioError error : {RadioErrorFileStreamOpen, RadioErrorHostNotReachable}) {
         radio.setError(error);
         app->radioStateChanged(radio);
         app->radioStateChanged(radio);
-        for (int i = 0; i < 2; ++i)
-            EXPECT_EQ(alertTold(), "Station Currently Offline: The selected station is currently offline. "
-                                   "Please check back later.");
-        EXPECT_EQ(alert(), nullptr);
+        EXPECT_EQ(alertTold() + alertTold() + alertTold(), told + told);
     }
     radio.setError(RadioErrorNetworkError);
     app->radioStateChanged(radio);
@@ -127,6 +126,5 @@ TEST_F(AppDelegateTest, HearsItsPlayerAndTakesItAlong)
 TEST_F(AppDelegateTest, TellsTheListenerThatThereIsNoSoundDevice)
 {
     NotificationCentre::defaultCentre().postNotification(noSoundDeviceNotification);
-    ASSERT_NE(alert(), nullptr);
-    EXPECT_EQ(alert()->title(), "Son indisponible");
+    EXPECT_TRUE(alertTold().startsWith("Son indisponible: "));
 }

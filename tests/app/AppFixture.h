@@ -27,8 +27,6 @@ public:
             return std::make_shared<MenuController>();
         if (layoutName == "MonoCompteController")
             return std::make_shared<MonoCompteController>();
-        if (layoutName == "RadioFav")
-            return std::make_shared<RadioFav>();
         return nullptr;
     }
 };
@@ -68,6 +66,16 @@ struct AppFixture : testing::Test
     MenuController &menu()
     {
         return dynamic_cast<MenuController &>(*app->revealSideViewController()->leftController());
+    }
+    // How often the overlay comes while `action` runs; it goes again.
+    int overlaysOf(const std::function<void()> &action)
+    {
+        letEventsRun();
+        overlays = 0;
+        action();
+        letEventsRun();
+        EXPECT_FALSE(ProgressHud::shared().isVisible());
+        return overlays;
     }
     AlertView *alert() { return app->window()->alert(); }
     // Answers the alert in front and gives "its title: its message"; nothing when there is none.

@@ -10,7 +10,7 @@ struct MenuControllerTest : AppFixture
 {
     QString rowTitle(int section, int row)
     {
-        const auto cell = menu().cellForRowAtIndexPath(menu().tableCont, {section, row});
+        const auto cell = menu().tableCont.cellForRowAtIndexPath({section, row});
         return std::static_pointer_cast<MenuCell>(cell)->textLabel.text();
     }
 };
@@ -64,21 +64,15 @@ TEST_F(MenuControllerTest, RowsGetTheirTitlesHalfASecondLater)
 
 TEST_F(MenuControllerTest, PagesOpenOutsideAndWhatNoProgramOpensIsTold)
 {
-    StationConfiguration station = StationConfiguration::compiledIn();
-    station.siteUrl = "http://site";
-    station.facebookPage = "http://f";
-    station.twitterPage = "http://t";
-    station.googlePage = "http://g";
-    station.instagramPage = "http://i";
-    StationConfiguration::use(station);
+    const StationConfiguration &station = StationConfiguration::current();
     for (int row = 2; row <= 6; ++row)
         menu().tableCont.selectRow(3, row);
-    EXPECT_EQ(system->opened.join(' '), "http://site http://f http://t http://g http://i");
+    EXPECT_EQ(system->opened, QStringList({station.siteUrl, station.facebookPage, station.twitterPage,
+                                           station.googlePage, station.instagramPage}));
     EXPECT_EQ(alert(), nullptr);
     system->refused = QStringList{"http"};
     menu().tableCont.selectRow(3, 2);
-    EXPECT_TRUE(alertTold().contains("http://site"));
-    StationConfiguration::use(StationConfiguration::compiledIn());
+    EXPECT_TRUE(alertTold().contains(station.siteUrl));
 }
 
 TEST_F(MenuRowsTest, EachRowOpensItsScreenAsTheTableSays)

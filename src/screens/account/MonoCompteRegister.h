@@ -19,7 +19,7 @@ class MonoCompteRegister : public orvel::FormController
 
 public:
     Q_INVOKABLE void acctionBack();
-    // Brings the side menu back into view, beneath this screen: nothing to see, so the layout has no control.
+    // Opens the side menu beneath this screen, where it is not seen: the layout has no control for it.
     Q_INVOKABLE void acctionMenu();
     void textFieldDidBeginEditing(const TextField &field);
     void textFieldDidEndEditing(const TextField &field);
@@ -30,11 +30,11 @@ protected:
     void requestSucceeded(const JsonValue &content) override;
 
 private:
-    // How far each field that is edited has moved the screen: back it goes as far, also when the window was
-    // turned or resized meanwhile.
+    // Points that each field being edited has moved the screen by. The screen goes back as far, also when the
+    // window was turned or resized meanwhile.
     QHash<const TextField *, int> m_distances;
 
-    // How many points the screen stands above its place.
+    // Points that the screen stands above its place.
     OUTLET_VALUE(int, lift, setLift) = 0;
 };
 

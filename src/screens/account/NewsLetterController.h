@@ -4,7 +4,8 @@
 
 namespace orvel {
 
-// The newsletter's subscription form. `txtPass` takes the subscriber's name.
+// The newsletter's subscription form.
+// Deliberate: `txtPass` takes the subscriber's name (AccountFormsTest.SubscribesToTheNewsletterOnce).
 class NewsLetterController : public orvel::FormController
 {
     Q_OBJECT

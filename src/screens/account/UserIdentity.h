@@ -4,9 +4,8 @@
 
 namespace orvel {
 
-// Keeps who the user is in the settings: "user_id" as the server gave it, a text or a number (without one, or
-// with one beyond all reason, the key is cleared), and "user_email". Reaches the disk with the settings' next
-// synchronise().
+// Sets "user_email" in the settings, and "user_id" as the server sent it, a text or a number. Removes
+// "user_id" when it is neither, or a text of more than 64 Ki characters. Does not synchronise the settings.
 void storeUserIdentity(const JsonValue &userId, const QString &email);
 
 } // namespace orvel

@@ -12,7 +12,7 @@
 
 namespace orvel {
 
-// What a form looks at before it is sent; the first check that fails is told.
+// What a form checks before it is sent. The first complaint is shown.
 struct FormCheck
 {
     TextField *field;
@@ -20,15 +20,16 @@ struct FormCheck
     QString complaint;
 };
 
-// A field of a form under the name that the server knows it by.
+// A field of a form and its name in the request.
 struct FormValue
 {
     QString key;
     const TextField *field;
 };
 
-// Where a server puts its error into an answer: an object with a "message" under "error", or the same object
-// one level deeper, under "0".
+// Where an answer holds its error: an object with a "message" under "error", or one level deeper, under "0".
+// Deliberate: an answer that can't be read holds none, so that an error page counts as a success
+// (AccountFormsTest.TakesWhatIsNoErrorOfItsOwnKindForASuccess).
 enum class FormError { AtTop, UnderZero };
 
 struct Form
@@ -39,8 +40,8 @@ struct Form
     FormError error;
 };
 
-// A screen that is a form: checks its fields, sends them as one signed request and tells the user what came
-// of it. What it sends is never logged.
+// A screen that is a form: checks its fields, sends them as one signed request and shows the outcome. Logs
+// the answer, never what is sent.
 class FormController : public orvel::ViewController, public HttpRequestDelegate
 {
     Q_OBJECT
@@ -51,9 +52,9 @@ class FormController : public orvel::ViewController, public HttpRequestDelegate
     OUTLET(TextField, txtPass);
 
 public:
-    // Checks the fields; when all are well, shows the overlay and sends them 0.1 s later.
+    // Checks the fields. When all pass, shows the overlay and sends them 0.1 s later.
     Q_INVOKABLE void acctionLogin();
-    // The contact sheet.
+    // Shows the contact sheet.
     Q_INVOKABLE void ShowMessage();
 
     void sendRequest();
@@ -63,12 +64,11 @@ public:
 
 protected:
     virtual Form form() = 0;
-    // The server has accepted the form. `content` is absent when the answer holds none; so it is for an
-    // answer that can't be read, which counts as one without an error.
+    // Called when the answer holds no error. `content` is absent when the answer has none or can't be read.
     virtual void requestSucceeded(const JsonValue &content) = 0;
 
     void viewDidLoad() override;
-    // An inset at the left, and Return gives up the keyboard.
+    // Insets the field's text, and makes Return give up the keyboard.
     void prepareField(TextField &field);
     void emptyFields();
 

@@ -9,7 +9,7 @@
 
 namespace orvel {
 
-// What every row of a radio shows: its large picture, its name, whether it is a favourite.
+// A row of a radio: its large picture, its name, and a heart that is full for a favourite.
 class RadioCell : public orvel::TableViewCell
 {
     Q_OBJECT
@@ -22,7 +22,7 @@ class RadioCell : public orvel::TableViewCell
 public:
     static constexpr double height = 60;
 
-    // `favTapped` is called with the favourite button, whose tag is the row.
+    // `favTapped` is called with the heart, whose tag is `row`.
     void showRadio(const JsonValue &radio, int row, Button::Action favTapped);
 };
 

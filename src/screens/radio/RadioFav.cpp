@@ -63,7 +63,7 @@ void RadioFav::showBar(const QString &title)
     bar.bl1.setText(title);
     bar.bl2.setText(QStringLiteral(""));
     // Deliberate: the stream's address makes no picture, so that the logo stays empty
-    // (FavouritesTest.ATapPlaysTheRowWithThePicturesOfTheRowBuiltLast).
+    // (StationScreensTest.ShowEachPictureInItsPlace).
     bar.bimg.setImageWithProgressIndicatorAndURL(AppDelegate::shared().url, bar.bimg.frame().center());
     bar.bimgsinger.setImageWithProgressIndicatorAndURL(AppDelegate::shared().gurl2,
                                                        bar.bimgsinger.frame().center());

@@ -135,7 +135,7 @@ void RadioViewController::setDataRadio()
     for (Label *label : {&viewHeader.hl4, &viewHideShow.bl2})
         label->setText(formatText(delegate.gl4));
     // Deliberate: the stream's address makes no picture, so that the bar's logo stays empty
-    // (RadioViewControllerTest.AListThatArrivesWhileARadioPlaysShowsIt).
+    // (StationScreensTest.ShowEachPictureInItsPlace).
     showPictures(delegate.gurl2, delegate.gurl1, delegate.url);
     viewNowPlaying.setHidden(false);
     setPlaying(delegate.radio()->isPlaying());

@@ -34,7 +34,7 @@ public:
     // player.
     void setDataRadio();
     void function_PlayPause();
-    // `object` is that of AppDelegate::songTitleNotification.
+    // Shows the live title. `object` is that of AppDelegate::songTitleNotification.
     void functionsongtitle(const QString &object);
     void functionAddFav(Button &sender);
     Q_INVOKABLE void acctionFacebook();

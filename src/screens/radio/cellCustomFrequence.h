@@ -15,7 +15,7 @@ class cellCustomFrequence : public orvel::TableViewCell
     OUTLET(Label, lblTitle);
     OUTLET(Label, lblDesc);
     OUTLET(Label, lblFrequency);
-    // Lies behind the frequency; the layout fills it with the pattern "lblf.png".
+    // Behind the frequency; the layout fills it with the pattern "lblf.png".
     OUTLET(View, vfreq);
 };
 

@@ -93,11 +93,7 @@ TEST_F(FavouritesTest, AreForUsersWhoLoggedIn)
 
 TEST_F(FavouritesTest, TheFirstIsDrawnAndNotKept)
 {
-    letEventsRun();
-    const int before = overlays;
-    tapHeart(0);
-    letEventsRun();
-    EXPECT_EQ(overlays, before + 1);
+    EXPECT_EQ(overlaysOf([&] { tapHeart(0); }), 1);
     EXPECT_EQ(cell(list.tableCont, 0)->btnFav.normalImage(), "list_fav_icon_full.png");
     EXPECT_EQ(store.radios().value().size(), 0u);
     tapHeart(1);
@@ -105,8 +101,7 @@ TEST_F(FavouritesTest, TheFirstIsDrawnAndNotKept)
     EXPECT_EQ(stored(), QStringList({"Trois", "Deux"}));
     EXPECT_EQ(store.radios()->at(0)["fav"].text(), "list_fav_icon_full.png");
     EXPECT_EQ(store.radios()->at(0)["imageurl"].text(), "http://127.0.0.1:1/media");
-    letEventsRun();
-    EXPECT_FALSE(alert() || ProgressHud::shared().isVisible());
+    EXPECT_FALSE(alert());
     tapHeart(0); // it counts as one until the list comes anew
     EXPECT_TRUE(alertTold().startsWith("Un: "));
 }
@@ -115,18 +110,13 @@ TEST_F(FavouritesTest, LeaveFromTheListWhenThatIsConfirmed)
 {
     storeAll();
     store.add(store.radios()->at(0)); // the same id again
-    letEventsRun();
-    const int before = overlays;
     for (const int button : {0, 1}) {
         tapHeart(2);
         ASSERT_TRUE(alert());
         EXPECT_EQ(alert()->buttons(), QStringList({"Cancel", "Yes"}));
-        EXPECT_EQ(alertTold(button), "Trois: Are you sure, you want to unfavourite?");
-        letEventsRun();
-        EXPECT_EQ(overlays, before + button);
+        EXPECT_EQ(overlaysOf([&] { alertTold(button); }), button);
         EXPECT_EQ(stored().size(), 4 - button);
     }
-    EXPECT_FALSE(ProgressHud::shared().isVisible());
     EXPECT_EQ(stored().first(), "Trois");
     EXPECT_EQ(cell(list.tableCont, 2)->btnFav.backgroundImage(), "list_fav_icon.png");
     tapHeart(2);
@@ -140,18 +130,13 @@ TEST_F(FavouritesTest, LeaveTheirOwnScreenAndRenewTheRowsBelow)
     EXPECT_EQ(screen.lblTitle.text(), "Favoris");
     EXPECT_EQ(screen.tableCont.contentHeight(), 3 * 60);
     EXPECT_EQ(shown(screen), QStringList({"Trois", "Deux", "Un"}));
-    letEventsRun();
-    const int before = overlays;
     const auto remove = [&](int row, int button) {
         cell(screen.tableCont, row)->btnFav.touchUpInside();
-        alertTold(button);
-        letEventsRun();
-        EXPECT_FALSE(ProgressHud::shared().isVisible());
+        EXPECT_EQ(overlaysOf([&] { alertTold(button); }), button);
     };
     remove(1, 0);
     EXPECT_EQ(shown(screen).size(), 3);
     remove(1, 1);
-    EXPECT_EQ(overlays, before + 1);
     EXPECT_EQ(shown(screen), QStringList({"Trois", "Un"}));
     EXPECT_EQ(stored(), QStringList({"Trois", "Un"}));
     store.remove(1); // meanwhile, elsewhere
@@ -182,24 +167,28 @@ TEST_F(FavouritesTest, TheBarsFirstPressAfterATapPlays)
     storeAll();
     RadioFav &screen = openFavourites();
     screen.tableCont.selectRow(0, 1);
-    const std::tuple<int, int, bool> states[] = {{0, 1, true}, {1, 1, true}, {0, -1, false}, {1, -1, true}};
-    for (const auto &[tag, intPlay, plays] : states) {
-        EXPECT_EQ(screen.viewHideShow.bplay.tag(), tag);
-        EXPECT_EQ(screen.viewHideShow.bplay.normalImage(), plays ? "mstop.png" : "mplay.png");
-        EXPECT_EQ(screen.viewHideShow.bplay.highlightedImage(), screen.viewHideShow.bplay.normalImage());
-        EXPECT_EQ(app->intPlay, intPlay);
-        EXPECT_EQ(app->radio()->isPlaying(), plays);
+    const CompactBar *bar = &screen.viewHideShow;
+    // The button's tag and images, the radio's and the delegate's state.
+    const auto state = [&] {
+        return QString("%1 %2 %3 %4 %5")
+            .arg(bar->bplay.tag())
+            .arg(bar->bplay.normalImage(), bar->bplay.highlightedImage())
+            .arg(app->radio()->isPlaying())
+            .arg(app->intPlay);
+    };
+    for (const char *expected : {"0 mstop.png mstop.png 1 1", "1 mstop.png mstop.png 1 1",
+                                 "0 mplay.png mplay.png 0 -1", "1 mstop.png mstop.png 1 -1"}) {
+        EXPECT_EQ(state(), expected);
         screen.viewHideShow.bplay.touchUpInside();
     }
     // Paused by now: a new visit can resume it, and the next pauses it.
     app->gl3 = "Titre";
-    for (const bool plays : {false, true}) {
+    for (const char *expected : {"0 mplay.png mplay.png 0 -1", "1 mstop.png mstop.png 1 -1"}) {
         RadioFav &visited = openFavourites();
-        EXPECT_FALSE(visited.viewHideShow.hidden());
-        EXPECT_EQ(visited.viewHideShow.bl1.text() + visited.viewHideShow.bl2.text(), "Titre");
-        EXPECT_EQ(visited.viewHideShow.bplay.tag(), int(plays));
-        EXPECT_EQ(visited.viewHideShow.bplay.normalImage(), plays ? "mstop.png" : "mplay.png");
+        bar = &visited.viewHideShow;
+        EXPECT_FALSE(bar->hidden());
+        EXPECT_EQ(bar->bl1.text() + bar->bl2.text(), "Titre");
+        EXPECT_EQ(state(), expected);
         visited.viewHideShow.bplay.touchUpInside();
-        EXPECT_EQ(app->radio()->isPlaying(), !plays);
     }
 }

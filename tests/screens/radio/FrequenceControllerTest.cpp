@@ -1,6 +1,7 @@
 #include "screens/radio/FrequenceController.h"
 #include "api/json/JsonText.h"
 #include "app/AppFixture.h"
+#include "app/GLOB.h"
 #include "screens/radio/cellCustomFrequence.h"
 
 using namespace orvel;
@@ -16,6 +17,7 @@ struct FrequenceControllerTest : AppFixture
     {
         screen->strTitle = "Frequences";
         app->revealSideViewController()->popViewControllerWithNewCenterController(screen, false);
+        screen->tableCont.setFrame({0, 0, 375, 600});
         letEventsRun();
     }
     void receive(const char *answer)
@@ -23,50 +25,36 @@ struct FrequenceControllerTest : AppFixture
         screen->PostSuccess(JSONValue(QString::fromUtf8(answer)));
         letEventsRun();
     }
-    int rows()
-    {
-        screen->tableCont.setFrame({0, 0, 375, 600});
-        return int(screen->tableCont.contentHeight() / 60);
-    }
-    QStringList texts(int row)
+    QString texts(int row)
     {
         const auto cell = std::static_pointer_cast<cellCustomFrequence>(
             screen->cellForRowAtIndexPath(screen->tableCont, {0, row}));
-        return {cell->lblTitle.text(), cell->lblDesc.text(), cell->lblFrequency.text()};
+        return cell->lblTitle.text() + '|' + cell->lblDesc.text() + '|' + cell->lblFrequency.text();
     }
 };
 
 } // namespace
 
-TEST_F(FrequenceControllerTest, ShowsWhatTheServerSendsInItsOrder)
+TEST_F(FrequenceControllerTest, ShowsWhatTheServerSends)
 {
     EXPECT_TRUE(ProgressHud::shared().isVisible());
     EXPECT_EQ(screen->rowSelected, -1);
+    for (const char *answer : {R"({"content":[]})", "{}", R"({"content":{"ville":"x"}})"})
+        receive(answer);
+    EXPECT_EQ(screen->tableCont.contentHeight(), 0);
     receive(R"({"content":[
         {"ville":"Sète","region_nom":"Occitanie","frequence":"105.6 FM"},
-        {"ville":"Agen","region_nom":null,"frequence":101.7},
-        {"ville":"Sète","region_nom":"Occitanie","frequence":"105.6 FM"}, {}, 7]})");
+        {"ville":"Agen","region_nom":null,"frequence":101.7}]})");
+    receive(R"({"content":[{"ville":"Sète","region_nom":"Occitanie","frequence":"105.6 FM"}, {}, 7]})");
     EXPECT_FALSE(ProgressHud::shared().isVisible());
-    ASSERT_EQ(rows(), 5);
-    const QStringList sete{QString::fromUtf8("Sète"), "Occitanie", "105.6 FM"};
-    EXPECT_EQ(texts(0), sete);
-    EXPECT_EQ(texts(1), (QStringList{"Agen", "<null>", "101.7"}));
-    EXPECT_EQ(texts(2), sete);
+    EXPECT_EQ(screen->tableCont.contentHeight(), 5 * 60); // appended
+    for (const int row : {0, 2})
+        EXPECT_EQ(texts(row), QString::fromUtf8("Sète|Occitanie|105.6 FM"));
+    EXPECT_EQ(texts(1), "Agen|<null>|101.7");
     for (const int row : {3, 4})
-        EXPECT_EQ(texts(row), (QStringList{"(null)", "(null)", "(null)"}));
+        EXPECT_EQ(texts(row), "(null)|(null)|(null)");
     EXPECT_EQ(screen->lblTitle.text(), ""); // the title is not copied
-    receive(R"({"content":[{}]})");
-    EXPECT_EQ(rows(), 6); // appended
-    receive(qPrintable(QStringLiteral("{\"content\":[") + QStringLiteral("{},").repeated(20'000) + "0]}"));
-    EXPECT_EQ(rows(), 10'006);
-}
-
-TEST_F(FrequenceControllerTest, WithoutAListItStaysEmptyAndUsable)
-{
-    for (const char *answer :
-         {R"({"content":[]})", "{}", R"({"content":{"ville":"x"}})", R"({"content":"x"})"})
-        receive(answer);
-    EXPECT_EQ(rows(), 0);
+    GLOB::glob_ShowHud();
     screen->PostFail("Pas de réseau");
     letEventsRun();
     EXPECT_EQ(alertTold(), QString::fromUtf8("Alert: Pas de réseau"));

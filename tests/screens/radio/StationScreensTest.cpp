@@ -36,10 +36,7 @@ struct StationScreensTest : AppFixture
         const auto screen = std::make_shared<Screen>();
         app->revealSideViewController()->popViewControllerWithNewCenterController(screen, false);
         screen->tableCont.setFrame({0, 0, 375, 600});
-        clock.turn(0.09);
-        letEventsRun();
-        EXPECT_FALSE(screen->tableCont.cellForRowAtIndexPath({0, 0}) && ProgressHud::shared().isVisible());
-        clock.turn(0.02);
+        clock.turn(0.11);
         letEventsRun();
         return *screen;
     }
