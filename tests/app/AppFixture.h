@@ -1,8 +1,10 @@
 #pragma once
 
+#include "api/StationConfiguration.h"
 #include "app/AppDelegate.h"
 #include "app/MenuController.h"
 #include "audio/live/FakeMedia.h"
+#include "platform/foundation/UserDefaults.h"
 #include "platform/net/UrlConnection.h"
 #include "platform/system/RecordingServices.h"
 #include "platform/ui/containers/NavigationController.h"
@@ -38,6 +40,7 @@ struct AppFixture : testing::Test
     TakenClock clock;
     FakeMedia media;
     std::shared_ptr<RecordingServices> system = std::make_shared<RecordingServices>();
+    UserDefaults &defaults = UserDefaults::standardUserDefaults();
     std::shared_ptr<AppDelegate> app;
     int overlays = 0; // how often the overlay has come up
     QObject overlayWatch;
@@ -55,6 +58,28 @@ struct AppFixture : testing::Test
         letEventsRun();
         closeConnections(); // a probe under way would keep its screen
         SystemServices::use(nullptr);
+        StationConfiguration::use(StationConfiguration::compiledIn());
+        for (const char *key : {"arrayFav", "user_id", "user_email", "user_save"})
+            defaults.removeObjectForKey(key);
+    }
+    static void useSite(const QString &url)
+    {
+        StationConfiguration configuration = StationConfiguration::compiledIn();
+        configuration.siteUrl = url;
+        StationConfiguration::use(configuration);
+    }
+    template<class Screen>
+    Screen &open(const std::shared_ptr<Screen> &screen)
+    {
+        app->revealSideViewController()->popViewControllerWithNewCenterController(screen, false);
+        screen->tableCont.setFrame({0, 0, 375, 900});
+        return *screen;
+    }
+    // nullptr when the row is not in view.
+    template<class Cell>
+    static std::shared_ptr<Cell> cell(const TableView &table, int row, int section = 0)
+    {
+        return std::static_pointer_cast<Cell>(table.cellForRowAtIndexPath({section, row}));
     }
 
     ViewController &center() { return *app->revealSideViewController()->centerController(); }

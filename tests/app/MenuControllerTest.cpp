@@ -1,4 +1,3 @@
-#include "api/StationConfiguration.h"
 #include "app/AppFixture.h"
 
 using namespace orvel;
@@ -10,8 +9,7 @@ struct MenuControllerTest : AppFixture
 {
     QString rowTitle(int section, int row)
     {
-        const auto cell = menu().tableCont.cellForRowAtIndexPath({section, row});
-        return std::static_pointer_cast<MenuCell>(cell)->textLabel.text();
+        return cell<MenuCell>(menu().tableCont, row, section)->textLabel.text();
     }
 };
 

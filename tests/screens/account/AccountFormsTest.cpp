@@ -1,8 +1,6 @@
-#include "api/StationConfiguration.h"
 #include "app/AppFixture.h"
 #include "demo/DemoStation.h"
 #include "platform/foundation/RunLoop.h"
-#include "platform/foundation/UserDefaults.h"
 #include "screens/account/MonoCompteController.h"
 #include "screens/account/MonoCompteRegister.h"
 #include "screens/account/NewsLetterController.h"
@@ -21,7 +19,6 @@ QStringList logged;
 struct AccountFormsTest : AppFixture
 {
     static inline std::unique_ptr<DemoStation> station;
-    UserDefaults &defaults = UserDefaults::standardUserDefaults();
     std::shared_ptr<MonoCompteController> login = std::make_shared<MonoCompteController>();
 
     static void SetUpTestSuite() { station = DemoStation::start({}); }
@@ -36,19 +33,6 @@ struct AccountFormsTest : AppFixture
         // A station of today takes no signatures of the past.
         RunLoop::main().takeClock(double(QDateTime::currentSecsSinceEpoch()));
         useSite(station->siteUrl());
-    }
-    ~AccountFormsTest() override
-    {
-        for (const char *key : {"user_id", "user_email", "user_save"})
-            defaults.removeObjectForKey(key);
-        StationConfiguration::use(StationConfiguration::compiledIn());
-    }
-
-    static void useSite(const QString &url)
-    {
-        StationConfiguration configuration = StationConfiguration::compiledIn();
-        configuration.siteUrl = url;
-        StationConfiguration::use(configuration);
     }
     template<class Screen>
     std::shared_ptr<Screen> present(const std::shared_ptr<Screen> &screen)

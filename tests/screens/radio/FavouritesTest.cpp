@@ -1,7 +1,6 @@
 #include "api/json/JsonText.h"
 #include "app/AppFixture.h"
 #include "app/FavouriteStore.h"
-#include "platform/foundation/UserDefaults.h"
 #include "screens/radio/RadioCell.h"
 
 using namespace orvel;
@@ -26,20 +25,11 @@ struct FavouritesTest : AppFixture
         list.tableCont.setFrame({0, 0, 375, 600});
         list.PostSuccess(JSONValue(QString::fromUtf8(radiosAnswer)));
     }
-    ~FavouritesTest() override
-    {
-        for (const char *name : {"arrayFav", "user_save"})
-            UserDefaults::standardUserDefaults().removeObjectForKey(name);
-    }
-    static std::shared_ptr<RadioCell> cell(const TableView &table, int row)
-    {
-        return std::static_pointer_cast<RadioCell>(table.cellForRowAtIndexPath({0, row}));
-    }
-    void tapHeart(int row) { cell(list.tableCont, row)->btnFav.touchUpInside(); }
+    void tapHeart(int row) { cell<RadioCell>(list.tableCont, row)->btnFav.touchUpInside(); }
     // Favourites 3, 2, 1, in this order.
     void storeAll()
     {
-        UserDefaults::standardUserDefaults().setObject(QByteArray("[]"), "arrayFav");
+        defaults.setObject(QByteArray("[]"), "arrayFav");
         for (int row = 0; row < 3; ++row)
             tapHeart(row);
     }
@@ -47,9 +37,7 @@ struct FavouritesTest : AppFixture
     {
         const auto screen = std::make_shared<RadioFav>();
         screen->strTitle = "Favoris";
-        app->revealSideViewController()->popViewControllerWithNewCenterController(screen, false);
-        screen->tableCont.setFrame({0, 0, 375, 600});
-        return *screen;
+        return open(screen);
     }
     QStringList stored() const
     {
@@ -61,9 +49,9 @@ struct FavouritesTest : AppFixture
     QStringList shown(const RadioFav &screen)
     {
         QStringList titles;
-        for (int row = 0; cell(screen.tableCont, row); ++row) {
-            titles << cell(screen.tableCont, row)->lblTitle.text();
-            EXPECT_EQ(cell(screen.tableCont, row)->btnFav.tag(), row);
+        for (int row = 0; cell<RadioCell>(screen.tableCont, row); ++row) {
+            titles << cell<RadioCell>(screen.tableCont, row)->lblTitle.text();
+            EXPECT_EQ(cell<RadioCell>(screen.tableCont, row)->btnFav.tag(), row);
         }
         return titles;
     }
@@ -77,8 +65,8 @@ TEST_F(FavouritesTest, AreForUsersWhoLoggedIn)
     RadioFav &favourites = openFavourites();
     app->isLogin = false;
     const std::pair<RadioCell *, const char *> cases[] = {
-        {cell(list.tableCont, 0).get(), "You must login before do favriout/unfavriout"},
-        {cell(favourites.tableCont, 0).get(), "You must login before do unfavriout"}};
+        {cell<RadioCell>(list.tableCont, 0).get(), "You must login before do favriout/unfavriout"},
+        {cell<RadioCell>(favourites.tableCont, 0).get(), "You must login before do unfavriout"}};
     for (const auto &[row, refusal] : cases) {
         row->btnFav.touchUpInside();
         EXPECT_EQ(alertTold(), QString("Alert: ") + refusal);
@@ -86,15 +74,15 @@ TEST_F(FavouritesTest, AreForUsersWhoLoggedIn)
         app->window()->dismissFrontViewController(false);
     }
     EXPECT_EQ(stored().size(), 3);
-    UserDefaults::standardUserDefaults().setObject(true, "user_save");
-    cell(favourites.tableCont, 0)->btnFav.touchUpInside();
+    defaults.setObject(true, "user_save");
+    cell<RadioCell>(favourites.tableCont, 0)->btnFav.touchUpInside();
     EXPECT_EQ(alertTold(), "Trois: Are you sure, you want to unfavourite?");
 }
 
 TEST_F(FavouritesTest, TheFirstIsDrawnAndNotKept)
 {
     EXPECT_EQ(overlaysOf([&] { tapHeart(0); }), 1);
-    EXPECT_EQ(cell(list.tableCont, 0)->btnFav.normalImage(), "list_fav_icon_full.png");
+    EXPECT_EQ(cell<RadioCell>(list.tableCont, 0)->btnFav.normalImage(), "list_fav_icon_full.png");
     EXPECT_EQ(store.radios().value().size(), 0u);
     tapHeart(1);
     tapHeart(2);
@@ -118,7 +106,7 @@ TEST_F(FavouritesTest, LeaveFromTheListWhenThatIsConfirmed)
         EXPECT_EQ(stored().size(), 4 - button);
     }
     EXPECT_EQ(stored().first(), "Trois");
-    EXPECT_EQ(cell(list.tableCont, 2)->btnFav.backgroundImage(), "list_fav_icon.png");
+    EXPECT_EQ(cell<RadioCell>(list.tableCont, 2)->btnFav.backgroundImage(), "list_fav_icon.png");
     tapHeart(2);
     EXPECT_EQ(stored().size(), 4);
 }
@@ -131,7 +119,7 @@ TEST_F(FavouritesTest, LeaveTheirOwnScreenAndRenewTheRowsBelow)
     EXPECT_EQ(screen.tableCont.contentHeight(), 3 * 60);
     EXPECT_EQ(shown(screen), QStringList({"Trois", "Deux", "Un"}));
     const auto remove = [&](int row, int button) {
-        cell(screen.tableCont, row)->btnFav.touchUpInside();
+        cell<RadioCell>(screen.tableCont, row)->btnFav.touchUpInside();
         EXPECT_EQ(overlaysOf([&] { alertTold(button); }), button);
     };
     remove(1, 0);

@@ -16,8 +16,7 @@ struct FrequenceControllerTest : AppFixture
     FrequenceControllerTest()
     {
         screen->strTitle = "Frequences";
-        app->revealSideViewController()->popViewControllerWithNewCenterController(screen, false);
-        screen->tableCont.setFrame({0, 0, 375, 600});
+        open(screen);
         letEventsRun();
     }
     void receive(const char *answer)
@@ -27,9 +26,8 @@ struct FrequenceControllerTest : AppFixture
     }
     QString texts(int row)
     {
-        const auto cell = std::static_pointer_cast<cellCustomFrequence>(
-            screen->cellForRowAtIndexPath(screen->tableCont, {0, row}));
-        return cell->lblTitle.text() + '|' + cell->lblDesc.text() + '|' + cell->lblFrequency.text();
+        const auto city = cell<cellCustomFrequence>(screen->tableCont, row);
+        return city->lblTitle.text() + '|' + city->lblDesc.text() + '|' + city->lblFrequency.text();
     }
 };
 

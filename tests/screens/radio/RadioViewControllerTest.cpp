@@ -1,7 +1,6 @@
 #include "api/json/JsonText.h"
 #include "app/AppFixture.h"
 #include "platform/foundation/NotificationCentre.h"
-#include "platform/foundation/UserDefaults.h"
 #include "platform/ui/composers/ComposeViewController.h"
 #include "screens/radio/cellCustomRadio.h"
 
@@ -20,11 +19,6 @@ struct RadioViewControllerTest : AppFixture
 {
     RadioViewController &screen = radios();
     void receive(const char *answer) { screen.PostSuccess(JSONValue(QString::fromUtf8(answer))); }
-    std::shared_ptr<cellCustomRadio> cell(int row)
-    {
-        return std::static_pointer_cast<cellCustomRadio>(
-            screen.cellForRowAtIndexPath(screen.tableCont, {0, row}));
-    }
     void postTitle(const QString &object)
     {
         NotificationCentre::defaultCentre().postNotification(AppDelegate::songTitleNotification, object);
@@ -51,15 +45,16 @@ const QString paused = "0pplayer.pngpplayer.png0mplay.pngmplay.png";
 
 TEST_F(RadioViewControllerTest, ShowsARowForEachRadio)
 {
-    UserDefaults::standardUserDefaults().setObject(QByteArray(R"([{"id":"12;"}])"), "arrayFav");
+    defaults.setObject(QByteArray(R"([{"id":"12;"}])"), "arrayFav");
     receive(twoRadios);
-    UserDefaults::standardUserDefaults().removeObjectForKey("arrayFav");
     screen.tableCont.setFrame({0, 0, 375, 600});
     EXPECT_EQ(screen.tableCont.contentHeight(), 352 + 2 * 60);
-    EXPECT_EQ(cell(0)->lblTitle.text(), QString::fromUtf8("Orvel Été"));
-    EXPECT_EQ(cell(0)->btnFav.backgroundImage(), "list_fav_icon_full.png");
-    EXPECT_EQ(cell(1)->btnFav.backgroundImage(), "list_fav_icon.png");
-    EXPECT_EQ(cell(1)->lblDesc.text(), ""); // nothing but a probe's own title
+    const auto first = cell<cellCustomRadio>(screen.tableCont, 0);
+    const auto second = cell<cellCustomRadio>(screen.tableCont, 1);
+    EXPECT_EQ(first->lblTitle.text(), QString::fromUtf8("Orvel Été"));
+    EXPECT_EQ(first->btnFav.backgroundImage(), "list_fav_icon_full.png");
+    EXPECT_EQ(second->btnFav.backgroundImage(), "list_fav_icon.png");
+    EXPECT_EQ(second->lblDesc.text(), ""); // nothing but a probe's own title
     EXPECT_TRUE(screen.viewNowPlaying.hidden());
     EXPECT_FALSE(app->radio()); // nothing plays by itself
     EXPECT_EQ(screen.lblTitle.text(), "");
@@ -199,14 +194,14 @@ TEST_F(RadioViewControllerTest, SharesTheRadioThatPlays)
     EXPECT_EQ(sheet->textView.text(), "Orvel Rock");
     EXPECT_EQ(sheet->urlLabel.text(), "http://127.0.0.1:1/media/rock.jpg");
     sheet->cancelButton.touchUpInside();
-    letEventsRun();
-    const int before = overlays;
     screen.viewHeader.himgsinger.setImage(QImage(2, 1, QImage::Format_RGB32));
-    screen.acctionTwitter();
-    letEventsRun();
-    EXPECT_EQ(overlays, before + 1);
-    EXPECT_EQ(presented(), "");
-    clock.turn(0.1);
+    EXPECT_EQ(overlaysOf([&] {
+                  screen.acctionTwitter();
+                  letEventsRun();
+                  EXPECT_EQ(presented(), "");
+                  clock.turn(0.1);
+              }),
+              1);
     sheet = &presentedAs<ComposeViewController>();
     EXPECT_EQ(sheet->textView.text(), "Orvel Rock");
     EXPECT_EQ(sheet->imageView.image().size(), QSize(2, 1));

@@ -43,8 +43,8 @@ struct TitleProbesTest : AppFixture
     QStringList titles() const
     {
         QStringList result;
-        while (const auto cell = screen->tableCont.cellForRowAtIndexPath({0, int(result.size())}))
-            result << static_cast<cellCustomRadio &>(*cell).lblDesc.text();
+        while (const auto shown = cell<cellCustomRadio>(screen->tableCont, int(result.size())))
+            result << shown->lblDesc.text();
         return result;
     }
 };
