@@ -44,7 +44,7 @@ constexpr auto source =
 constexpr auto mp3 = "-c:a libmp3lame -write_xing 0 -id3v2_version 0 -content_type audio/mpeg -f mp3";
 constexpr auto aac = "-c:a aac -content_type audio/aac -f adts";
 
-// Below those that outgoing connections take, so that it stays free while the server is restarted.
+// Below those that outgoing connections take, so that it stays free until the server has it.
 quint16 freePort()
 {
     QTcpServer server;
@@ -75,7 +75,6 @@ IcecastStation::~IcecastStation()
 QString IcecastStation::start()
 {
     const QString feed = QString(source).arg(name, genre, site, m_isMp3 ? mp3 : aac).arg(m_port);
-    end(m_source, SIGKILL);
     if (!run(m_server, "icecast2 -c " + m_folder.filePath("icecast.xml"),
              [this] { return get("/admin/stats").contains("<server_id>Icecast"); }))
         return "icecast2 (scripts/setup installs it) does not answer: " + m_server.readAll();

@@ -17,13 +17,10 @@ public:
     explicit IcecastStation(Codec codec);
     ~IcecastStation();
 
-    // Returns a null text once a listener gets a whole burst, or why none does. After killServer(): again on
-    // the same port.
+    // Returns a null text once a listener gets a whole burst, or why none does.
     QString start();
     // Ends the source's request as a source does that has no more to send.
     void endSource() { end(m_source, SIGTERM); }
-    // As the system does when memory runs out.
-    void killServer() { end(m_server, SIGKILL); }
 
     QString url() const;
     // Hands the bytes on as they are. False unless the server says that it is done.

@@ -82,19 +82,6 @@ TEST_P(IcecastTest, StopsWithTheSource)
     EXPECT_FALSE(std::ranges::count(listener->states, RadioStateError));
 }
 
-TEST_P(IcecastTest, FailsWithoutTheServerAndPlaysWhenItIsBack)
-{
-    station.killServer();
-    ASSERT_TRUE(reaches(RadioStateStopped));
-    streamer->play();
-    EXPECT_EQ(streamer->radioState(), RadioStateConnecting);
-    ASSERT_TRUE(reaches(RadioStateError));
-    EXPECT_EQ(streamer->radioError(), RadioErrorNetworkError);
-    ASSERT_EQ(station.start(), QString());
-    streamer->play();
-    EXPECT_TRUE(reaches(RadioStatePlaying));
-}
-
 INSTANTIATE_TEST_SUITE_P(, IcecastTest,
                          testing::Values(IcecastStation::Codec::Mp3, IcecastStation::Codec::Aac),
                          [](const auto &codec) {

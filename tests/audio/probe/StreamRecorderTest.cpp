@@ -123,9 +123,11 @@ TEST_F(StreamRecorderTest, PutsEveryByteInPlaceAtTheStop)
 
 TEST_F(StreamRecorderTest, WritesNothingWhenNothingHasCome)
 {
-    const ScriptedServer server({WaitForRelease{}});
+    const ScriptedServer server({Stall{}});
     start(server.url(), "take");
+    ASSERT_TRUE(waitUntil([&] { return server.requestCount() == 1; }));
     EXPECT_EQ(stop(), ": ");
+    EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
     EXPECT_EQ(files(), QStringList());
 }
 

@@ -12,6 +12,8 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <random>
+#include <thread>
+#include <utility>
 
 using namespace orvel;
 using namespace orvel::test;
@@ -191,6 +193,27 @@ TEST(OutputQueueTest, StopsAtOnceAndStartsAnew)
     qunsetenv("ORVEL_AUDIO_DEVICE");
 }
 
+TEST(OutputQueueTest, APauseIsHeardAtOnce)
+{
+    const EncodedTone tone = encodeTone({.seconds = 30});
+    qputenv("ORVEL_AUDIO_DEVICE", "null");
+    const auto queue = newOutputQueue(tone.format, [](OutputQueue &, OutputBuffer &) {});
+    queue->enqueueBuffer(*filledBuffer(*queue, tone), tone.packets);
+    // Other work of the machine may be in the way of one pause; the device would go on for a second or more.
+    EXPECT_TRUE(waitUntil([&] {
+        queue->start();
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        const double paused = queue->currentTime();
+        queue->pause();
+        double now = paused;
+        for (double last = -1; std::exchange(last, now) != now; now = queue->currentTime())
+            std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        return paused > 0 && now - paused < 0.5 * tone.format.sampleRate;
+    }));
+    joinOutputQueues();
+    qunsetenv("ORVEL_AUDIO_DEVICE");
+}
+
 TEST(OutputQueueTest, WithoutADeviceKeepsTheTimeAndSaysSoOnce)
 {
     joinOutputQueues();
@@ -198,9 +221,19 @@ TEST(OutputQueueTest, WithoutADeviceKeepsTheTimeAndSaysSoOnce)
     static int told = 0;
     NotificationCentre::defaultCentre().addObserver(&told, noSoundDeviceNotification,
                                                     [&](const Notification &) { ++told; });
+    const std::atomic<float> volume = 1;
+    qputenv("ORVEL_AUDIO_DEVICE", "null");
+    openAudioDevice({.sampleRate = 8000, .channels = 1, .volume = &volume, .wantsData = {}});
+    qunsetenv("ORVEL_AUDIO_DEVICE");
+    letEventsRun();
+    EXPECT_EQ(told, 0); // who asks for silence misses no device
     const EncodedTone tone = encodeTone({.seconds = 1});
     for (int round = 0; round < 2; ++round) {
         ToneFeeder feeder(tone);
+        double earliest = INFINITY; // return of a buffer
+        feeder.onCallback = [&](OutputBuffer &) {
+            earliest = std::min(earliest, feeder.queue->currentTime());
+        };
         const auto before = std::chrono::steady_clock::now();
         feeder.play();
         ASSERT_TRUE(feeder.waitForTheEnd());
@@ -208,6 +241,7 @@ TEST(OutputQueueTest, WithoutADeviceKeepsTheTimeAndSaysSoOnce)
         const double played = double(tone.packets.size()) * tone.format.framesPerPacket;
         EXPECT_GE(taken.count(), played / tone.format.sampleRate);
         EXPECT_TRUE(waitUntil([&] { return std::abs(feeder.queue->currentTime() - played) < 1; }));
+        EXPECT_GT(earliest, played / 3); // one holds half of it
     }
     letEventsRun();
     EXPECT_EQ(told, 1);

@@ -70,15 +70,16 @@ QByteArray randomBytes(int size, quint32 seed)
 }
 
 // A tag with `body` bytes of picture, among them what looks like two frames.
-QByteArray id3v2(qsizetype body)
+QByteArray id3v2(qsizetype body, bool hasFooter = false)
 {
-    QByteArray tag("ID3\x04\0\0", 6);
+    QByteArray tag("ID3\x04\0", 5);
+    tag += hasFooter ? '\x10' : '\0';
     for (int shift = 21; shift >= 0; shift -= 7)
         tag += char(body >> shift & 0x7F);
     QByteArray picture(body, '\x11');
     for (const qsizetype at : {100, 517, 934})
         picture.replace(at, 4, "\xFF\xFB\x90\x64");
-    return tag + picture;
+    return tag + picture + (hasFooter ? "3DI" + tag.sliced(3) : QByteArray());
 }
 
 const QByteArray falseHeader("\xFF\xF1\x50\x83\xFF\xFF\xFC", 7); // of an ADTS frame of 8,191 bytes
@@ -163,11 +164,12 @@ TEST(AudioFileStreamTest, SeeksByTheMeanSizeOfThePacketsSoFar)
     EXPECT_EQ(offset->byteOffset, tone.packets[100].startOffset * 3 / 2);
     // What was unfinished, here also a tag, is not waited for.
     stream->parseBytes(tone.bytes.sliced(tone.packets[100].startOffset) + id3v2(100000).first(50));
+    EXPECT_TRUE(listener.packets == packets);
     listener.packets.clear();
     EXPECT_TRUE(stream->seek(0));
     stream->parseBytes(tone.bytes);
     stream->finish();
-    EXPECT_EQ(listener.packets, packets);
+    EXPECT_TRUE(listener.packets == packets);
 }
 
 TEST(AudioFileStreamTest, FindsNoPacketInWhatIsNoSound)
@@ -200,7 +202,7 @@ TEST(AudioFileStreamTest, SkipsTagsAndGarbageAndComesBackInStep)
         QByteArrayList expected;
     } const cases[] = {
         {"a big tag in front", id3v2(70000) + first.bytes, packets},
-        {"two tags in front", id3v2(2000) + id3v2(1000) + first.bytes, packets},
+        {"two tags in front", id3v2(2000, true) + id3v2(1000) + first.bytes, packets},
         {"tags between", first.bytes + id3v1 + id3v2(3000) + first.bytes, packets + packets},
         {"joined in the middle of a frame", first.bytes.sliced(100), packets.sliced(1)},
         {"garbage in front and between",
