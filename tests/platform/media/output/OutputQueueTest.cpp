@@ -206,9 +206,10 @@ TEST(OutputQueueTest, APauseIsHeardAtOnce)
         const double paused = queue->currentTime();
         queue->pause();
         double now = paused;
-        for (double last = -1; std::exchange(last, now) != now; now = queue->currentTime())
+        const double bound = paused + 0.5 * tone.format.sampleRate;
+        for (double last = -1; now < bound && std::exchange(last, now) != now; now = queue->currentTime())
             std::this_thread::sleep_for(std::chrono::milliseconds(30));
-        return paused > 0 && now - paused < 0.5 * tone.format.sampleRate;
+        return paused > 0 && now < bound;
     }));
     joinOutputQueues();
     qunsetenv("ORVEL_AUDIO_DEVICE");
