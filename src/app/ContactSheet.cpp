@@ -2,7 +2,7 @@
 
 #include "api/StationConfiguration.h"
 #include "app/GLOB.h"
-#include "app/StationMail.h"
+#include "app/MailPresenter.h"
 #include "platform/foundation/KeepAlive.h"
 #include "platform/foundation/Log.h"
 #include "platform/ui/composers/MessageComposeViewController.h"
@@ -19,7 +19,7 @@ void showError(const QString &message)
     Window::showAlert(QStringLiteral("Error"), message, {QStringLiteral("OK")});
 }
 
-// Keeps nothing: one for all composers.
+// Without state: one for all composers.
 class MessageOutcome final : public MessageComposeViewControllerDelegate
 {
     void didFinishWithResult(MessageComposeViewController &controller, MessageComposeResult result) override
@@ -89,7 +89,7 @@ void ContactSheet::showSMS(ViewController &presenter)
 
 void ContactSheet::showEmail(ViewController &presenter)
 {
-    StationMail::compose(presenter, [] {
+    MailPresenter::compose(presenter, [] {
         MailDraft draft;
         draft.recipients = {StationConfiguration::current().contactMail};
         return draft;

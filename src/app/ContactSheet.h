@@ -9,26 +9,28 @@ namespace orvel {
 
 enum class ContactAction { None, Sms, Telephone, Mail };
 
-// What the buttons of a contact sheet do, by their index: "SMS", "Telephone", "Mail", "Cancel".
+// What the buttons of a contact sheet do, by index: "SMS", "Telephone", "Mail", "Cancel".
 struct ContactNumbering
 {
     std::array<ContactAction, 4> actions;
+    // Whether "button index N" is logged.
     bool logsIndex;
 
-    // What each screen's own sheet does.
+    // Of each screen's own sheet.
     static const ContactNumbering screen;
-    // One later: "SMS" does nothing, "Telephone" writes an SMS, "Mail" calls, "Cancel" writes a mail.
+    // Deliberate: one later, on the web radios' screen. "SMS" has no effect, "Telephone" writes an SMS,
+    // "Mail" calls, "Cancel" writes a mail (ContactSheetTest.EachNumberingDoesWhatItsTableSays).
     static const ContactNumbering shifted;
 };
 
-// The ways to reach the station: an SMS, a call, a mail. Made with its screen, and to be kept by it while the
-// sheet is shown. Main thread.
+// The ways to reach the station: an SMS, a call, a mail. A screen owns one for as long as it lives. Main
+// thread.
 class ContactSheet : public ActionSheetDelegate, public std::enable_shared_from_this<ContactSheet>
 {
 public:
     static std::shared_ptr<ContactSheet> make(const ContactNumbering &numbering = ContactNumbering::screen);
 
-    // Shows the sheet over `presenter`, which is kept alive as long as the sheet is shown.
+    // Shows the sheet over `presenter` and keeps it alive until the sheet is gone.
     void ShowMessage(ViewController &presenter);
     void clickedButtonAtIndex(ActionSheet &actionSheet, int buttonIndex) override;
 

@@ -1,6 +1,6 @@
 #include "app/ItemMail.h"
 
-#include "app/StationMail.h"
+#include "app/MailPresenter.h"
 #include "platform/foundation/FormatText.h"
 #include "platform/pictures/PictureDownload.h"
 #include "platform/pictures/PictureOnWhite.h"
@@ -24,7 +24,7 @@ QByteArray jpegOf(const QImage &picture)
 void ItemMail::emailCall(const QString &title, const QString &pictureUrl, const QImage &shown,
                          ViewController &presenter)
 {
-    StationMail::compose(presenter, [&]() -> std::optional<MailDraft> {
+    MailPresenter::compose(presenter, [&]() -> std::optional<MailDraft> {
         const std::optional<QByteArray> picture =
             shown.isNull() ? downloadPicture(pictureUrl) : jpegOf(shown);
         if (!picture)

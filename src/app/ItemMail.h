@@ -7,13 +7,14 @@ namespace orvel {
 
 class ViewController;
 
-// The mail that recommends an item of a list: the item's title, and its picture as "photo.jpeg".
+// The mail that recommends an item of a list: the item's title, and its picture as "photo.jpeg". Main thread.
 class ItemMail
 {
 public:
-    // Shows the mail's composer over `presenter`, the recipient left to the user. The picture is `shown`, or
-    // when that is a null one what `pictureUrl` names. That is waited for (see HttpRequest), so call it from
-    // a delayed perform. Hides the progress overlay.
+    // Shows the mail's composer over `presenter`, without a recipient. The picture is `shown` on white, or
+    // the file at `pictureUrl` when `shown` is null. Waits for that one (see HttpRequest), so only from a
+    // delayed perform. The mail has no attachment when that fails. Hides the progress overlay. Deliberate:
+    // the file is sent as it comes, also when it is not a JPEG (ItemShareTest.AMailCarriesTitleAndPicture).
     static void emailCall(const QString &title, const QString &pictureUrl, const QImage &shown,
                           ViewController &presenter);
 };

@@ -8,16 +8,16 @@ namespace orvel {
 
 class ViewController;
 
-// What an item of a list ("title", "media_url", "picture") is shared as, for the screens that have share
-// buttons on their rows. Main thread.
+// Shares an item of a list ("title", "media_url", "picture"), for the screens that have share buttons on
+// their rows. Main thread.
 class ItemShare
 {
 public:
-    // `shown` is the picture that the item's cell shows now, or a null one.
+    // `shown` is the picture that the item's cell shows now, or a null image.
     explicit ItemShare(const JsonValue &item, const QImage &shown = {});
 
     void functionFacebook(ViewController &presenter) const;
-    // Both may wait for the picture: call them from a delayed perform, under the progress overlay, which they
+    // Both may wait for the picture, so only from a delayed perform, under the progress overlay, which they
     // hide.
     void callTwiter(ViewController &presenter) const;
     void emailCall(ViewController &presenter) const;

@@ -10,14 +10,15 @@ namespace orvel {
 class ShareData
 {
 public:
-    // A share sheet over `presenter` with the text and the URL.
+    // Presents a share sheet over `presenter` with the text and the URL. Null texts become "(null)".
     void functionFacebook(const QString &text, const QString &url, ViewController &presenter) const;
-    // A share sheet with the text and a picture: `image`, or when that is a null one what `url` names. That
-    // is waited for (see HttpRequest), so call it from a delayed perform; a picture that can't be had is left
-    // out. Hides the progress overlay.
+    // Presents a share sheet with the text and a picture on white: `image`, or the one at `url` when `image`
+    // is null. Waits for that one (see HttpRequest), so only from a delayed perform, and returns before it is
+    // decoded and the sheet shown. The sheet has no picture when that fails. Hides the progress overlay with
+    // the sheet's coming. Shows no sheet when the application quits meanwhile.
     void functionTwitter(const QString &text, const QImage &image, const QString &url,
                          ViewController &presenter) const;
-    // The contact sheet with the shifted numbering. This object has to last until a button was chosen.
+    // Shows the contact sheet with the shifted numbering over `screen`. This object must outlive the sheet.
     void shairEmailOption(const std::shared_ptr<ViewController> &screen) { m_contact->ShowMessage(*screen); }
 
 private:

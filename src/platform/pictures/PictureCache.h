@@ -9,32 +9,34 @@
 
 namespace orvel {
 
-// Pictures that were loaded, as HTTP lets a client keep them (RFC 9111): their bytes on disk (64 MiB), and
-// the last ones decoded in memory (32 MiB) while they are fresh. Main thread.
+// Keeps loaded pictures as HTTP lets a client keep them (RFC 9111): their bytes on disk, at most 64 MiB, and
+// the last ones decoded in memory, at most 32 MiB, while they are fresh. Main thread.
 class PictureCache
 {
 public:
-    // The application's own, in the user's cache folder.
+    // Returns the application's own cache, in the user's cache folder.
     static PictureCache &shared();
     explicit PictureCache(const QString &folder);
 
     struct Stored
     {
         QByteArray bytes;
-        // True: may be shown without asking the server.
+        // True when the picture may be shown without asking the server.
         bool fresh = false;
-        // What a request to validate it says.
+        // The header fields of a request that validates it.
         HeaderFields conditions{};
     };
+    // Returns what the disk holds, or nullopt.
     std::optional<Stored> stored(const Url &url);
-    // A null image when there is none or it is no longer fresh.
+    // Returns a null image when memory holds none or it is no longer fresh.
     QImage decoded(const Url &url) const;
 
-    // Keeps the answer of status 200 that `bytes` came with, if it allows that.
+    // Keeps the body of an answer of status 200 and the picture decoded from it, if the answer allows that.
+    // Removes what was kept before in any case.
     void keep(const Url &url, const HeaderFields &answer, const QByteArray &bytes, const QImage &picture);
-    // What is stored has been validated by an answer of status 304.
+    // Refreshes what the disk holds with an answer of status 304, and keeps the picture decoded from it.
     void keepValidated(const Url &url, const HeaderFields &answer, const QImage &picture);
-    // What was stored and is still fresh has been decoded.
+    // Keeps the picture decoded from what the disk holds.
     void keepDecoded(const Url &url, const QImage &picture);
     void remove(const Url &url);
 

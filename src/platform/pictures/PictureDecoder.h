@@ -6,7 +6,7 @@
 
 namespace orvel {
 
-// The bytes of a picture that a view takes at most.
+// A picture of more bytes is not loaded.
 inline constexpr qint64 maxPictureBytes = qint64(8) * 1024 * 1024;
 
 // Returns whether a file that begins with `head` is a picture of a kind shown here: PNG, JPEG, GIF, BMP or

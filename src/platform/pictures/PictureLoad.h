@@ -7,21 +7,22 @@
 
 namespace orvel {
 
-// Brings the picture at one URL, from the cache or the server. Decodes off the main thread; everything else
-// is on it.
+// Loads the picture at one URL, from the cache or the server, and decodes it off the main thread. Main
+// thread.
 class PictureLoad final : public UrlConnectionDelegate, public std::enable_shared_from_this<PictureLoad>
 {
 public:
-    // Never called from inside start() or after cancel().
+    // Neither is called from inside start() or after cancel().
     struct Client
     {
+        // The fraction of the announced bytes that have arrived. Not called when no length was announced.
         std::function<void(double fraction)> progressed;
-        // A null image: there is no picture to be had.
+        // Called once, with a null image when the load has failed.
         std::function<void(const QImage &picture)> finished;
     };
 
     static std::shared_ptr<PictureLoad> start(const Url &url, Client client);
-    // A picture whose bytes have all arrived still goes to the cache.
+    // Ends the load. A picture whose bytes have all arrived is still kept in the cache.
     void cancel();
 
 private:

@@ -4,8 +4,8 @@
 
 namespace orvel {
 
-// The services of a freedesktop.org desktop: its own data tell who takes a scheme, xdg-open and xdg-email
-// hand things over.
+// The services of a freedesktop.org desktop: its own data say which program takes a scheme, xdg-open and
+// xdg-email hand things over. Web pages also go to the programs of $BROWSER, or x-www-browser. Main thread.
 class DesktopServices : public SystemServices
 {
 public:

@@ -4,9 +4,9 @@
 
 namespace orvel {
 
-// Whether a program of the desktop takes URLs of `scheme`, by the desktop's own data: the users' and the
-// system's mimeapps.list, then the mimeinfo.cache of the folders of installed programs (freedesktop.org, MIME
-// applications). Reads a few small files; starts nothing.
+// Returns whether an installed program takes URLs of `scheme`, in any case of letters. Reads the desktop's
+// own data: the mimeapps.list of the user and of the system, then the mimeinfo.cache of the folders of
+// installed programs (freedesktop.org, MIME applications). Starts no program. Any thread.
 bool hasSchemeHandler(const QString &scheme);
 
 } // namespace orvel

@@ -13,7 +13,7 @@ struct MailDraft
     QStringList recipients;
     QString subject;
     QString body;          // HTML
-    QByteArray attachment; // none when empty
+    QByteArray attachment; // empty when there is none
     QString attachmentType;
     QString attachmentName;
 };
@@ -24,30 +24,33 @@ struct MessageDraft
     QString body;
 };
 
-// What the application hands over to the system it runs on. Main thread; nothing here waits for the program
-// that takes over.
+// What the application hands over to the system it runs on. No call waits for the program that takes over.
+// Main thread.
 class SystemServices
 {
 public:
     virtual ~SystemServices() = default;
 
-    // Whether somebody takes a URL of this scheme ("mailto", "sms", "tel", "http").
+    // Returns whether a program takes URLs of this scheme ("mailto", "sms", "tel", "http").
     virtual bool canOpen(const QString &scheme) const = 0;
-    // Hands `url` to the program that takes its scheme. False when there is none or it can't be started.
+    // Hands `url` to the program that takes its scheme. Returns false when there is none, when it can't be
+    // started, and when `url` is malformed.
     virtual bool openURL(const QString &url) = 0;
-    // Hands a draft to the mail program, with its attachment where that is possible. `error` tells why not.
+    // Hands a draft to the mail program, with its attachment where that is possible. Returns false and sets
+    // `error` to a French sentence when no program has taken it.
     virtual bool sendMail(const MailDraft &draft, QString &error) = 0;
+    // The same for a text message.
     virtual bool sendMessage(const MessageDraft &draft, QString &error) = 0;
 
-    // Whether sendMail can hand an attachment on.
+    // Returns whether sendMail() hands attachments on.
     virtual bool takesAttachments() const { return true; }
 
     bool canSendMail() const { return canOpen(QStringLiteral("mailto")); }
     bool canSendText() const { return canOpen(QStringLiteral("sms")); }
 
-    // The ones in use: the desktop's, until others are handed in (tests).
+    // Returns the services in use: the desktop's, until a test sets others.
     static SystemServices &current();
-    // Null: the desktop's again.
+    // nullptr stands for the desktop's.
     static void use(std::shared_ptr<SystemServices> services);
 
 private:

@@ -1,4 +1,4 @@
-#include "app/StationMail.h"
+#include "app/MailPresenter.h"
 
 #include "app/GLOB.h"
 #include "platform/foundation/FormatText.h"
@@ -24,7 +24,7 @@ QString messageFor(MailComposeResult result, const QString &error)
     return {};
 }
 
-// Keeps nothing: one for all composers.
+// Without state: one for all composers.
 class MailOutcome final : public MailComposeViewControllerDelegate
 {
     void didFinishWithResult(MailComposeViewController &controller, MailComposeResult result,
@@ -49,11 +49,13 @@ void present(ViewController &presenter, const MailDraft &draft)
 
 } // namespace
 
-void StationMail::compose(ViewController &presenter, const std::function<std::optional<MailDraft>()> &draft)
+void MailPresenter::compose(ViewController &presenter, const std::function<std::optional<MailDraft>()> &draft)
 {
     // Making the draft may wait for a picture.
     const auto alive = presenter.shared_from_this();
     if (!MailComposeViewController::canSendMail())
+        // Deliberate: no space after the full stop, as the alert was worded
+        // (ContactSheetTest.ADeviceThatCannotSaysSo).
         Window::showAlert(QStringLiteral("Failure"),
                           QStringLiteral("Your device doesn't support the composer sheet.Please set Email "
                                          "account."),
