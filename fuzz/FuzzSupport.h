@@ -45,6 +45,16 @@ public:
     void takeByteForByte(const Taker &take) const;
     void takeChunks(const Taker &take) const;
 
+    // Requires that `heard(feed)` returns the same for each way to hand bytes() over, and returns it.
+    template<class Heard>
+    auto sameThroughAnyChunks(const Heard &heard) const
+    {
+        auto whole = heard(&ChunkedInput::takeWhole);
+        require(heard(&ChunkedInput::takeChunks) == whole, "the same comes through any chunks");
+        require(heard(&ChunkedInput::takeByteForByte) == whole, "the same comes byte for byte");
+        return whole;
+    }
+
 private:
     QByteArrayView m_bytes;
     QByteArrayView m_sizes;

@@ -9,6 +9,11 @@ namespace orvel {
 
 namespace {
 
+// Deliberate: no space after the full stop, as the alert was worded
+// (ContactSheetTest.ADeviceThatCannotSaysSo).
+const QString noMailText =
+    QStringLiteral("Your device doesn't support the composer sheet.Please set Email account.");
+
 QString messageFor(MailComposeResult result, const QString &error)
 {
     switch (result) {
@@ -54,12 +59,7 @@ void MailPresenter::compose(ViewController &presenter, const std::function<std::
     // Making the draft may wait for a picture.
     const auto alive = presenter.shared_from_this();
     if (!MailComposeViewController::canSendMail())
-        // Deliberate: no space after the full stop, as the alert was worded
-        // (ContactSheetTest.ADeviceThatCannotSaysSo).
-        Window::showAlert(QStringLiteral("Failure"),
-                          QStringLiteral("Your device doesn't support the composer sheet.Please set Email "
-                                         "account."),
-                          {QStringLiteral("OK")});
+        Window::showAlert(QStringLiteral("Failure"), noMailText, {QStringLiteral("OK")});
     else if (const std::optional<MailDraft> made = draft())
         present(presenter, *made);
     GLOB::glob_HideHud();

@@ -3,6 +3,9 @@
 #include "app/ShareData.h"
 #include "platform/ui/composers/MailComposeViewController.h"
 #include "platform/ui/composers/MessageComposeViewController.h"
+#include "support/FakeDesktop.h"
+
+#include <QLoggingCategory>
 
 using namespace orvel;
 using namespace orvel::test;
@@ -40,6 +43,10 @@ TEST_F(ContactSheetTest, EachNumberingDoesWhatItsTableSays)
     const QString mail = "MailComposeViewController";
     const QString call = "tel://" + station.telephone;
     const QStringList outcomes[] = {{sms, call, mail, ""}, {"", sms, call, mail}};
+    static QStringList logged;
+    QLoggingCategory::setFilterRules("orvel.app.info=true");
+    const auto handler = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &line) { logged << line; });
     for (const bool shifted : {false, true}) {
         for (int index = 0; index < 4; ++index) {
             system->opened.clear();
@@ -48,6 +55,10 @@ TEST_F(ContactSheetTest, EachNumberingDoesWhatItsTableSays)
             radios().dismissViewController(false);
         }
     }
+    qInstallMessageHandler(handler);
+    QLoggingCategory::setFilterRules({});
+    EXPECT_EQ(logged.filter("button index"),
+              (QStringList{"button index 0", "button index 1", "button index 2", "button index 3"}));
     contact->ShowMessage(radios());
     const ActionSheet *const sheet = app->window()->actionSheet();
     EXPECT_EQ(sheet->property("title"), "Please Select Options");
@@ -89,17 +100,27 @@ TEST_F(ContactSheetTest, PreparesAMessageAndAMailAndTellsTheirOutcome)
     press("cancelButton");
     EXPECT_EQ(alertTold(), "Email: Mail cancelled");
 
-    const std::tuple<int, QString, QString> outcomes[] = {
-        {0, "", ""},
-        {0, "en panne", "Error: Failed to send SMS!"},
-        {2, "", "Email: Mail sent"},
-        {2, "en panne", "Email: Mail sent failure: en panne"}};
-    for (const auto &[index, failure, told] : outcomes) {
+    const FakeDesktop desktop; // for the file of the mail that is saved
+    QString under;             // what an alert comes over
+    QObject::connect(app->window(), &Window::frontQuestionChanged, app->window(), [&] {
+        if (alert())
+            under = presented();
+    });
+    const std::tuple<int, const char *, QString, QString> outcomes[] = {
+        {0, "sendButton", "", ""},
+        {0, "sendButton", "en panne", "Error: Failed to send SMS!"},
+        {2, "saveButton", "", "Email: Mail saved"},
+        {2, "sendButton", "", "Email: Mail sent"},
+        {2, "sendButton", "en panne", "Email: Mail sent failure: en panne"}};
+    for (const auto &[index, button, failure, told] : outcomes) {
         system->failure = failure;
-        choose(index);
-        press("sendButton");
+        const QString composer = choose(index);
+        under.clear();
+        press(button);
+        EXPECT_EQ(under, told.isEmpty() ? QString() : composer) << "the alert comes before the composer goes";
         EXPECT_EQ(alertTold(), told);
-        EXPECT_EQ(presented() + alertTold(), "");
+        EXPECT_EQ(presented(), "");
+        alertTold(); // where the saved mail is
     }
     EXPECT_EQ(system->messages.last().body, "TRV votre texte");
     EXPECT_EQ(system->mails.last().subject, "ORVEL Application");
@@ -118,6 +139,7 @@ TEST_F(ContactSheetTest, ADeviceThatCannotSaysSo)
     };
     for (int index = 0; index < 4; ++index) {
         EXPECT_EQ(choose(index), "");
+        EXPECT_TRUE(!alert() || alert()->buttons() == QStringList{"OK"});
         EXPECT_EQ(alertTold(), failures[index]);
     }
 }

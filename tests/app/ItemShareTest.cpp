@@ -109,6 +109,14 @@ TEST_F(ItemShareTest, AMailCarriesTitleAndPicture)
         EXPECT_EQ(draft.attachment.isEmpty(), beginning.isEmpty());
         radios().dismissViewController(false);
     }
+    run(&ItemShare::emailCall, ItemShare(JsonValue::emptyObject(), picture));
+    const MailDraft untitled = presentedAs<MailComposeViewController>().draft();
+    EXPECT_EQ(untitled.body, "(null)");
+    const QByteArray bestQuality =
+        QByteArray("\xff\xdb\0\x43\0", 5) + QByteArray(64, 1); // nothing is rounded
+    EXPECT_TRUE(untitled.attachment.contains(bestQuality));
+    radios().dismissViewController(false);
+
     QImage transparent(8, 8, QImage::Format_ARGB32_Premultiplied);
     transparent.fill(Qt::transparent);
     run(&ItemShare::emailCall, ItemShare(item(), transparent));

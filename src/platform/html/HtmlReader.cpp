@@ -19,7 +19,7 @@ constexpr QByteArrayView root = "<orvel-root>";
 
 bool isNoText(QChar character)
 {
-    const bool isSpace = character == u'\t' || character == u'\n' || character == u'\f' || character == u'\r';
+    const bool isSpace = character == u'\t' || character == u'\n' || character == u'\r';
     return (character < u' ' && !isSpace) || character >= u'\ufffe';
 }
 

@@ -23,8 +23,7 @@ bool isBlock(const QByteArray &name)
 
 bool isSpace(QChar character)
 {
-    return character == u' ' || character == u'\n' || character == u'\t' || character == u'\r' ||
-           character == u'\f';
+    return character == u' ' || character == u'\n' || character == u'\t' || character == u'\r';
 }
 
 bool keepsSpaces(const QByteArray &name, const HtmlAttributes &attributes)

@@ -25,11 +25,11 @@ TEST(HtmlTextTest, BlocksCellsAndBreaksAreLines)
     expectTexts({{"", u""},
                  {"Un\n <b> deux</b>\ttrois ", u"Un deux trois"},
                  {"<p>Un</p>\n<p></p><p>Deux<p>Trois", u"Un\nDeux\nTrois"},
-                 {"<p>a<br></p>b <br><br> c<hr>d", u"a\nb\n\nc\n\nd"},
+                 {"<p>a<br></p>b <br><br>c<hr>d", u"a\nb\n\nc\n\nd"},
                  {"<h1>T</h1>x<ul><li>a<li>b<ol><li>c</ol></ul>d", u"T\nx\na\nb\nc\nd"},
                  {"<table><tr><td>a</td><td>b</tr><tr><th>c</table>d", u"a\nb\nc\nd"},
                  {"a<blockquote>q</blockquote>z<dl><dt>t<dd>d</dl>", u"a\nq\nz\nt\nd"},
-                 {"<pre>\n x\n\n  <i>y </i> z\n</pre>a  b", u" x\n\n  y  z\na b"},
+                 {"<pre>\n x\n\n  <i>y  w</i> z\n</pre>a  b", u" x\n\n  y  w z\na b"},
                  {"<html><head><title>T</title></head><body>a</body></html>b", u"a\nb"}});
 }
 

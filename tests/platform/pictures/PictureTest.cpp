@@ -5,6 +5,7 @@
 #include "support/TestLoop.h"
 
 #include <QBuffer>
+#include <QImageWriter>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -12,6 +13,8 @@ using namespace orvel;
 using namespace orvel::test;
 
 namespace {
+
+const QByteArray drawing = "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>";
 
 QByteArray png(int width, int height)
 {
@@ -74,7 +77,7 @@ TEST_F(PictureTest, AFailedLoadLeavesTheViewAsItWas)
         answer(png(10, 10), {}, "HTTP/1.1 404 Not Found"),
         answer({}, {}, "HTTP/1.1 304 Not Modified"), // of what was never asked
         answer("<!DOCTYPE html><html><body>Portal</body></html>"),
-        answer("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>"),
+        answer(drawing),
         answer(spoilt),
         answer({}),
         answer(png(5000, 4000)), // too many pixels
@@ -99,9 +102,13 @@ TEST_F(PictureTest, AFailedLoadLeavesTheViewAsItWas)
 
 TEST_F(PictureTest, DecodesUprightAndScalesDownWhatIsVeryLarge)
 {
-    const std::pair<QByteArray, QSize> cases[] = {{png(4000, 1000), {2048, 512}},
-                                                  {png(2048, 3), {2048, 3}},
-                                                  {png(15000, 1), {2048, 1}},
+    QBuffer lying;
+    QImageWriter writer(&lying, "JPEG");
+    writer.setTransformation(QImageIOHandler::TransformationRotate90);
+    writer.write(QImage(30, 20, QImage::Format_RGB32));
+    const std::pair<QByteArray, QSize> cases[] = {{lying.data(), {20, 30}},  {png(1, 4000), {1, 2048}},
+                                                  {drawing, {0, 0}},         {png(4000, 1000), {2048, 512}},
+                                                  {png(2048, 3), {2048, 3}}, {png(15000, 1), {2048, 1}},
                                                   {"GIF89a", {0, 0}}};
     for (const auto &[bytes, size] : cases) {
         std::optional<QSize> decoded;
@@ -137,9 +144,10 @@ TEST_F(PictureTest, ANewerLoadReplacesTheOneUnderWay)
 TEST_F(PictureTest, AFreshPictureIsShownAtOnceAndAStaleOneValidated)
 {
     const QByteArray fields = "Cache-Control: max-age=60\r\nETag: \"v1\"\r\n";
-    const ScriptedServer server(std::vector<Script>{answer(png(30, 30), fields),
-                                                    {Send{httpHead(fields, "HTTP/1.1 304 Not Modified")}},
-                                                    answer(png(40, 40), fields)});
+    const ScriptedServer server(
+        std::vector<Script>{answer(png(30, 30), fields),
+                            {Send{httpHead("Cache-Control: max-age=60\r\n", "HTTP/1.1 304 Not Modified")}},
+                            answer(png(40, 40), fields)});
     const QString url = server.url("/kept");
     TakenClock clock;
     ImageView view;
@@ -158,16 +166,20 @@ TEST_F(PictureTest, AFreshPictureIsShownAtOnceAndAStaleOneValidated)
     EXPECT_EQ(server.requestCount(), 2u) << "the validation made it fresh again";
     clock.turn(2);
     EXPECT_EQ(load(view, url), QSize(40, 40)) << "the server had a newer one";
+    EXPECT_TRUE(server.requests()[2].contains("If-None-Match: \"v1\"\r\n")) << "the validation left the tag";
 }
 
-TEST_F(PictureTest, AnAnswerThatMayNotBeStoredIsAskedForEachTime)
+TEST_F(PictureTest, AnAnswerThatMayNotBeStoredReplacesTheOneThatMayBeValidated)
 {
-    const ScriptedServer server(answer(png(30, 30), "Cache-Control: no-store\r\nETag: \"v1\"\r\n"));
+    const QByteArray date = "Last-Modified: Tue, 13 May 2014 10:00:00 GMT\r\n";
+    const ScriptedServer server({answer(png(30, 30), "Cache-Control: no-cache\r\n" + date),
+                                 answer(png(40, 40), "Cache-Control: no-store\r\n" + date),
+                                 answer(png(50, 50))});
     ImageView view;
-    load(view, server.url("/each"));
-    load(view, server.url("/each"));
-    ASSERT_EQ(server.requestCount(), 2u);
-    EXPECT_FALSE(server.requests()[1].contains("If-None-Match"));
+    for (const int side : {30, 40, 50})
+        EXPECT_EQ(load(view, server.url("/each")), QSize(side, side));
+    EXPECT_TRUE(server.requests()[1].contains("If-Modified-Since: Tue, 13 May 2014 10:00:00 GMT\r\n"));
+    EXPECT_FALSE(server.requests()[2].contains("If-Modified-Since"));
 }
 
 TEST_F(PictureTest, ThePictureOnDiskOutlivesTheProgramAndASpoiltOneIsLoadedAnew)
@@ -185,6 +197,10 @@ TEST_F(PictureTest, ThePictureOnDiskOutlivesTheProgramAndASpoiltOneIsLoadedAnew)
     EXPECT_EQ(stored->bytes, png(20, 20));
 
     ImageView view;
+    ImageView leaving;
+    PictureCache::shared().keep(url, fields, png(20, 20), {});
+    leaving.setImageWithProgressIndicatorAndURL(url.text(), {});
+    leaving.setImageWithProgressIndicatorAndURL({}, {}); // while the picture is decoded
     const std::tuple<QByteArray, QSize, std::size_t> files[] = {{png(20, 20), {20, 20}, 0},
                                                                 {"spoilt", {30, 30}, 1}};
     for (const auto &[bytes, size, requests] : files) {
@@ -192,4 +208,5 @@ TEST_F(PictureTest, ThePictureOnDiskOutlivesTheProgramAndASpoiltOneIsLoadedAnew)
         EXPECT_EQ(load(view, url.text()), size);
         EXPECT_EQ(server.requestCount(), requests);
     }
+    EXPECT_TRUE(leaving.image().isNull());
 }

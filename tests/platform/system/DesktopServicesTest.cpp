@@ -2,6 +2,7 @@
 #include "support/FakeDesktop.h"
 
 #include <QDir>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 using namespace orvel;
@@ -50,6 +51,11 @@ TEST_F(DesktopServicesTest, KnowsWhoTakesASchemeFromTheDesktopsOwnData)
                   "nonsense\n[\n=\n[Added Associations]\nx-scheme-handler/sms=gone.desktop;k-b-c.desktop;\n");
     EXPECT_TRUE(services.canSendText());
 
+    qputenv("XDG_CURRENT_DESKTOP", "Here:There");
+    desktop.write("config/there-mimeapps.list", "[Default Applications]\nx-scheme-handler/geo=a.desktop\n");
+    EXPECT_TRUE(services.canOpen("geo"));
+    qunsetenv("XDG_CURRENT_DESKTOP");
+
     QFile::remove(desktop.path("bin/xdg-open"));
     EXPECT_FALSE(services.canSendText()) << "nobody would hand it over";
 }
@@ -63,8 +69,8 @@ TEST_F(DesktopServicesTest, OpensAURLInTheProgramOfItsScheme)
     desktop.takeScheme("https");
     EXPECT_TRUE(services.openURL(u"https://orvel.example/été?a=%20#b"_qs));
     EXPECT_EQ(desktop.given("xdg-open"), QStringList{"https://orvel.example/%C3%A9t%C3%A9?a=%20#b"});
-    for (const char *refused :
-         {"", "http://orvel.example", "--help", "https://a b", "https://a\n", "file:///etc/passwd", ":"})
+    for (const char *refused : {"", "http://orvel.example", "--help", "https://a b", "https://a\n", "--tel:1",
+                                "file:///etc/passwd", ":"})
         EXPECT_FALSE(services.openURL(refused)) << refused;
 }
 
@@ -103,6 +109,15 @@ TEST_F(DesktopServicesTest, HandsAMailWithItsAttachmentToTheMailProgram)
     EXPECT_TRUE(services.sendMail({{""}, "", "", {}, "", ""}, error));
     EXPECT_EQ(desktop.given("xdg-email"), QStringList{"mailto:"});
     EXPECT_EQ(error, "");
+
+    const QString &kept = given.at(1);
+    EXPECT_TRUE(services.sendMail(draft, error) && QFile::exists(kept));
+    desktop.given("xdg-email");
+    std::filesystem::last_write_time(QFileInfo(kept).path().toStdString(),
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(49));
+    EXPECT_TRUE(services.sendMail(draft, error));
+    EXPECT_FALSE(QFile::exists(kept));
+    desktop.given("xdg-email");
 }
 
 TEST_F(DesktopServicesTest, HandsATextMessageToTheMessagingProgram)

@@ -41,9 +41,17 @@ TEST(MailDraftFileTest, KeepsADraftAsAFileAmongTheDocuments)
     for (const QByteArray &part :
          {QByteArray("X-Unsent: 1\r\n"), QByteArray("To: a@b.example, c@d.example Bcc: e@f.example\r\n"),
           QByteArray("filename*=UTF-8''photo%20d%27%C3%A9t%C3%A9.jpeg\r\n"),
-          QByteArray("<b>Bonjour</b>").toBase64()})
+          QByteArray("Content-Type: text/html; charset=utf-8\r\n"), QByteArray("<b>Bonjour</b>").toBase64()})
         EXPECT_TRUE(mail.contains(part)) << part.constData();
-    for (const char *injected : {"\r\nX-Other", "\r\nX-Third", "\r\nBcc"})
+    QString subject;
+    const qsizetype at = mail.indexOf("Subject: ") + 9;
+    for (const QByteArray &word : mail.sliced(at, mail.indexOf("\r\nContent", at) - at).split('\n'))
+        subject += QString::fromUtf8(QByteArray::fromBase64(word.trimmed().sliced(10).chopped(2)));
+    EXPECT_EQ(subject, draft.subject.simplified());
+    const qsizetype boundary = mail.indexOf("boundary=\"") + 10;
+    EXPECT_TRUE(
+        mail.endsWith("--" + mail.sliced(boundary, mail.indexOf('"', boundary) - boundary) + "--\r\n"));
+    for (const char *injected : {"\r\nX-Third", "\r\nBcc"})
         EXPECT_FALSE(mail.contains(injected)) << injected;
     for (const QByteArray &line : mail.split('\n'))
         EXPECT_LE(line.size(), 120) << line.constData();
