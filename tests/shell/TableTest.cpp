@@ -53,7 +53,7 @@ struct TableTest : KitTest
         list->counts = {100};
         list->heights = {{40, 1000}};
         draw("Table { id: list; anchors.fill: parent; outlet: parent.outlet; delegate: TableRow {\n"
-             "table: list; text: row; PressButton {} } }",
+             "table: list; text: row; required property QtObject cell; PressButton {} } }",
              &table);
     }
     ~TableTest() override { page.reset(); }
@@ -110,6 +110,7 @@ TEST_F(TableTest, KeysShowARowHigherThanTheTableBeforeTheyLeaveIt)
     const QQuickItem *row = focused();
     table.reloadSections({0}, TableView::RowAnimation::Fade);
     EXPECT_EQ(focused(), row) << "a row reloaded keeps its place in the layout";
+    EXPECT_EQ(row->property("cell").value<QObject *>(), table.cellForRowAtIndexPath({0, 0}).get());
 }
 
 TEST_F(TableTest, APressThatTheGateCutOffChoosesNothing)

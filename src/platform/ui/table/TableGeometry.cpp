@@ -26,35 +26,35 @@ void TableGeometry::setCounts(const std::vector<int> &rowsInSection)
     m_tops.assign(m_places.size() + 1, 0);
 }
 
-void TableGeometry::setCount(int section, int rows)
+void TableGeometry::setHeights(const HeightOf &heightOf) { ask(0, m_places.size(), heightOf); }
+
+void TableGeometry::setSection(int section, int rows, const HeightOf &heightOf)
 {
-    const auto [first, last] = placesOf(section);
-    if (first == last)
-        return;
+    const auto old = std::ranges::equal_range(m_places, section, {}, &TablePlace::section);
+    const std::ptrdiff_t first = old.begin() - m_places.begin();
+    const std::ptrdiff_t last = old.end() - m_places.begin();
     std::vector<TablePlace> places;
     append(places, section, rows);
     const auto replace = [first, last](auto &all, const auto &with) {
-        const auto begin = all.begin() + std::ptrdiff_t(first);
-        all.insert(all.erase(begin, all.begin() + std::ptrdiff_t(last)), with.begin(), with.end());
+        all.insert(all.erase(all.begin() + first, all.begin() + last), with.begin(), with.end());
     };
     replace(m_places, places);
     replace(m_heights, std::vector<double>(places.size()));
     m_tops.resize(m_places.size() + 1);
-    sumFrom(first);
-}
-
-void TableGeometry::setHeights(const HeightOf &heightOf) { ask(0, m_places.size(), heightOf); }
-
-void TableGeometry::setHeights(int section, const HeightOf &heightOf)
-{
-    const auto [first, last] = placesOf(section);
-    ask(first, last, heightOf);
+    const std::size_t begin = static_cast<std::size_t>(first);
+    ask(begin, begin + places.size(), heightOf);
+    sumFrom(begin + places.size());
 }
 
 void TableGeometry::setHeight(const TablePlace &place, const HeightOf &heightOf)
 {
-    if (const std::size_t index = indexOf(place); index < m_places.size())
-        ask(index, index + 1, heightOf);
+    const std::size_t index = indexOf(place);
+    if (index == m_places.size())
+        return;
+    const double before = m_heights[index];
+    ask(index, index + 1, heightOf);
+    if (m_heights[index] != before)
+        sumFrom(index + 1);
 }
 
 std::size_t TableGeometry::indexOf(const TablePlace &place) const
@@ -73,22 +73,13 @@ std::pair<std::size_t, std::size_t> TableGeometry::placesBetween(double top, dou
     return {static_cast<std::size_t>(first), static_cast<std::size_t>(std::max(first, last))};
 }
 
-std::pair<std::size_t, std::size_t> TableGeometry::placesOf(int section) const
-{
-    const auto places = std::ranges::equal_range(m_places, section, {}, &TablePlace::section);
-    return {places.begin() - m_places.begin(), places.end() - m_places.begin()};
-}
-
 void TableGeometry::ask(std::size_t first, std::size_t last, const HeightOf &heightOf)
 {
-    const double bottom = m_tops[last];
     for (std::size_t i = first; i < last; ++i) {
         const double height = heightOf(m_places[i]);
         m_heights[i] = std::isfinite(height) ? std::max(0.0, height) : 0;
         m_tops[i + 1] = m_tops[i] + m_heights[i];
     }
-    if (m_tops[last] != bottom)
-        sumFrom(last);
 }
 
 void TableGeometry::sumFrom(std::size_t first)

@@ -28,13 +28,10 @@ public:
 
     // Takes one count of rows for each section. All heights are 0 afterwards.
     void setCounts(const std::vector<int> &rowsInSection);
-    // Changes one section's count. Its heights are 0 afterwards, all others stay. No effect on a section that
-    // does not exist.
-    void setCount(int section, int rows);
     // Asks for the height of every place.
     void setHeights(const HeightOf &heightOf);
-    // Asks for the heights of one section's places.
-    void setHeights(int section, const HeightOf &heightOf);
+    // Changes the count of a section that exists, and asks for its heights; those of the others stay.
+    void setSection(int section, int rows, const HeightOf &heightOf);
     // Asks for one height. No effect on a place that does not exist.
     void setHeight(const TablePlace &place, const HeightOf &heightOf);
 
@@ -50,9 +47,7 @@ public:
     std::pair<std::size_t, std::size_t> placesBetween(double top, double bottom) const;
 
 private:
-    // Returns the places [first, last) of a section.
-    std::pair<std::size_t, std::size_t> placesOf(int section) const;
-    // Asks for the heights of the places [first, last).
+    // Asks for the heights of the places [first, last), and sums up to there.
     void ask(std::size_t first, std::size_t last, const HeightOf &heightOf);
     void sumFrom(std::size_t first);
 

@@ -95,8 +95,7 @@ void TableView::reloadSections(const std::vector<int> &sections, RowAnimation)
         for (const int section : sections) {
             if (!dataSource || !m_geometry->contains({section, TableElementKind::Header}))
                 continue;
-            m_geometry->setCount(section, dataSource->numberOfRowsInSection(*this, section));
-            m_geometry->setHeights(section, heightOf);
+            m_geometry->setSection(section, dataSource->numberOfRowsInSection(*this, section), heightOf);
         }
         tellContentHeight();
         showElementsInView([&](const TablePlace &shown) {

@@ -34,12 +34,7 @@ TEST_F(TableViewTest, AsksForARowWhenItComesIntoViewAndAgainWhenItComesBack)
     EXPECT_EQ(contentHeights, QList<double>{352 + 60000});
     EXPECT_EQ(list->role(2, "rowTop"), 412);
     EXPECT_EQ(list->role(2, "rowHeight"), 60);
-    const struct
-    {
-        double offset;
-        const char *asked;
-        const char *inView;
-    } steps[] = {
+    const std::tuple<double, const char *, const char *> steps[] = {
         {0, "H 0 1 2", "H 0 1 2"},
         {351, "3 4 5 6 7 8", "H 0 1 2 3 4 5 6 7 8"},
         {352, "", "0 1 2 3 4 5 6 7 8"},
@@ -48,10 +43,10 @@ TEST_F(TableViewTest, AsksForARowWhenItComesIntoViewAndAgainWhenItComesBack)
         {60352, "", ""},
         {0, "H 0 1 2", "H 0 1 2"},
     };
-    for (const auto &step : steps) {
-        table.setContentOffset(step.offset);
-        EXPECT_EQ(list->newlyAsked(), step.asked) << step.offset;
-        EXPECT_EQ(list->inView(), step.inView) << step.offset;
+    for (const auto &[offset, asked, inView] : steps) {
+        table.setContentOffset(offset);
+        EXPECT_EQ(list->newlyAsked(), asked) << offset;
+        EXPECT_EQ(list->inView(), inView) << offset;
     }
     table.setContentOffset(std::nan(""));
     EXPECT_EQ(list->scrolls, 6) << "only a change is a scroll";
@@ -85,8 +80,8 @@ TEST_F(TableViewTest, LoadsWithItsFirstFrameAndAsksAllHeightsAgainForAnotherWidt
 TEST_F(TableViewTest, ReloadsRowsByTheirHeightsAndCellsAlone)
 {
     show(180);
+    EXPECT_EQ(list->newlyAsked(), "0 1 2");
     contentHeights.clear();
-    list->newlyAsked();
     list->heightsAsked = 0;
     const QObject *row = viewOf(1);
     const QObject *neighbour = viewOf(2);
@@ -103,6 +98,10 @@ TEST_F(TableViewTest, ReloadsRowsByTheirHeightsAndCellsAlone)
     EXPECT_EQ(viewOf(2), neighbour);
     EXPECT_EQ(table.cellForRowAtIndexPath({0, 1}).get(), viewOf(1));
     EXPECT_EQ(table.cellForRowAtIndexPath({0, 400}), nullptr);
+    const std::weak_ptr<TableViewCell> leaving = table.cellForRowAtIndexPath({0, 1});
+    table.setContentOffset(5000);
+    EXPECT_FALSE(leaving.expired());
+    EXPECT_TRUE(test::waitUntil([&] { return leaving.expired(); }));
 }
 
 TEST_F(TableViewTest, SectionsFoldAndUnfoldWhileTheOthersStay)
@@ -153,17 +152,6 @@ TEST_F(TableViewTest, ScrollsARowToTheTopAsFarAsTheListGoes)
     EXPECT_EQ(scrolled({0, 1}, false), 0);
 }
 
-TEST_F(TableViewTest, KeepsWhatLeavesUntilALaterTurn)
-{
-    show();
-    const std::weak_ptr<TableViewCell> scrolledAway = table.cellForRowAtIndexPath({0, 0});
-    table.setContentOffset(5000);
-    const std::weak_ptr<TableViewCell> reloaded = table.cellForRowAtIndexPath({0, 85});
-    table.reloadData();
-    EXPECT_FALSE(scrolledAway.expired() || reloaded.expired());
-    EXPECT_TRUE(test::waitUntil([&] { return scrolledAway.expired() && reloaded.expired(); }));
-}
-
 TEST_F(TableViewTest, TakesAReloadAskedForWhileItAsks)
 {
     list->meanwhile = [this] {
@@ -187,20 +175,4 @@ TEST_F(TableViewTest, ShowsAndSelectsOnlyWhatExists)
     for (const auto &[section, row] : {IndexPath{0, 1}, {1, 0}, {0, 2}, {2, 0}, {-1, -1}})
         table.selectRow(section, row);
     EXPECT_EQ(list->chosen, QList<int>({1, 0}));
-
-    TableView other;
-    other.setFrame(QRectF(0, 0, 320, 500));
-    other.setDataSource(list);
-    other.reloadData();
-    EXPECT_EQ(other.elements()->rowCount(), 0) << "cells of no kind that it knows";
-    other.registerCell("cell", [] { return std::make_shared<TableViewCell>(); });
-    other.reloadData();
-    EXPECT_EQ(other.contentHeight(), 4 * 44) << "rows of 44 points without a delegate";
-    EXPECT_EQ(other.elements()->rowCount(), 2);
-    list.reset();
-    other.reloadSections({0}, None);
-    EXPECT_EQ(other.elements()->rowCount(), 0);
-    other.reloadData();
-    other.selectRow(0, 0);
-    EXPECT_EQ(other.contentHeight(), 0);
 }
