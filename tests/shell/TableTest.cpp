@@ -108,9 +108,12 @@ TEST_F(TableTest, KeysShowARowHigherThanTheTableBeforeTheyLeaveIt)
     EXPECT_EQ(focused(), drawn()) << "the table keeps the keyboard of a row that left";
     EXPECT_EQ(after({Qt::Key_Down}), "0");
     const QQuickItem *row = focused();
+    list->heights[0] = 80;
     table.reloadSections({0}, TableView::RowAnimation::Fade);
     EXPECT_EQ(focused(), row) << "a row reloaded keeps its place in the layout";
     EXPECT_EQ(row->property("cell").value<QObject *>(), table.cellForRowAtIndexPath({0, 0}).get());
+    EXPECT_EQ(after({Qt::Key_Down}), "1");
+    EXPECT_EQ(focused()->y(), 80);
 }
 
 TEST_F(TableTest, APressThatTheGateCutOffChoosesNothing)
