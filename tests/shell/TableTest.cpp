@@ -79,11 +79,13 @@ TEST_F(TableTest, ScrollsByDraggingAndGlidesWhereTheScreenWantsItTo)
 
 TEST_F(TableTest, KeysWalkThroughTheRowsAndScrollThemIntoSight)
 {
+    table.setContentOffset(30);
     EXPECT_EQ(after({Qt::Key_Tab}), "0");
+    EXPECT_EQ(table.contentOffset(), 0);
     for (int i = 0; i < 30; ++i)
         key(Qt::Key_Down);
     EXPECT_EQ(after({Qt::Key_Return}), "30");
-    EXPECT_GT(table.contentOffset(), 31 * 60 - 480);
+    EXPECT_EQ(table.contentOffset(), 32 * 60 - 480) << "with the row after it";
     EXPECT_EQ(after({Qt::Key_Tab, Qt::Key_Down}), "31") << "on from the button in the row";
     EXPECT_EQ(after({Qt::Key_End}), "99");
     EXPECT_EQ(table.contentOffset(), 99 * 60 + 1000 - 480);
@@ -187,7 +189,7 @@ TEST_F(KitTest, TextsAreAsHighAsTheyAreDrawn)
     EXPECT_EQ(textHeight("", 16, 280), 0);
     const QString line = "Tous les succès d'hier et d'aujourd'hui, anticonstitutionnellement";
     for (const QString &text : {line.first(9), line + "\n\n😀 日本 " + line, "\r\n" + line.repeated(9)}) {
-        for (const auto &[size, width] : {std::pair(14, 253.0), {16, 253.0}, {16, 280.0}, {16, 253.0}}) {
+        for (const auto &[size, width] : {std::pair(14, 253.0), {16, 253.0}, {16, 120.0}, {16, 253.0}}) {
             QFont font("Inter");
             font.setPixelSize(size);
             drawn()->setProperty("font", font);
