@@ -9,8 +9,10 @@ import time
 import gi
 
 gi.require_version('Atspi', '2.0')
-from gi.repository import Atspi, GLib  # noqa: E402
+from gi.repository import Atspi, Gio, GLib  # noqa: E402
 
+PORTAL = '/org/freedesktop/portal/desktop'
+SETTINGS = 'org.freedesktop.portal.Settings'
 PRESSABLE = {'push button', 'check box', 'list item', 'link', 'page tab'}
 faults, announced = [], []
 
@@ -108,6 +110,40 @@ def look_through(screen):
     print(f'ok    {screen}: {len(nodes)} objects, {len(rows)} rows', flush=True)
 
 
+def set_up_portal():
+    """A desktop's settings portal: animations are off."""
+    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+    interface = Gio.DBusNodeInfo.new_for_xml(
+        f'<node><interface name="{SETTINGS}"><method name="Read"><arg type="s" direction="in"/>'
+        '<arg type="s" direction="in"/><arg type="v" direction="out"/></method></interface></node>').interfaces[0]
+    bus.register_object(PORTAL, interface, lambda *call: call[-1].return_value(
+        GLib.Variant('(v)', (GLib.Variant('v', GLib.Variant('b', False)),))))
+    Gio.bus_own_name_on_connection(bus, 'org.freedesktop.portal.Desktop', Gio.BusNameOwnerFlags.NONE)
+    return bus
+
+
+def allow_motion(bus):
+    bus.emit_signal(None, PORTAL, SETTINGS, 'SettingChanged', GLib.Variant(
+        '(ssv)', ('org.gnome.desktop.interface', 'enable-animations', GLib.Variant('b', True))))
+    bus.flush_sync()
+
+
+def places_while_the_menu_opens():
+    """Where the centre's other button stands from the press on, place after place."""
+    button = find('push button', 'Contacter la station')
+    places = []
+    press('push button', 'Menu')
+    end = time.monotonic() + 0.5
+    while time.monotonic() < end:
+        x = button.get_extents(Atspi.CoordType.WINDOW).x
+        if x not in places:
+            places.append(x)
+    press('push button', 'Fermer le menu')
+    wait_for('the menu is closed', lambda: not find('text', 'Rechercher'))
+    return places
+
+
+session = set_up_portal()
 client = subprocess.Popen([sys.argv[1], '--delay', '3000'])
 try:
     listener = Atspi.EventListener.new(listen)
@@ -158,6 +194,14 @@ try:
     wait_for('the box is checked', lambda: box.get_state_set().contains(Atspi.StateType.CHECKED))
     press('push button', 'Fermer')
     wait_for('the form is gone', lambda: not find('check box', 'Se souvenir de moi'))
+
+    places = places_while_the_menu_opens()
+    if len(places) > 2:
+        fault(f'the menu moves where the desktop asks for reduced motion: {places}')
+    allow_motion(session)
+    places = places_while_the_menu_opens()
+    if len(places) < 4:
+        fault(f'the menu does not move: {places}')
 finally:
     client.terminate()
     client.wait()

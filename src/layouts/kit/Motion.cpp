@@ -4,6 +4,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 
 namespace orvel {
 
@@ -15,10 +16,11 @@ const QString settings = QStringLiteral("org.freedesktop.portal.Settings");
 const QString group = QStringLiteral("org.gnome.desktop.interface");
 const QString key = QStringLiteral("enable-animations");
 
-// A portal's answer is a variant within a variant.
-QVariant inner(const QVariant &value)
+bool isFalse(const QDBusVariant &value)
 {
-    return value.canConvert<QDBusVariant>() ? inner(value.value<QDBusVariant>().variant()) : value;
+    const QVariant held = value.variant();
+    // A portal's answer is a variant within a variant.
+    return held.canConvert<QDBusVariant>() ? isFalse(held.value<QDBusVariant>()) : held == QVariant(false);
 }
 
 } // namespace
@@ -29,14 +31,14 @@ Motion::Motion()
     if (!bus.isConnected())
         return;
     bus.connect(portal, place, settings, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+                SLOT(settingChanged(QDBusMessage)));
     QDBusMessage read = QDBusMessage::createMethodCall(portal, place, settings, QStringLiteral("Read"));
     read << group << key;
     auto *const answer = new QDBusPendingCallWatcher(bus.asyncCall(read), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         const QDBusPendingReply<QDBusVariant> reply = *answer;
         if (reply.isValid())
-            settingChanged(group, key, reply.value());
+            setReduced(isFalse(reply.value()));
         answer->deleteLater();
     });
 }
@@ -49,10 +51,11 @@ void Motion::setReduced(bool reduced)
     Q_EMIT reducedChanged();
 }
 
-void Motion::settingChanged(const QString &changedGroup, const QString &changedKey, const QDBusVariant &value)
+void Motion::settingChanged(const QDBusMessage &signal)
 {
-    if (changedGroup == group && changedKey == key)
-        setReduced(inner(value.variant()) == QVariant(false));
+    const QVariantList parts = signal.arguments();
+    if (parts.size() == 3 && parts[0] == group && parts[1] == key)
+        setReduced(isFalse(parts[2].value<QDBusVariant>()));
 }
 
 } // namespace orvel

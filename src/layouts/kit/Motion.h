@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 #include <QQmlEngine>
 
@@ -24,7 +24,7 @@ Q_SIGNALS:
     void reducedChanged();
 
 private Q_SLOTS:
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+    void settingChanged(const QDBusMessage &signal);
 
 private:
     bool m_reduced = false;
