@@ -33,7 +33,6 @@ public:
     bool choosesInMenu(const QString &row);
     bool choosesAtMenusEnd(const QString &row);
     void scrollsTo(double offset);
-    void scrollsToEnd() { m_visitor->scroll(1); }
     bool waitsFor(const std::function<bool()> &condition);
     bool plays() const;
     // How loud the sound written so far is at its end: the root mean square of the last half second, 0 to 1.

@@ -3,6 +3,8 @@
 #include "platform/ui/containers/Window.h"
 #include "platform/ui/outlets/Button.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <gtest/gtest.h>
 
 using namespace orvel;
@@ -63,6 +65,45 @@ TEST(ActionSheetTest, StandsAmongAlertsInTheOrderTheyCame)
     alert->click(0);
     EXPECT_FALSE(window.alert() || window.actionSheet());
     EXPECT_EQ(answers->seen, QStringList({"sheet 2 of 2", "sheet 0 of 1", "over 0 0"}));
+}
+
+TEST(InputGateTest, SwallowsEveryKindOfInputWhileItIsHeld)
+{
+    struct Receiver : QObject
+    {
+        bool event(QEvent *event) override { return seen << event->type(), true; }
+        QList<QEvent::Type> seen;
+    } receiver;
+    using Events = QList<QEvent::Type>;
+    const auto received = [&](const Events &types, bool repeat = false) {
+        receiver.seen.clear();
+        for (const QEvent::Type type : types) {
+            QKeyEvent event(type, Qt::Key_A, Qt::NoModifier, QString(), repeat);
+            QCoreApplication::sendEvent(&receiver, &event);
+        }
+        return receiver.seen;
+    };
+    const Events input{QEvent::MouseButtonPress, QEvent::MouseButtonDblClick, QEvent::KeyPress,
+                       QEvent::KeyRelease,       QEvent::ShortcutOverride,    QEvent::Wheel,
+                       QEvent::TouchBegin,       QEvent::TabletPress,         QEvent::InputMethod};
+    InputGate &gate = InputGate::shared();
+    int closings = 0;
+    QObject::connect(&gate, &InputGate::closed, &receiver, [&] {
+        ++closings;
+        EXPECT_EQ(received({QEvent::InputMethod}), Events{QEvent::InputMethod}) << "the last to pass";
+    });
+    EXPECT_EQ(received(input), input);
+    gate.hold();
+    gate.hold();
+    EXPECT_EQ(received(input), Events());
+    EXPECT_EQ(received({QEvent::MouseButtonRelease}), Events{QEvent::MouseButtonRelease});
+    gate.release();
+    EXPECT_EQ(received(input), Events());
+    EXPECT_EQ(closings, 1);
+    gate.release();
+    EXPECT_EQ(received({QEvent::KeyPress}, true), Events()) << "held down all the while";
+    EXPECT_EQ(received(input), input);
+    EXPECT_EQ(received({QEvent::KeyPress}, true), Events{QEvent::KeyPress});
 }
 
 TEST(ProgressHudTest, HoldsTheInputGateWhileItIsShown)
