@@ -23,7 +23,7 @@ private:
     void look();
     void printState();
     void takeStep();
-    // A word in between: without a sound device the client says so.
+    // Answers an alert that the steps do not expect: a client without a sound device shows one.
     void answerAlert();
     void takePicture(const QString &name);
     void finish();

@@ -11,8 +11,8 @@ class Visitor;
 // One step of a tour: what to do, what to wait for, and the picture to leave of it.
 struct TourStep
 {
-    std::function<bool(Visitor &)> act; // tried until it says true
-    QString sees;                       // to be in sight after it; nothing when empty
+    std::function<bool(Visitor &)> act; // tried until it returns true
+    QString sees;                       // to be in sight after it; empty: no text
     double rest;                        // seconds from then to the picture or the next step
     QString picture;                    // its name; none when empty
 };

@@ -22,7 +22,7 @@ public:
     Application(const Application &) = delete;
     Application &operator=(const Application &) = delete;
 
-    // Makes the screens and shows the window; false when it can't be shown.
+    // Makes the screens and shows the window. Returns false when the window can't be shown.
     bool start();
 
     AppDelegate &delegate() { return *m_delegate; }

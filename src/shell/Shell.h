@@ -15,7 +15,7 @@ public:
     explicit Shell(Window &window);
     ~Shell() override;
 
-    // False when the layout could not be made; the log says why.
+    // Returns false when the layout could not be made; the log has the reason.
     bool show();
     QQuickWindow &quickWindow() { return m_view; }
 

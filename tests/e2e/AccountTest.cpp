@@ -8,7 +8,7 @@
 using namespace orvel;
 using namespace orvel::test;
 
-TEST(AccountEndToEndTest, RegistersLogsInAtTheSecondAttemptAndSubscribes)
+TEST(AccountEndToEndTest, RegistersAndLogsInAtTheSecondAttempt)
 {
     const QString emailHint = "vous@exemple.fr";
     const QString enrol = QString::fromUtf8("Créer mon compte");
@@ -48,15 +48,4 @@ TEST(AccountEndToEndTest, RegistersLogsInAtTheSecondAttemptAndSubscribes)
     EXPECT_TRUE(listener.app().isLogin);
     EXPECT_TRUE(UserDefaults::standardUserDefaults().boolForKey("user_save"));
     EXPECT_FALSE(listener.sees("Se connecter"));
-
-    ASSERT_TRUE(listener.choosesAtMenusEnd(QString::fromUtf8("Inscrivez-vous à la Newsletter")));
-    ASSERT_TRUE(listener.touches(emailHint));
-    listener.types("ana@example.org");
-    ASSERT_TRUE(listener.touches("S'inscrire"));
-    ASSERT_TRUE(listener.acknowledges("you must enter in field"));
-    listener.types("Ana");
-    ASSERT_TRUE(listener.touches("S'inscrire"));
-    ASSERT_TRUE(
-        listener.acknowledges("Merci Ana ! La newsletter d'Orvel Radio vous attend chaque vendredi."));
-    EXPECT_TRUE(listener.waitsNotToSee("S'inscrire"));
 }

@@ -62,23 +62,6 @@ TEST_F(EndToEndTest, EveryKindOfStreamPlays)
     EXPECT_GE(heard, 8);
 }
 
-TEST_F(EndToEndTest, TheMenuBringsTheListBackWhileTheMusicGoesOn)
-{
-    ASSERT_TRUE(listener.touches("Orvel La Radio"));
-    ASSERT_TRUE(listener.waitsFor([&] { return listener.plays() && !listener.app().gl3.isEmpty(); }));
-    const auto player = listener.app().radio();
-
-    ASSERT_TRUE(listener.touches("Menu"));
-    ASSERT_TRUE(listener.waitsToSee("Grille des programmes"));
-    ASSERT_TRUE(listener.touches("News"));
-    ASSERT_TRUE(listener.acknowledges("Cette rubrique n'est pas encore disponible."));
-    ASSERT_TRUE(listener.touches("Radios"));
-    ASSERT_TRUE(listener.waitsToSee("Toute la musique qu'on aime, en direct"));
-    EXPECT_TRUE(listener.sees(listener.app().gl3));
-    EXPECT_EQ(listener.app().radio(), player);
-    EXPECT_TRUE(listener.plays());
-}
-
 TEST_F(EndToEndTest, TheMenuIsUsedByKeyboard)
 {
     ASSERT_TRUE(listener.waitsNotToSee("Please Wait..."));

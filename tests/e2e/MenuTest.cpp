@@ -31,12 +31,8 @@ struct MenuEndToEndTest : testing::Test
 
 TEST_F(MenuEndToEndTest, RowsOpenTheirScreensAndPagesOrSayThatTheyAreNotThere)
 {
-    for (const char *row : {"Agenda", "Top 10"}) {
-        ASSERT_TRUE(listener.choosesInMenu(row)) << row;
-        ASSERT_TRUE(listener.waitsToSee(notThere)) << row;
-        listener.presses(Qt::Key_Escape);
-        ASSERT_TRUE(listener.waitsNotToSee(notThere)) << row;
-    }
+    ASSERT_TRUE(listener.choosesInMenu("Agenda"));
+    ASSERT_TRUE(listener.acknowledges(notThere));
     ASSERT_TRUE(listener.choosesAtMenusEnd("Orvel Radio sur Instagram"));
     EXPECT_EQ(system->opened, QStringList{StationConfiguration::current().instagramPage});
     ASSERT_TRUE(listener.touches(QString::fromUtf8("Fréquences")));

@@ -90,6 +90,16 @@ TEST_F(ContainersTest, ThePanelOpensAndClosesByPanTapAndEscape)
     pan(350, 100);
     EXPECT_FALSE(side->isOpen());
     EXPECT_EQ(centreX(), 0);
+    QTest::mousePress(&window(), Qt::LeftButton, {}, {20, 400});
+    for (int x = 20; x < 120; x += 10)
+        QTest::mouseMove(&window(), {x, 400}, 20);
+    InputGate::shared().hold();
+    for (int x = 120; x < 360; x += 20)
+        QTest::mouseMove(&window(), {x, 400}, 10);
+    QTest::mouseRelease(&window(), Qt::LeftButton, {}, {360, 400});
+    InputGate::shared().release();
+    QTest::qWait(300);
+    EXPECT_TRUE(!side->isOpen() && centreX() == 0) << "let go of when the gate closed";
     side->setPanInteractionsWhenClosed(RevealSideViewController::PanNone);
     pan(60, 260);
     EXPECT_FALSE(side->isOpen());
@@ -157,14 +167,24 @@ TEST_F(ContainersTest, AScreenReadersPressIsATapThatTheGateAndAnAlertHoldBack)
 TEST_F(ContainersTest, AnAlertTakesTapsAndKeysFromWhatLiesBeneath)
 {
     side->open(false);
-    Window::showAlert("Un", QString(), {"Non", "Oui"});
-    Window::showAlert("Deux", QString(), {"OK"});
+    struct Answers : AlertViewDelegate
+    {
+        void clickedButtonAtIndex(AlertView &, int button) override { seen << button; }
+        QList<int> seen;
+    };
+    const auto answers = std::make_shared<Answers>();
+    Window::showAlert("Un", QString(), {"Non", "Oui"}, answers);
+    Window::showAlert("Deux", QString(), {"Non", "Oui"}, answers);
     tap({350, 600});
     EXPECT_EQ(screens.alert()->title(), "Deux");
     key(Qt::Key_Escape);
     EXPECT_EQ(screens.alert()->title(), "Un");
+    QKeyEvent repeat(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QString(), true);
+    QCoreApplication::sendEvent(&window(), &repeat);
+    EXPECT_TRUE(screens.alert()) << "held down since the last question";
     key(Qt::Key_Return);
     EXPECT_EQ(screens.alert(), nullptr);
+    EXPECT_EQ(answers->seen, (QList<int>{0, 1}));
     EXPECT_TRUE(side->isOpen());
     key(Qt::Key_Escape);
     EXPECT_FALSE(side->isOpen());

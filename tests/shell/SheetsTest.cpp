@@ -126,6 +126,7 @@ TEST_F(SheetsTest, WhatAnInputMethodMakesReachesEveryFieldButNotThroughTheGate)
     key(Qt::Key_Tab);
     root->bodyView.setText(u"Été\u00a0!"_qs);
     EXPECT_EQ(root->bodyView.text(), u"Été\u00a0!"_qs) << "shown, not edited";
+    itemWith(u"Été"_qs, "QQuickTextEdit");
     compose("", u"ô"_qs);
     compose("x", "");
     tap(centreOf("Envoyer")); // which leaves the keyboard with the field
@@ -147,6 +148,10 @@ TEST_F(SheetsTest, TheKeyboardComesBackToWhereItWasAndShowsIt)
     EXPECT_FALSE(isBack());
     key(Qt::Key_Return);
     EXPECT_TRUE(isBack()) << "after an alert";
+    tap({180, 10});
+    Window::showAlert("Un", QString(), {"OK"});
+    EXPECT_FALSE(itemWith("OK")->property("visualFocus").toBool()) << "for a finger";
+    key(Qt::Key_Return);
     for (const bool animated : {false, true}) {
         root->presentViewController(std::make_shared<MessageComposeViewController>(), animated);
         EXPECT_FALSE(isBack());

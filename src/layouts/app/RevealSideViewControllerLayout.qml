@@ -9,7 +9,7 @@ FocusScope {
 
     required property RevealSideViewController screen
     readonly property real panelWidth: Math.min(width - 56, 320)
-    // As the screen says, and known to both sides before the focus is handed on.
+    // The screen's own value, set before the focus is handed on, since both sides' enabling depends on it.
     property bool open: false
     readonly property real target: screen.isOpen ? panelWidth : 0
     // 0 closed, 1 open.
@@ -94,10 +94,12 @@ FocusScope {
         onActiveChanged: active ? slide.stop() : root.settle()
     }
 
-    // After a pan: where it was flung to, or else to the side that the centre is nearer to.
+    // After a pan: where it was flung to, or else to the side that the centre is nearer to; but back where it was when the input
+    // gate has closed meanwhile.
     function settle(): void {
         const speed = pan.centroid.velocity.x;
-        (Math.abs(speed) > 400 ? speed > 0 : centre.x > panelWidth / 2) ? screen.open(true) : screen.close(true);
+        if (!LastInput.isGated())
+            (Math.abs(speed) > 400 ? speed > 0 : centre.x > panelWidth / 2) ? screen.open(true) : screen.close(true);
         slide.duration = Theme.slide;
         slide.restart();
     }

@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import Orvel.Kit
 import Orvel.Outlets
 
-// A check box of a screen beside its label: checked while the button's tag says so, drawn by its background image.
+// A check box of a screen beside its label: checked while the button's tag is not 0, drawn by its background image.
 PressButton {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick
 import Orvel.Containers
 import Orvel.Kit
 
-// What a list says while it has no rows and isn't being loaded.
+// A list's text while it has no rows and isn't being loaded.
 Column {
     id: root
 

@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import Orvel.Kit
 import Orvel.Outlets
 
-// A field of a form under its label. Text, focus and place go back to the outlet; the Enter key tells it.
+// A field of a form under its label. Writes its text and place back to the outlet and reports focus and the Return key.
 FocusScope {
     id: root
 

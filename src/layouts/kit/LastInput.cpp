@@ -17,9 +17,11 @@ void LastInput::handFocusInto(QQuickItem *scope) const
     handFocusTo(m_key ? scope->nextItemInFocusChain() : scope);
 }
 
+bool LastInput::isGated() { return InputGate::shared().isHeld(); }
+
 bool LastInput::acceptScreenReader()
 {
-    if (InputGate::shared().isHeld())
+    if (isGated())
         return false;
     commitComposition();
     m_key = true;

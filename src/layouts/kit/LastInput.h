@@ -16,14 +16,16 @@ class LastInput : public QObject
 public:
     LastInput();
 
-    // What to give the focus with.
+    // Returns the reason to give the focus with: a control shows the focus that keys brought.
     static Qt::FocusReason focusReason() { return m_key ? Qt::TabFocusReason : Qt::OtherFocusReason; }
     // Gives `item` the keyboard; it shows that when the last input was a key.
     Q_INVOKABLE void handFocusTo(QQuickItem *item) const;
     // The same for what Tab leads to from `scope`, when the last input was a key; else for `scope` itself.
     Q_INVOKABLE void handFocusInto(QQuickItem *scope) const;
 
-    // Whether a screen reader may press what it asks to: not while the input gate is held. Counts as a key.
+    // Returns whether the input gate is held.
+    Q_INVOKABLE static bool isGated();
+    // Returns whether a screen reader may press now: not while the input gate is held. Counts as a key.
     Q_INVOKABLE bool acceptScreenReader();
     // Puts what an input method has in the making into the field that shows it. A button commits before it
     // acts, since a touch may leave the keyboard where it is.

@@ -18,7 +18,7 @@ class PictureItem : public QQuickItem
     Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY radiusChanged)
     // A soft blur of the picture, as a ground for something else.
     Q_PROPERTY(bool backdrop READ isBackdrop WRITE setBackdrop NOTIFY backdropChanged)
-    // There is no picture to draw.
+    // True without a picture to draw.
     Q_PROPERTY(bool empty READ isEmpty NOTIFY emptyChanged)
 public:
     explicit PictureItem(QQuickItem *parent = nullptr);

@@ -21,7 +21,7 @@ public:
 
     ViewController *controller() const { return m_controller.get(); }
     void setController(ViewController *controller);
-    // Null while there is no screen, or none whose layout could be made.
+    // Returns nullptr without a screen, and when its layout could not be made.
     QQuickItem *layoutItem() const { return m_layout; }
 
 Q_SIGNALS:

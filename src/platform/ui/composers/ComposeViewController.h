@@ -29,7 +29,7 @@ public:
     void addImage(const QImage &image);
     void setCompletionHandler(std::function<void(ComposeResult)> handler);
 
-    // The share page with what would be shared now.
+    // Returns the address of the share page with what would be shared now.
     QString sharePage() const;
 
     OUTLET(Label, serviceName);
@@ -38,7 +38,7 @@ public:
     OUTLET(ImageView, imageView);
     // Hidden without a picture.
     OUTLET(Label, imageName);
-    // What becomes of it.
+    // Where the picture goes.
     OUTLET(Label, imageNote);
     OUTLET(Button, cancelButton);
     OUTLET(Button, sendButton);

@@ -25,8 +25,8 @@ public:
 };
 
 // Lets the user finish a mail and hands it to the system's mail program, or keeps it as a file among the
-// user's documents. Present it; it tells its delegate how it ended, once. Only when the delegate is gone does
-// it dismiss itself. Main thread.
+// user's documents. Present it; it reports once to its delegate how it ended. It
+// dismisses itself only when the delegate is gone. Main thread.
 class MailComposeViewController : public orvel::ViewController
 {
     Q_OBJECT
@@ -38,13 +38,13 @@ public:
 
     void setMailComposeDelegate(std::weak_ptr<MailComposeViewControllerDelegate> delegate);
     void setSubject(const QString &subject);
-    // The user edits it as plain text; untouched, it goes as it is given here.
+    // The user edits it as plain text. An untouched body is sent as it is given here.
     void setMessageBody(const QString &html);
     void setToRecipients(const QStringList &recipients);
-    // One attachment; a later one takes its place, and empty data is none.
+    // Keeps one attachment, the last. Empty data: none.
     void addAttachmentData(const QByteArray &attachment, const QString &mimeType, const QString &fileName);
 
-    // What would be sent now.
+    // Returns what would be sent now.
     MailDraft draft() const;
 
     OUTLET(TextField, recipientsField);
@@ -53,11 +53,11 @@ public:
     OUTLET(ImageView, attachmentImage);
     // Hidden without an attachment.
     OUTLET(Label, attachmentName);
-    // Its size, or that the mail program will not take it.
+    // The attachment's size, or that the mail program does not take it.
     OUTLET(Label, attachmentNote);
     OUTLET(Button, cancelButton);
     OUTLET(Button, saveButton);
-    // Enabled while there is somebody to send to.
+    // Enabled while the recipients are not empty.
     OUTLET(Button, sendButton);
 
 private:

@@ -22,8 +22,8 @@ public:
                                      MessageComposeResult result) = 0;
 };
 
-// Lets the user finish a text message and hands it to the system's messaging program. Present it; it tells
-// its delegate how it ended, once. Only when the delegate is gone does it dismiss itself. Main thread.
+// Lets the user finish a text message and hands it to the system's messaging program. Present it; it
+// reports once to its delegate how it ended. It dismisses itself only when the delegate is gone. Main thread.
 class MessageComposeViewController : public orvel::ViewController
 {
     Q_OBJECT
@@ -37,13 +37,13 @@ public:
     void setRecipients(const QStringList &recipients);
     void setBody(const QString &body);
 
-    // What would be sent now.
+    // Returns what would be sent now.
     MessageDraft draft() const;
 
     OUTLET(TextField, recipientsField);
     OUTLET(TextView, bodyView);
     OUTLET(Button, cancelButton);
-    // Enabled while there is somebody to send to.
+    // Enabled while the recipients are not empty.
     OUTLET(Button, sendButton);
 
 private:

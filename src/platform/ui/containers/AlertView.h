@@ -24,7 +24,7 @@ class AlertView : public orvel::Question
     Q_PROPERTY(QString message MEMBER m_message CONSTANT)
     Q_PROPERTY(QStringList buttons MEMBER m_buttons CONSTANT)
 public:
-    // Characters: what comes after them in a server's message would hold up the window.
+    // In characters. A server can send a longer one, which would hold up the window; the rest is cut off.
     static constexpr qsizetype longestMessage = 2000;
 
     // Button 0 is the first of `buttons`, and what Escape and Back choose.

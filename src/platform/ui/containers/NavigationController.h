@@ -18,7 +18,7 @@ public:
     ViewController *topViewController() const { return m_screens.top().get(); }
     ScreenStack *screens() { return &m_screens; }
     void pushViewController(const std::shared_ptr<ViewController> &controller, bool animated);
-    // The root stays.
+    // No effect on the root.
     Q_INVOKABLE void popViewController(bool animated);
 
     bool isNavigationBarHidden() const { return m_navigationBarHidden; }

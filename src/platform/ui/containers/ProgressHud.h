@@ -20,10 +20,11 @@ public:
     enum class MaskType { Clear = 2, Black = 3 };
 
     static ProgressHud &shared();
-    // What layouts see under the type's name.
+    // Returns what layouts see under the type's name: shared().
     static ProgressHud *create(QQmlEngine *, QJSEngine *);
 
-    // Shown until dismiss(), however often it was shown; the input gate is held meanwhile.
+    // Shows the overlay until the next dismiss(), however often it was called. The input gate is held
+    // meanwhile.
     void showWithStatus(const QString &status, MaskType mask = MaskType::Clear);
     void dismiss();
 

@@ -7,8 +7,8 @@
 
 namespace orvel {
 
-// What an alert and an action sheet are: they stand in front of everything else until one of their buttons
-// is clicked, and tell their delegate which. It is not kept alive. Main thread.
+// The common part of an alert and an action sheet. It stands in front of everything else until one of its
+// buttons is clicked, and reports to its delegate which one. The delegate is not kept alive. Main thread.
 class Question : public QObject, public std::enable_shared_from_this<Question>
 {
     Q_OBJECT
@@ -17,11 +17,11 @@ class Question : public QObject, public std::enable_shared_from_this<Question>
 public:
     const QString &title() const { return m_title; }
 
-    // Takes it away, then tells the delegate. A second click does nothing.
+    // Takes the question away, then reports to the delegate. A second click has no effect.
     Q_INVOKABLE void click(int buttonIndex);
 
 Q_SIGNALS:
-    // It was clicked and is to go.
+    // Emitted once, before the delegate is called: the question is to go.
     void clicked();
 
 protected:

@@ -34,12 +34,12 @@ public:
     // is there already stays, and `controller` is dropped: every screen preloads the menu, and the first menu
     // is kept, also while one of its own rows makes a new screen.
     void preloadViewController(const std::shared_ptr<ViewController> &controller, Side side);
-    // Brings the side's screen back into view; nothing happens when there is none.
+    // Brings the side's screen back into view. No effect without one.
     void pushOldViewControllerOnDirection(Side side, bool animated);
     // Replaces the centre (which disappears and is released) and closes the panel.
     void popViewControllerWithNewCenterController(const std::shared_ptr<ViewController> &center,
                                                   bool animated);
-    // Closes the panel. Layouts call both when a pan or a tap on the centre's edge has done so.
+    // Layouts call both when a pan, a tap on the centre's edge or a key asks for it.
     Q_INVOKABLE void close(bool animated);
     Q_INVOKABLE void open(bool animated);
 

@@ -6,8 +6,8 @@
 
 namespace orvel {
 
-// Screens one over the other, of which a layout shows the top one. It keeps them; whoever has it tells them
-// that they appear and disappear. Main thread.
+// Screens one over the other, of which a layout shows the top one. Keeps them alive; its owner calls their
+// appear() and disappear(). Main thread.
 class ScreenStack : public QObject
 {
     Q_OBJECT

@@ -19,7 +19,7 @@ public:
     virtual void dismissFrontViewController(bool animated) = 0;
 
 protected:
-    // The one that all screens use; null for none.
+    // Sets the one that all screens use; nullptr for none.
     static void setPresenter(ScreenPresenter *presenter) { current = presenter; }
 
 private:

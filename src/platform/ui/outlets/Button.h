@@ -20,10 +20,10 @@ public:
     Button() = default;
 
     void setImage(const QString &name, ControlState state);
-    // What touch-up-inside calls; one action, the last one set.
+    // Sets what touch-up-inside calls, in place of an earlier action.
     void setTarget(Action action) { m_action = std::move(action); }
-    // Layouts call it when the button is touched, clicked or chosen by keyboard. A disabled or hidden button
-    // does nothing.
+    // Layouts call it when the button is clicked, by whatever means. No effect while the button is disabled
+    // or hidden, and without an action.
     Q_INVOKABLE void touchUpInside();
 
     OUTLET_VALUE(bool, enabled, setEnabled) = true;

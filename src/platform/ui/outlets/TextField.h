@@ -7,7 +7,7 @@
 
 namespace orvel {
 
-// A field of one line of text. Layouts write the text and the focus back and tell what happens in it.
+// A field of one line of text. Layouts write the text back and report when editing begins and ends.
 class TextField : public orvel::View
 {
     Q_OBJECT
@@ -21,11 +21,11 @@ public:
     void setDidEndEditing(Action action) { m_didEndEditing = std::move(action); }
     void setShouldReturn(Action action) { m_shouldReturn = std::move(action); }
 
-    // Ask the layout for the keyboard, or to give it up.
+    // Ask the layout to take the keyboard, or to give it up.
     void becomeFirstResponder() { Q_EMIT focusWanted(true); }
     void resignFirstResponder() { Q_EMIT focusWanted(false); }
 
-    // Layouts call them.
+    // Layouts call them: when the field gets and loses the keyboard, and at the Return key.
     Q_INVOKABLE void beginEditing() { run(m_didBeginEditing); }
     Q_INVOKABLE void endEditing() { run(m_didEndEditing); }
     Q_INVOKABLE void returnKey() { run(m_shouldReturn); }
@@ -45,7 +45,7 @@ private:
     Action m_shouldReturn;
 
     OUTLET_VALUE(QString, text, setText) = QStringLiteral("");
-    // The image at the field's left side, an inset; none when empty.
+    // The image at the field's left side, an inset. An empty text: no image.
     OUTLET_VALUE(QString, leftImage, setLeftImage);
 };
 

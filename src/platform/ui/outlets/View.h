@@ -6,8 +6,8 @@
 
 namespace orvel {
 
-// A value of an outlet: property, getter, setter that notifies on a change, signal and member. The setter
-// does nothing else. Use at the end of a class; it leaves the access at private.
+// Declares a value of an outlet: property, getter, setter, change signal and member. The setter has no other
+// effect than the signal. Use at the end of a class; it leaves the access at private.
 #define OUTLET_VALUE(Type, name, setName)                                                                    \
     Q_PROPERTY(Type name READ name WRITE setName NOTIFY name##Changed)                                       \
 public:                                                                                                      \
@@ -24,7 +24,8 @@ public:                                                                         
 private:                                                                                                     \
     Type m_##name
 
-// A passive place on a screen that a layout draws: setting a value notifies the layout and does nothing else.
+// A passive place on a screen that a layout draws. Setting a value notifies the layout and has no other
+// effect.
 class View : public QObject
 {
     Q_OBJECT

@@ -116,7 +116,9 @@ TEST(ProgressHudTest, HoldsTheInputGateWhileItIsShown)
     hud.dismiss();
     EXPECT_FALSE(hud.isVisible() || InputGate::shared().isHeld());
     hud.dismiss();
-    EXPECT_FALSE(InputGate::shared().isHeld());
+    hud.showWithStatus("Again");
+    EXPECT_TRUE(InputGate::shared().isHeld());
+    hud.dismiss();
 }
 
 TEST(ButtonTest, ActsOnlyWhileEnabledAndShownAndMayEndItsOwner)
