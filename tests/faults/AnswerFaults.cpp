@@ -93,12 +93,12 @@ std::vector<Fault> framings()
     const QByteArray length = QByteArray::number(sound().size());
     const QByteArray chunked = soundHead("Transfer-Encoding: chunked\r\n");
     const QByteArray packed = soundHead("Content-Encoding: deflate\r\n");
-    Fault cut =
-        fails("ShorterThanItsLength", {Send{soundHead("Content-Length: 999999\r\n") + sound()}, Pause{0.3}});
+    Fault cut = fails("ShorterThanItsLength",
+                      {Send{soundHead("Content-Length: 999999\r\n") + sound()}, WaitForRelease{}});
     cut.sounds = true;
     Fault chunkCut =
         fails("ChunkWithoutASize", {Send{chunked + QByteArray::number(sound().size(), 16) + "\r\n" + sound()},
-                                    Pause{0.3}, Send{"\r\nnone\r\n"}, Stall{}});
+                                    WaitForRelease{}, Send{"\r\nnone\r\n"}, Stall{}});
     chunkCut.sounds = true;
     return {
         cut,

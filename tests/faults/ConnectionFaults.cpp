@@ -7,7 +7,6 @@ namespace {
 constexpr double idle = 30;    // a request without a byte
 constexpr double stalled = 10; // a started sound without any more
 constexpr double waiting = 60; // for a lost network
-constexpr double trickle = 0.003;
 
 Fault after(const std::vector<Turn> &turns, Fault fault)
 {
@@ -46,9 +45,6 @@ std::vector<Fault> connectionFaults()
                         "StreamTitle='Cou"};
     const Send playing{soundHead() + sound()};
     const Turn networkLeaves{.in = RadioStateBuffering, .seconds = stalled, .networkLeaves = true};
-    const auto trickling = [](RadioState in, double seconds) {
-        return std::vector<Turn>{{.in = in, .seconds = seconds, .trickles = true}};
-    };
     return {
         after({{RadioStateConnecting, idle}}, fails("StallInTheHead", {Send{cutHead}, Stall{}})),
         after({{RadioStateBuffering, idle}}, fails("StallAfterTheHead", {Send{soundHead()}, Stall{}})),
@@ -57,27 +53,12 @@ std::vector<Fault> connectionFaults()
         after({{RadioStateBuffering, stalled}}, recovers(plays("StallInMetadata", {cutTitle, Stall{}}))),
         after({networkLeaves, {RadioStateBuffering, waiting}},
               whilePlaying(fails("StallWithoutNetwork", {playing, Stall{}}, RadioErrorHostNotReachable))),
-        // The head's lines count whole; any byte of what follows counts.
-        after(trickling(RadioStateConnecting, idle),
-              fails("AByteASecondOfTheHead", {Send{cutHead}, SendForever{"x", trickle}})),
-        after(trickling(RadioStateBuffering, 3 * idle),
-              {.name = "AByteASecondOfSound",
-               .answers = {{Send{soundHead()}, SendForever{sound().first(1), trickle}}},
-               .state = RadioStateBuffering}),
-        after(trickling(RadioStateBuffering, stalled),
-              recovers(plays("AByteASecondWhilePlaying", {playing, SendForever{"\xFF", trickle}}))),
-        after(trickling(RadioStateConnecting, 3 * idle),
-              ofPlaylist({.name = "AByteASecondOfThePlaylist",
-                          .answers = {{Send{httpHead()}, SendForever{"#", trickle}}},
-                          .state = RadioStateConnecting})),
-        // The pauses let the player read what the reset would take away.
-        ofPlaylist(
-            fails("ResetInThePlaylist", {Send{cutList}, Pause{0.05}, Reset{}}, RadioErrorHostNotReachable)),
-        whilePlaying(fails("ResetInMetadata", {cutTitle, Pause{0.05}, Reset{}})),
-        after(
-            {{.in = RadioStatePlaying, .seconds = 1, .networkLeaves = true}, {RadioStateBuffering, waiting}},
-            whilePlaying(
-                fails("ResetWithoutNetwork", {playing, Pause{0.3}, Reset{}}, RadioErrorHostNotReachable))),
+        ofPlaylist(fails("ResetInThePlaylist", {Send{cutList}, Reset{}}, RadioErrorHostNotReachable)),
+        whilePlaying(fails("ResetInMetadata", {cutTitle, WaitForRelease{}, Reset{}})),
+        after({{.in = RadioStatePlaying, .seconds = 1, .networkLeaves = true, .releasesServer = true},
+               {RadioStateBuffering, waiting}},
+              whilePlaying(fails("ResetWithoutNetwork", {playing, WaitForRelease{}, Reset{}},
+                                 RadioErrorHostNotReachable))),
         stops("EndInMetadata", {cutTitle}, true),
     };
 }

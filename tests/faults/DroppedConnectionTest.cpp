@@ -1,6 +1,6 @@
 #include "faults/Fault.h"
-#include "faults/PlayerUnderTest.h"
-#include "support/TestLoop.h"
+#include "support/EnvironmentValue.h"
+#include "support/PlayerUnderTest.h"
 
 #include <gtest/gtest.h>
 
@@ -20,6 +20,7 @@ void dropAtEach(const QByteArray &head, const Step &end, qsizetype leastToStop =
     const QByteArray answer = (head + sound()).first(mostBytes);
     const qsizetype step = qEnvironmentVariableIsSet("ORVEL_FAULTS_ALL") ? 1 : 37;
     const TakenClock clock;
+    const SilentDevice device;
     for (qsizetype n = 0; n <= answer.size() && !testing::Test::HasFailure();
          n += n < head.size() ? 1 : step) {
         SCOPED_TRACE(n);
@@ -27,8 +28,7 @@ void dropAtEach(const QByteArray &head, const Step &end, qsizetype leastToStop =
         const ScriptedServer server({Send{answer.first(n)}, end});
         PlayerUnderTest player(server.url("/live"));
         player->play();
-        EXPECT_TRUE(
-            waitUntil([&] { return player->radioState() == (stops ? RadioStateStopped : RadioStateError); }));
+        EXPECT_TRUE(player.reaches(stops ? RadioStateStopped : RadioStateError));
         EXPECT_EQ(player->radioError(), stops ? RadioErrorNone : RadioErrorNetworkError);
         EXPECT_TRUE(player.letGo());
         EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));

@@ -8,14 +8,14 @@
 
 namespace orvel::test {
 
-// Once the player is in a state and nothing moves any more, time passes: the state must hold until the end of
+// Once the player is in a state and the server at rest, time passes: the state must hold until the end of
 // these seconds, and not longer.
 struct Turn
 {
     RadioState in;
     double seconds;
-    bool networkLeaves = false; // before
-    bool trickles = false;      // the server sends on, one piece a second
+    bool networkLeaves = false;  // before
+    bool releasesServer = false; // afterwards
 };
 
 // What a server does to the player, and what becomes of it.

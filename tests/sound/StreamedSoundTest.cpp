@@ -149,14 +149,14 @@ TEST(StreamedSoundTest, GoesOnWhereAnUnderrunStoppedIt)
         LivePlayer player(server.url());
         player.streamer->play();
         ASSERT_TRUE(player.reaches(RadioStatePlaying));
-        player.letGo();
+        player.release();
         ASSERT_TRUE(player.reaches(RadioStateBuffering));
         player.hold();
         server.release();
         ASSERT_TRUE(player.reaches(RadioStatePlaying));
         ASSERT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
         letEventsRun();
-        player.letGo();
+        player.release();
         ASSERT_TRUE(player.reaches(RadioStateStopped));
         EXPECT_EQ(server.requestCount(), 1u);
         expectSameSound(player.sound(), decoded(*tone));

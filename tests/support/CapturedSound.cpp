@@ -8,19 +8,12 @@
 namespace orvel::test {
 
 CapturedSound::CapturedSound()
+    : m_file("SDL_DISKAUDIOFILE", m_folder.filePath(QStringLiteral("sound.raw")).toLocal8Bit())
 {
     joinOutputQueues(); // SDL remembers its driver
-    qputenv("SDL_AUDIODRIVER", "disk");
-    qputenv("SDL_DISKAUDIODELAY", "0");
-    qputenv("SDL_DISKAUDIOFILE", m_folder.filePath(QStringLiteral("sound.raw")).toLocal8Bit());
 }
 
-CapturedSound::~CapturedSound()
-{
-    joinOutputQueues();
-    qputenv("SDL_DISKAUDIOFILE", "/dev/null");
-    qunsetenv("SDL_DISKAUDIODELAY");
-}
+CapturedSound::~CapturedSound() { joinOutputQueues(); }
 
 std::vector<float> CapturedSound::samples() const
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/EnvironmentValue.h"
+
 #include <QTemporaryDir>
 #include <vector>
 
@@ -17,7 +19,10 @@ public:
     std::vector<float> samples() const;
 
 private:
-    QTemporaryDir m_folder;
+    const QTemporaryDir m_folder;
+    const EnvironmentValue m_driver{"SDL_AUDIODRIVER", "disk"};
+    const EnvironmentValue m_delay{"SDL_DISKAUDIODELAY", "0"};
+    const EnvironmentValue m_file;
 };
 
 } // namespace orvel::test

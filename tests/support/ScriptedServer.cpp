@@ -27,6 +27,12 @@ QByteArray httpHead(const QByteArray &fields, const QByteArray &statusLine)
     return statusLine + "\r\n" + fields + "\r\n";
 }
 
+Script answer(const QByteArray &body, const QByteArray &status, const QByteArray &fields)
+{
+    const QByteArray length = "Content-Length: " + QByteArray::number(body.size()) + "\r\n";
+    return {Send{httpHead(length + fields, "HTTP/1.1 " + status) + body}};
+}
+
 ScriptedServer::ScriptedServer(Script script) : ScriptedServer(std::vector<Script>{std::move(script)}) {}
 
 ScriptedServer::ScriptedServer(std::vector<Script> scripts) : m_scripts(std::move(scripts))
@@ -77,6 +83,14 @@ int ScriptedServer::openConnections() const
                                           [](const Connection &c) { return c.open; }));
 }
 
+bool ScriptedServer::isAtRest() const
+{
+    const std::lock_guard lock(m_mutex);
+    return !m_connections.empty() && std::ranges::all_of(m_connections, [](const Connection &connection) {
+        return connection.isWaiting || !connection.open;
+    });
+}
+
 void ScriptedServer::release()
 {
     const std::lock_guard lock(m_mutex);
@@ -122,10 +136,10 @@ void ScriptedServer::serve(Connection &connection, const Script &script)
     const int socket = connection.socket;
     bool over = !readRequest(socket);
     for (auto step = script.begin(); !over && step != script.end(); ++step)
-        over = !run(*step, socket);
+        over = !run(*step, connection);
     // What the client still has to read must not be reset: wait until it leaves, too.
     ::shutdown(socket, SHUT_WR);
-    waitUntilClientLeaves(socket);
+    waitUntilClientLeaves(connection);
     const std::lock_guard lock(m_mutex);
     connection.open = false;
     ::close(socket);
@@ -147,8 +161,9 @@ bool ScriptedServer::readRequest(int socket)
     return true;
 }
 
-bool ScriptedServer::run(const Step &step, int socket)
+bool ScriptedServer::run(const Step &step, Connection &connection)
 {
+    const int socket = connection.socket;
     if (const auto *const it = std::get_if<Send>(&step))
         return send(socket, it->bytes);
     if (std::holds_alternative<NextRequest>(step))
@@ -157,7 +172,9 @@ bool ScriptedServer::run(const Step &step, int socket)
         return sleep(it->seconds);
     if (std::holds_alternative<WaitForRelease>(step)) {
         std::unique_lock lock(m_mutex);
+        connection.isWaiting = true;
         m_changed.wait(lock, [this] { return m_stopping || m_releases > 0; });
+        connection.isWaiting = false;
         m_releases -= !m_stopping;
         return !m_stopping;
     }
@@ -165,7 +182,7 @@ bool ScriptedServer::run(const Step &step, int socket)
         while (send(socket, it->bytes) && sleep(it->secondsBetween)) {
         }
     } else if (std::holds_alternative<Stall>(step)) {
-        waitUntilClientLeaves(socket);
+        waitUntilClientLeaves(connection);
     } else if (std::holds_alternative<Reset>(step)) {
         const linger atOnce{1, 0};
         ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
@@ -177,10 +194,14 @@ bool ScriptedServer::run(const Step &step, int socket)
     return false;
 }
 
-void ScriptedServer::waitUntilClientLeaves(int socket)
+void ScriptedServer::waitUntilClientLeaves(Connection &connection)
 {
+    {
+        const std::lock_guard lock(m_mutex);
+        connection.isWaiting = true;
+    }
     std::array<char, 4096> rest;
-    while (::recv(socket, rest.data(), rest.size(), 0) > 0) {
+    while (::recv(connection.socket, rest.data(), rest.size(), 0) > 0) {
     }
 }
 

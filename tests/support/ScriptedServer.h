@@ -53,6 +53,9 @@ using Script = std::vector<Step>;
 // The head of an answer. `fields` are whole lines ("icy-metaint: 8\r\n").
 QByteArray httpHead(const QByteArray &fields = {}, const QByteArray &statusLine = "HTTP/1.1 200 OK");
 
+// A whole answer with its length.
+Script answer(const QByteArray &body, const QByteArray &status = "200 OK", const QByteArray &fields = {});
+
 // A server on 127.0.0.1 that reads a request on each connection and then does what its script says, byte for
 // byte. Threads of its own; any thread may ask. Going away ends every connection.
 class ScriptedServer
@@ -75,6 +78,9 @@ public:
     qint64 bytesSent() const;
     // Connections that neither side has closed yet.
     int openConnections() const;
+    // Whether the server has nothing more to send: it waits for a release or for its clients, of which there
+    // has been one.
+    bool isAtRest() const;
     // Lets one WaitForRelease go on.
     void release();
 
@@ -83,6 +89,7 @@ private:
     {
         int socket = -1;
         bool open = true;
+        bool isWaiting = false; // to be released, or for the client to leave
         std::thread thread;
     };
     void listen();
@@ -90,9 +97,9 @@ private:
     void serve(Connection &connection, const Script &script);
     bool readRequest(int socket);
     // False when the connection is over.
-    bool run(const Step &step, int socket);
+    bool run(const Step &step, Connection &connection);
     bool send(int socket, const QByteArray &script);
-    static void waitUntilClientLeaves(int socket);
+    void waitUntilClientLeaves(Connection &connection);
     bool sleep(double seconds);
 
     const std::vector<Script> m_scripts;

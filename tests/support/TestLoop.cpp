@@ -32,4 +32,14 @@ TakenClock::TakenClock() { RunLoop::main().takeClock(); }
 TakenClock::~TakenClock() { RunLoop::main().returnClock(); }
 void TakenClock::turn(double seconds) { RunLoop::main().turn(seconds); }
 
+bool TakenClock::turnUntil(const std::function<bool()> &condition)
+{
+    QElapsedTimer sinceLast;
+    sinceLast.start();
+    return waitUntil([&] {
+        turn(double(sinceLast.restart()) / 1000);
+        return condition();
+    });
+}
+
 } // namespace orvel::test

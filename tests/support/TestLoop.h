@@ -20,6 +20,9 @@ public:
     TakenClock(const TakenClock &) = delete;
     TakenClock &operator=(const TakenClock &) = delete;
     void turn(double seconds);
+    // As waitUntil, with the clock going on in real time: while sound is played a connection rests on it
+    // between reads.
+    bool turnUntil(const std::function<bool()> &condition);
 };
 
 } // namespace orvel::test

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "audio/live/Streamer.h"
-#include "platform/foundation/NotificationCentre.h"
-#include "platform/net/SystemReachability.h"
 
 #include <deque>
 #include <limits>
@@ -28,13 +26,6 @@ struct FakeMedia
 
     std::vector<AudioFileType> hints;
     std::shared_ptr<FakeOutputQueue> queue; // the last one made
-    Reachability::Status network = Reachability::Status::WiFi;
-
-    void setNetwork(Reachability::Status status)
-    {
-        network = status;
-        NotificationCentre::defaultCentre().postNotification(Reachability::changedNotification);
-    }
     StreamerServices services();
 };
 
@@ -133,18 +124,17 @@ public:
 
 inline StreamerServices FakeMedia::services()
 {
-    return {
-        .openAudioFileStream = [this](AudioFileStreamClient &client,
-                                      AudioFileType hint) -> std::unique_ptr<AudioFileStream> {
-            hints.push_back(hint);
-            return opens ? std::make_unique<FakeAudioFileStream>(*this, client) : nullptr;
-        },
-        .newOutputQueue = [this](const AudioStreamBasicDescription &,
-                                 OutputQueue::BufferCallback callback) -> std::shared_ptr<OutputQueue> {
-            queue = makesQueues ? std::make_shared<FakeOutputQueue>(*this, std::move(callback)) : nullptr;
-            return queue;
-        },
-        .reachability = [this] { return std::make_unique<SystemReachability>([this] { return network; }); }};
+    return {.openAudioFileStream = [this](AudioFileStreamClient &client,
+                                          AudioFileType hint) -> std::unique_ptr<AudioFileStream> {
+                hints.push_back(hint);
+                return opens ? std::make_unique<FakeAudioFileStream>(*this, client) : nullptr;
+            },
+            .newOutputQueue = [this](const AudioStreamBasicDescription &,
+                                     OutputQueue::BufferCallback callback) -> std::shared_ptr<OutputQueue> {
+                queue = makesQueues ? std::make_shared<FakeOutputQueue>(*this, std::move(callback)) : nullptr;
+                return queue;
+            },
+            .reachability = reachabilityForLocalStation};
 }
 
 } // namespace orvel::test

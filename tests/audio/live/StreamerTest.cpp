@@ -1,8 +1,7 @@
 #include "audio/live/FakeMedia.h"
 #include "platform/foundation/BackgroundTask.h"
-#include "platform/foundation/NotificationCentre.h"
+#include "support/PlayerUnderTest.h"
 #include "support/ScriptedServer.h"
-#include "support/TestLoop.h"
 
 #include <gtest/gtest.h>
 #include <thread>
@@ -12,14 +11,6 @@ using namespace orvel::test;
 
 namespace {
 
-struct Listener : RadioDelegate
-{
-    std::vector<RadioState> states;
-    QStringList names;
-    void radioStateChanged(Radio &radio) override { states.push_back(radio.radioState()); }
-    void radioMetadataReady(Radio &radio) override { names << radio.radioName(); }
-};
-
 const Send mp3Head{httpHead("Content-Type: audio/mpeg\r\n")};
 const Send sound{QByteArray(4096, 's')};
 const Script playing{mp3Head, sound, WaitForRelease{}};
@@ -28,16 +19,11 @@ struct StreamerTest : testing::Test
 {
     TakenClock clock;
     FakeMedia media;
-    std::shared_ptr<Listener> listener = std::make_shared<Listener>();
     std::unique_ptr<ScriptedServer> server;
-    std::shared_ptr<Streamer> streamer;
+    std::optional<PlayerUnderTest> player;
+    std::shared_ptr<Streamer> streamer;  // the player's
+    NetworkUnderTest *network = nullptr; // the player's
 
-    ~StreamerTest() override
-    {
-        if (streamer)
-            streamer->shutdown();
-        letEventsRun();
-    }
     // 1000 frames a second make buffers of 500 bytes, and more than 3000 bytes start the sound.
     void start(std::vector<Script> scripts, const QString &path = "/live")
     {
@@ -47,9 +33,10 @@ struct StreamerTest : testing::Test
     }
     void make(const QString &url)
     {
-        streamer = Streamer::initWithURL(*Url::fromText(url), media.services());
-        ASSERT_TRUE(streamer);
-        streamer->setDelegate(listener);
+        streamer.reset();
+        player.emplace(url, media.services());
+        streamer = player->streamer;
+        network = &player->network;
     }
     void startPlaying(std::vector<Script> scripts = {playing})
     {
@@ -60,22 +47,11 @@ struct StreamerTest : testing::Test
     void startWaiting()
     {
         startPlaying();
-        media.network = Reachability::Status::NotReachable;
+        network->status = Reachability::Status::NotReachable;
         playOut();
         clock.turn(10.1);
     }
-    bool reaches(RadioState state)
-    {
-        return waitUntil([&] { return streamer->radioState() == state; });
-    }
-    // While sound is played the connection rests between reads, on the clock that the test has taken.
-    bool waitPlaying(const std::function<bool()> &condition)
-    {
-        return waitUntil([&] {
-            clock.turn(0.01);
-            return condition();
-        });
-    }
+    bool reaches(RadioState state) { return player->reaches(state); }
     // Hands back all buffers until the player has nothing more to fill them with.
     void playOut()
     {
@@ -135,7 +111,7 @@ TEST_F(StreamerTest, ReadsABareAnswerAndOpensASecondParserForIt)
         {{Send{"ICY 2"}, Send{"00 OK\r\nicy-name:Nue\r\ncontent-type:audio/aac\r\nicy-metaint:6000\r\n\r\n"},
           sound, WaitForRelease{}}});
     EXPECT_EQ(media.hints, std::vector({AudioFileType::none, AudioFileType::kAudioFileAAC_ADTSType}));
-    EXPECT_EQ(listener->names, QStringList({"Nue"}));
+    EXPECT_EQ(player->names, QStringList({"Nue"}));
 }
 
 TEST_F(StreamerTest, ReportsEachFailureOfThePlatformByItsCode)
@@ -154,12 +130,12 @@ TEST_F(StreamerTest, ReportsEachFailureOfThePlatformByItsCode)
         FakeMedia whole;
         std::swap(media, whole);
         breakIt();
-        listener->states.clear();
+        player->states.clear();
         start({{mp3Head, SendForever{QByteArray(4096, 's')}}});
         ASSERT_TRUE(reaches(RadioStateError));
         letEventsRun();
         EXPECT_EQ(streamer->radioError(), error);
-        EXPECT_EQ(listener->states.back(), RadioStateError);
+        EXPECT_EQ(player->states.back(), RadioStateError);
         EXPECT_TRUE(!media.queue || media.queue->isDisposed);
         EXPECT_TRUE(waitUntil([&] { return server->openConnections() == 0; }));
         streamer->shutdown();
@@ -168,8 +144,8 @@ TEST_F(StreamerTest, ReportsEachFailureOfThePlatformByItsCode)
 
 TEST_F(StreamerTest, DoesNotTryWithoutANetwork)
 {
-    media.network = Reachability::Status::NotReachable;
     make("http://127.0.0.1:1/");
+    network->status = Reachability::Status::NotReachable;
     streamer->play();
     EXPECT_EQ(streamer->radioState(), RadioStateError);
     EXPECT_EQ(streamer->radioError(), RadioErrorHostNotReachable);
@@ -195,7 +171,7 @@ TEST_F(StreamerTest, FillsIdleBuffersAsPacketsArrive)
     while (media.queue->enqueued.size() > 1)
         media.queue->playOne();
     server->release();
-    EXPECT_TRUE(waitPlaying([&] { return media.queue->enqueued.size() == 3; }));
+    EXPECT_TRUE(clock.turnUntil([&] { return media.queue->enqueued.size() == 3; }));
 }
 
 TEST_F(StreamerTest, BuffersAfterAnUnderrunAndRecovers)
@@ -224,7 +200,7 @@ TEST_F(StreamerTest, GoesOnWhenTheNetworkIsBackWhileWaiting)
     startWaiting();
     clock.turn(40);
     EXPECT_EQ(streamer->radioState(), RadioStateBuffering);
-    media.setNetwork(Reachability::Status::Cellular);
+    network->set(Reachability::Status::Cellular);
     ASSERT_TRUE(reaches(RadioStatePlaying));
     clock.turn(25);
     EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
@@ -236,12 +212,12 @@ TEST_F(StreamerTest, EachLossHasAWaitOfItsOwn)
     streamer->httpTimeout = 0;
     for (int loss = 0; loss < 2; ++loss) {
         ASSERT_TRUE(reaches(RadioStatePlaying)) << loss;
-        media.network = Reachability::Status::NotReachable;
+        network->status = Reachability::Status::NotReachable;
         playOut();
         clock.turn(10.1);
         clock.turn(50);
         EXPECT_EQ(streamer->radioState(), RadioStateBuffering) << loss;
-        media.setNetwork(Reachability::Status::WiFi);
+        network->set(Reachability::Status::WiFi);
     }
     EXPECT_TRUE(reaches(RadioStatePlaying));
 }
@@ -249,7 +225,7 @@ TEST_F(StreamerTest, EachLossHasAWaitOfItsOwn)
 TEST_F(StreamerTest, ASecondPlayKnowsNothingOfTheFirst)
 {
     startPlaying({{mp3Head, sound, Close{}}, playing});
-    waitPlaying([&] { return server->openConnections() == 0; });
+    clock.turnUntil([&] { return server->openConnections() == 0; });
     playOut();
     ASSERT_TRUE(reaches(RadioStateStopped));
     const std::shared_ptr<FakeOutputQueue> first = media.queue;
@@ -269,7 +245,7 @@ TEST_F(StreamerTest, AUsersPauseEndsTheWait)
     startWaiting();
     streamer->pause();
     clock.turn(100);
-    media.setNetwork(Reachability::Status::WiFi);
+    network->set(Reachability::Status::WiFi);
     letEventsRun();
     EXPECT_EQ(streamer->radioState(), RadioStateStopped);
 }
@@ -278,7 +254,7 @@ TEST_F(StreamerTest, APlayEndsTheWaitForGood)
 {
     startWaiting();
     streamer->httpTimeout = 0;
-    media.network = Reachability::Status::WiFi;
+    network->status = Reachability::Status::WiFi;
     streamer->play();
     ASSERT_TRUE(reaches(RadioStatePlaying));
     clock.turn(120);
@@ -292,7 +268,7 @@ TEST_F(StreamerTest, ASecondParsersFormatEndsTheFirstOnesSound)
     startPlaying({{mp3Head, sound, WaitForRelease{}, Send{icy + QByteArray(8192, 't')}, WaitForRelease{}}});
     const std::shared_ptr<FakeOutputQueue> first = media.queue;
     server->release();
-    ASSERT_TRUE(waitPlaying([&] { return media.queue != first && media.queue->isStarted; }));
+    ASSERT_TRUE(clock.turnUntil([&] { return media.queue != first && media.queue->isStarted; }));
     EXPECT_TRUE(first->isDisposed);
     playOut();
     EXPECT_FALSE(media.queue->played.contains('s'));
@@ -312,7 +288,7 @@ TEST_F(StreamerTest, PacketsThatFitNoBufferStall)
 TEST_F(StreamerTest, MovesFromWiFiToCellularByConnectingAnew)
 {
     startPlaying();
-    media.setNetwork(Reachability::Status::Cellular);
+    network->set(Reachability::Status::Cellular);
     ASSERT_TRUE(waitUntil([&] { return server->requestCount() == 2; }));
     EXPECT_TRUE(reaches(RadioStatePlaying));
 }
@@ -361,18 +337,17 @@ TEST_F(StreamerTest, TheOutputThreadMayCallBackWhileTheMainThreadStopsEverything
 TEST_F(StreamerTest, SaysNothingAfterShutdown)
 {
     startPlaying();
-    listener->states.clear();
+    player->states.clear();
     streamer->shutdown();
     streamer->play();
     streamer->pause();
-    media.setNetwork(Reachability::Status::Cellular);
+    network->set(Reachability::Status::Cellular);
     clock.turn(200);
     letEventsRun();
-    EXPECT_TRUE(listener->states.empty());
+    EXPECT_TRUE(player->states.empty());
     EXPECT_EQ(server->requestCount(), 1u);
-    const std::weak_ptr<Streamer> gone = streamer;
     streamer.reset();
-    EXPECT_TRUE(waitUntil([&] { return gone.expired(); }));
+    EXPECT_TRUE(player->letGo());
 }
 
 TEST_F(StreamerTest, HoldsABackgroundTaskWhileItConnectsOutOfSight)
