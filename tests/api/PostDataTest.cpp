@@ -21,12 +21,6 @@ struct Screen : PostDataDelegate
     QString message;
 };
 
-Script answer(const QByteArray &body, const QByteArray &statusLine = "HTTP/1.1 200 OK")
-{
-    const QByteArray length = "Content-Length: " + QByteArray::number(body.size()) + "\r\n";
-    return {Send{httpHead(length, statusLine) + body}, Close{}};
-}
-
 struct PostDataTest : testing::Test
 {
     ~PostDataTest() override { StationConfiguration::use(StationConfiguration::compiledIn()); }

@@ -21,11 +21,6 @@ QByteArray pngOf(const QImage &image)
     return file.data();
 }
 
-Script served(const QByteArray &body, const QByteArray &statusLine = "HTTP/1.1 200 OK")
-{
-    return {Send{httpHead("Content-Length: " + QByteArray::number(body.size()) + "\r\n", statusLine) + body}};
-}
-
 struct ItemShareTest : AppFixture
 {
     JsonValue item(const QString &mediaUrl = "http://127.0.0.1:1/media")
@@ -73,9 +68,9 @@ TEST_F(ItemShareTest, FacebookGetsTitleAndPictureUrlAndOnlyAPostIsTold)
 
 TEST_F(ItemShareTest, TwitterTakesTheShownPictureOrFetchesIt)
 {
-    const ScriptedServer server({served(pngOf(picture)),
-                                 served(pngOf(picture), "HTTP/1.1 404 No"),
-                                 served("not a picture"),
+    const ScriptedServer server({answer(pngOf(picture)),
+                                 answer(pngOf(picture), "HTTP/1.1 404 No"),
+                                 answer("not a picture"),
                                  {Reset{}}});
     const std::pair<QImage, QSize> cases[] = {
         {picture.scaled(5, 4), {5, 4}}, {{}, {40, 30}}, {{}, {0, 0}}, {{}, {0, 0}}, {{}, {0, 0}}};
@@ -95,7 +90,7 @@ TEST_F(ItemShareTest, TwitterTakesTheShownPictureOrFetchesIt)
 
 TEST_F(ItemShareTest, AMailCarriesTitleAndPicture)
 {
-    const ScriptedServer server({served("any bytes"), {Reset{}}});
+    const ScriptedServer server({answer("any bytes"), {Reset{}}});
     const std::pair<QImage, QByteArray> cases[] = {{picture, "\xff\xd8\xff"}, {{}, "any bytes"}, {{}, ""}};
     for (const auto &[shown, beginning] : cases) {
         run(&ItemShare::emailCall, ItemShare(item(server.url("/media")), shown));

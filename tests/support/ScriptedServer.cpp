@@ -27,10 +27,10 @@ QByteArray httpHead(const QByteArray &fields, const QByteArray &statusLine)
     return statusLine + "\r\n" + fields + "\r\n";
 }
 
-Script answer(const QByteArray &body, const QByteArray &status, const QByteArray &fields)
+Script answer(const QByteArray &body, const QByteArray &statusLine, const QByteArray &fields)
 {
     const QByteArray length = "Content-Length: " + QByteArray::number(body.size()) + "\r\n";
-    return {Send{httpHead(length + fields, "HTTP/1.1 " + status) + body}};
+    return {Send{httpHead(length + fields, statusLine)}, Send{body}};
 }
 
 ScriptedServer::ScriptedServer(Script script) : ScriptedServer(std::vector<Script>{std::move(script)}) {}

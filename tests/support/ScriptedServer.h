@@ -53,8 +53,9 @@ using Script = std::vector<Step>;
 // The head of an answer. `fields` are whole lines ("icy-metaint: 8\r\n").
 QByteArray httpHead(const QByteArray &fields = {}, const QByteArray &statusLine = "HTTP/1.1 200 OK");
 
-// A whole answer with its length.
-Script answer(const QByteArray &body, const QByteArray &status = "200 OK", const QByteArray &fields = {});
+// A whole answer with its length: a head, then the body.
+Script answer(const QByteArray &body, const QByteArray &statusLine = "HTTP/1.1 200 OK",
+              const QByteArray &fields = {});
 
 // A server on 127.0.0.1 that reads a request on each connection and then does what its script says, byte for
 // byte. Threads of its own; any thread may ask. Going away ends every connection.

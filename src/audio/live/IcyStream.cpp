@@ -29,7 +29,8 @@ QString streamTitle(QByteArrayView metadata)
 
 void IcyStream::reset()
 {
-    clearGathered();
+    m_audioData.clear();
+    m_metaData.clear();
     m_metadataInterval = 0;
     m_metadataLength = 0;
     m_streamCount = 0;
@@ -37,12 +38,6 @@ void IcyStream::reset()
     m_icyEndFound = false;
     m_headerRest.clear();
     m_headerLineTooLong = false;
-}
-
-void IcyStream::clearGathered()
-{
-    m_audioData.clear();
-    m_metaData.clear();
 }
 
 IcyStream::HeaderKind IcyStream::applyHeader(QStringView name, const QString &value)

@@ -36,8 +36,6 @@ public:
 
     // A new connection: nothing known, nothing gathered. Name, genre and site stay until others replace them.
     void reset();
-    // Drops the sound and metadata gathered, keeps what the headers have told.
-    void clearGathered();
     void parse(QByteArrayView chunk);
 
     // Sound is handed over in pieces of this many bytes; a piece already gathered may be longer when this has

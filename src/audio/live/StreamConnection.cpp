@@ -71,8 +71,7 @@ void StreamConnection::didReceiveResponse(UrlConnection &, const UrlResponse &re
         m_playlist->clear();
     } else {
         readStreamHeaders(response.headers);
-        if (m_client.streamAnswered())
-            m_icyStream.clearGathered();
+        m_client.streamAnswered();
     }
 }
 

@@ -15,8 +15,8 @@ class StreamConnectionClient
 {
 public:
     virtual ~StreamConnectionClient() = default;
-    // The stream's head has come, its header fields have been read. False: the sound can't be used.
-    virtual bool streamAnswered() = 0;
+    // The stream's head has come, its header fields have been read.
+    virtual void streamAnswered() = 0;
     // The server refuses, or there is no stream to ask for.
     virtual void requestFailed(RadioError error) = 0;
     // The transfer of the stream has failed.

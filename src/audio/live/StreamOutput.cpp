@@ -79,8 +79,6 @@ void StreamOutput::setVolume(float volume)
 
 void StreamOutput::handlePropertyChange(AudioFileStream &stream, AudioFileStreamProperty property)
 {
-    if (m_closeParser)
-        return;
     if (property == AudioFileStreamProperty::ReadyToProducePackets) {
         readyToProducePackets(stream);
     } else if (const std::vector<AudioStreamBasicDescription> formats = stream.formatList();
@@ -136,8 +134,6 @@ RadioError StreamOutput::makeOutputQueue(const AudioStreamBasicDescription &form
 void StreamOutput::handlePacket(AudioFileStream &, quint32 numberOfPackets, QByteArrayView inputData,
                                 std::span<const AudioStreamPacketDescription> descriptions)
 {
-    if (m_closeParser)
-        return;
     const OutputBuffers::Level level = m_buffers.addPackets(numberOfPackets, inputData, descriptions);
     if (m_queueStarted && !m_buffers.isBuffering()) {
         afterFilling(m_buffers.fillIdle());

@@ -175,13 +175,11 @@ void Streamer::onBackground()
         m_background.begin();
 }
 
-bool Streamer::streamAnswered()
+void Streamer::streamAnswered()
 {
     setState(RadioStateBuffering);
-    if (openParser())
-        return true;
-    fail(RadioErrorFileStreamOpen);
-    return false;
+    if (!openParser())
+        fail(RadioErrorFileStreamOpen);
 }
 
 void Streamer::connectionLost()

@@ -64,7 +64,7 @@ private:
     void onBackground();
     void onForeground() { m_background.end(); }
 
-    bool streamAnswered() override;
+    void streamAnswered() override;
     void requestFailed(RadioError error) override { fail(error); }
     void connectionLost() override;
     void connectionFinished() override;

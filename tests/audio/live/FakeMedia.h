@@ -25,6 +25,8 @@ struct FakeMedia
     bool starts = true;
 
     std::vector<AudioFileType> hints;
+    std::vector<qsizetype> firstPieces;     // bytes, of each parser
+    bool isParserClosedInside = false;      // while it parsed
     std::shared_ptr<FakeOutputQueue> queue; // the last one made
     StreamerServices services();
 };
@@ -88,9 +90,13 @@ public:
     {
     }
 
+    ~FakeAudioFileStream() override { media.isParserClosedInside |= isParsing; }
+
     bool parseBytes(QByteArrayView bytes) override
     {
+        isParsing = true;
         if (!isReady) {
+            media.firstPieces.push_back(bytes.size());
             isReady = true;
             if (!media.formatList.empty())
                 client.handlePropertyChange(*this, AudioFileStreamProperty::FormatList);
@@ -104,6 +110,7 @@ public:
         const QByteArray whole = rest.first(offset);
         rest.remove(0, offset);
         client.handlePacket(*this, quint32(descriptions.size()), whole, descriptions);
+        isParsing = false;
         return true;
     }
     void finish() override {}
@@ -119,6 +126,7 @@ public:
     FakeMedia &media;
     AudioFileStreamClient &client;
     bool isReady = false;
+    bool isParsing = false;
     QByteArray rest;
 };
 

@@ -113,6 +113,32 @@ TEST(IcyStreamTest, ReadsTheHeaderBlockOfABareAnswerWhereverItIsSplit)
     }
 }
 
+TEST(IcyStreamTest, KnowsNothingOfAnEarlierConnectionAfterAReset)
+{
+    const QByteArray title = block("StreamTitle='A - B';");
+    for (const QByteArray &earlier :
+         {icyHead + "1234", icyHead + "12345678" + title.first(9), QByteArray("ICY 200 OK\r\nicy-name: half"),
+          "ICY 200 OK\r\n" + QByteArray(20000, 'x'), QByteArray("a little sound")}) {
+        for (const bool isBare : {true, false}) {
+            Record record(4);
+            record.stream.parse(earlier);
+            record.stream.reset();
+            record.events.clear();
+            record.audio.clear();
+            if (!isBare)
+                record.stream.applyHeader(u"icy-metaint", "8");
+            record.stream.parse((isBare ? icyHead : QByteArray()) + "12345678" + title + "abcdefgh");
+            EXPECT_EQ(record.audio, "12345678abcdefgh") << earlier.constData();
+            EXPECT_EQ(record.events.last(), "title A - B") << earlier.constData();
+            // Without an interval all is sound.
+            record.stream.reset();
+            record.audio.clear();
+            record.stream.parse("12345678" + title.first(12));
+            EXPECT_EQ(record.audio, "12345678" + title.first(12)) << earlier.constData();
+        }
+    }
+}
+
 TEST(IcyStreamTest, TellsOfNamesBeforeTheHeaderBlockHasEnded)
 {
     Record record(1);

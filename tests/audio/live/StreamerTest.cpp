@@ -1,5 +1,7 @@
+#include "audio/icy/StreamFileType.h"
 #include "audio/live/FakeMedia.h"
 #include "platform/foundation/BackgroundTask.h"
+#include "platform/media/output/AudioSession.h"
 #include "support/PlayerUnderTest.h"
 #include "support/ScriptedServer.h"
 
@@ -73,7 +75,8 @@ TEST_F(StreamerTest, TakesOnlyLowerCaseWebSchemes)
 TEST_F(StreamerTest, StartsOnlyWhenMoreThanTheThresholdIsQueued)
 {
     media.packetSize = 125;
-    start({{mp3Head, sound, WaitForRelease{}, Send{QByteArray(2000, 's')}, WaitForRelease{}}});
+    start({{mp3Head, sound, WaitForRelease{}, Send{QByteArray(2000, 's')}, WaitForRelease{}},
+           {mp3Head, sound, WaitForRelease{}}});
     streamer->setBufferInSeconds(4); // 8 buffers of 500; the first 4096 bytes hold 32 packets, 4000 bytes
     ASSERT_TRUE(waitUntil([&] { return media.queue != nullptr; }));
     letEventsRun();
@@ -86,9 +89,15 @@ TEST_F(StreamerTest, StartsOnlyWhenMoreThanTheThresholdIsQueued)
     const QByteArray request = server->requests().front().toLower();
     EXPECT_TRUE(request.contains("icy-metadata: 1\r\n"));
     EXPECT_TRUE(request.contains("cache-control: no-cache\r\n"));
+    // The next play counts from the beginning, and feeds its parser as the first did.
+    streamer->pause();
+    streamer->play();
+    ASSERT_TRUE(waitUntil([&] { return media.firstPieces.size() == 2; }));
+    EXPECT_EQ(media.firstPieces, std::vector<qsizetype>({4096, 4096}));
+    EXPECT_EQ(streamer->radioState(), RadioStateBuffering);
 }
 
-TEST_F(StreamerTest, HintsAtTheTypeThatTheServerNames)
+TEST(FileTypeHintTest, KnowsTwoTypesInAnyCase)
 {
     const std::pair<const char *, AudioFileType> cases[] = {
         {"audio/mpeg", AudioFileType::kAudioFileMP3Type},
@@ -96,13 +105,8 @@ TEST_F(StreamerTest, HintsAtTheTypeThatTheServerNames)
         {"audio/aac", AudioFileType::kAudioFileAAC_ADTSType},
         {"audio/mpeg; x", AudioFileType::none},
         {"text/html", AudioFileType::none}};
-    for (const auto &[type, hint] : cases) {
-        start({{Send{httpHead(QByteArray("Content-Type: ") + type + "\r\n")}, WaitForRelease{}}});
-        ASSERT_TRUE(waitUntil([&] { return !media.hints.empty(); }));
-        EXPECT_EQ(media.hints.back(), hint) << type;
-        streamer->shutdown();
-        media.hints.clear();
-    }
+    for (const auto &[type, hint] : cases)
+        EXPECT_EQ(fileTypeHint(QString::fromLatin1(type)), hint) << type;
 }
 
 TEST_F(StreamerTest, ReadsABareAnswerAndOpensASecondParserForIt)
@@ -130,13 +134,15 @@ TEST_F(StreamerTest, ReportsEachFailureOfThePlatformByItsCode)
         FakeMedia whole;
         std::swap(media, whole);
         breakIt();
-        player->states.clear();
         start({{mp3Head, SendForever{QByteArray(4096, 's')}}});
         ASSERT_TRUE(reaches(RadioStateError));
         letEventsRun();
         EXPECT_EQ(streamer->radioError(), error);
         EXPECT_EQ(player->states.back(), RadioStateError);
         EXPECT_TRUE(!media.queue || media.queue->isDisposed);
+        EXPECT_FALSE(media.isParserClosedInside);
+        EXPECT_FALSE(streamer->isPlaying() || streamer->isPaused() || streamer->isBuffering());
+        EXPECT_EQ(network->started, 0);
         EXPECT_TRUE(waitUntil([&] { return server->openConnections() == 0; }));
         streamer->shutdown();
     }
@@ -149,6 +155,8 @@ TEST_F(StreamerTest, DoesNotTryWithoutANetwork)
     streamer->play();
     EXPECT_EQ(streamer->radioState(), RadioStateError);
     EXPECT_EQ(streamer->radioError(), RadioErrorHostNotReachable);
+    EXPECT_FALSE(streamer->isPlaying());
+    EXPECT_EQ(network->started, 0);
 }
 
 TEST_F(StreamerTest, PlaysWhatAPlaylistNames)
@@ -158,11 +166,31 @@ TEST_F(StreamerTest, PlaysWhatAPlaylistNames)
           "/Liste.M3U?x=1");
     ASSERT_TRUE(reaches(RadioStatePlaying));
     EXPECT_FALSE(server->requests().front().toLower().contains("icy-metadata"));
+    EXPECT_TRUE(stream.requests().front().contains("Icy-Metadata: 1"));
     // From then on the stream is asked for directly.
     streamer->pause();
     streamer->play();
     EXPECT_TRUE(waitUntil([&] { return stream.requestCount() == 2; }));
     EXPECT_EQ(server->requestCount(), 1u);
+}
+
+TEST_F(StreamerTest, ReadsAPlaylistAnewAfterAHalfOne)
+{
+    const ScriptedServer stream(playing);
+    start({{Send{httpHead() + "http://127.0.0.1:1/wrong\r\n"}, WaitForRelease{}, Reset{}},
+           answer(stream.url("/live").toUtf8())},
+          "/list.m3u");
+    ASSERT_TRUE(waitUntil([&] { return server->isAtRest(); }));
+    letEventsRun();
+    server->release();
+    ASSERT_TRUE(reaches(RadioStateError));
+    EXPECT_EQ(streamer->radioError(), RadioErrorHostNotReachable);
+    streamer->play();
+    EXPECT_TRUE(reaches(RadioStatePlaying));
+    start({answer("#EXTM3U")}, "/list.m3u");
+    ASSERT_TRUE(reaches(RadioStateError));
+    EXPECT_EQ(streamer->radioError(), RadioErrorPlaylistParsing);
+    EXPECT_EQ(network->started, 0);
 }
 
 TEST_F(StreamerTest, FillsIdleBuffersAsPacketsArrive)
@@ -193,6 +221,39 @@ TEST_F(StreamerTest, BuffersAfterAnUnderrunAndRecovers)
     EXPECT_FALSE(streamer->isBuffering());
     clock.turn(9); // the stall timer has been stopped
     EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
+}
+
+TEST_F(StreamerTest, AnUnderrunEndsWithWhateverComesNext)
+{
+    for (const Step &end : {Step(Close{}), Step(Reset{})}) {
+        startPlaying({{mp3Head, sound, WaitForRelease{}, end}});
+        playOut();
+        EXPECT_EQ(player->states.back(), RadioStateBuffering);
+        server->release();
+        const bool stops = std::holds_alternative<Close>(end);
+        ASSERT_TRUE(reaches(stops ? RadioStateStopped : RadioStateError));
+        EXPECT_EQ(streamer->radioError(), stops ? RadioErrorNone : RadioErrorNetworkError);
+        EXPECT_FALSE(streamer->isBuffering());
+        EXPECT_EQ(network->started, 0);
+        clock.turn(11); // it is not a stall any more
+        EXPECT_EQ(server->requestCount(), 1u);
+    }
+}
+
+TEST_F(StreamerTest, APauseDropsWhatWaits)
+{
+    startPlaying({{mp3Head, sound, Stall{}}, {mp3Head, Send{QByteArray(4096, 't')}, WaitForRelease{}}});
+    EXPECT_TRUE(AudioSession::sharedInstance().isActive());
+    streamer->pause();
+    EXPECT_FALSE(AudioSession::sharedInstance().isActive());
+    EXPECT_TRUE(media.queue->isDisposed);
+    EXPECT_EQ(network->started, 0);
+    EXPECT_TRUE(waitUntil([&] { return server->openConnections() == 0; }));
+    streamer->play();
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    EXPECT_TRUE(AudioSession::sharedInstance().isActive());
+    EXPECT_FALSE(media.queue->played.contains('s'));
+    EXPECT_EQ(network->started, 1);
 }
 
 TEST_F(StreamerTest, GoesOnWhenTheNetworkIsBackWhileWaiting)
@@ -240,6 +301,18 @@ TEST_F(StreamerTest, ASecondPlayKnowsNothingOfTheFirst)
     EXPECT_EQ(streamer->radioState(), RadioStateBuffering);
 }
 
+TEST_F(StreamerTest, AnEndThatIsToldTooLateIsNotTheNextOnes)
+{
+    startPlaying({{mp3Head, sound, Close{}}, playing});
+    clock.turnUntil([&] { return server->openConnections() == 0; });
+    letEventsRun();
+    while (!media.queue->enqueued.empty())
+        media.queue->playOne(); // tells the end
+    streamer->pause();
+    streamer->play();
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+}
+
 TEST_F(StreamerTest, AUsersPauseEndsTheWait)
 {
     startWaiting();
@@ -272,6 +345,7 @@ TEST_F(StreamerTest, ASecondParsersFormatEndsTheFirstOnesSound)
     EXPECT_TRUE(first->isDisposed);
     playOut();
     EXPECT_FALSE(media.queue->played.contains('s'));
+    EXPECT_EQ(streamer->radioState(), RadioStateBuffering);
 }
 
 TEST_F(StreamerTest, PacketsThatFitNoBufferStall)
@@ -291,6 +365,11 @@ TEST_F(StreamerTest, MovesFromWiFiToCellularByConnectingAnew)
     network->set(Reachability::Status::Cellular);
     ASSERT_TRUE(waitUntil([&] { return server->requestCount() == 2; }));
     EXPECT_TRUE(reaches(RadioStatePlaying));
+    // What began over a cellular network stays there, and so does what is stopped.
+    network->set(Reachability::Status::WiFi);
+    network->set(Reachability::Status::Cellular);
+    EXPECT_EQ(streamer->radioState(), RadioStatePlaying);
+    EXPECT_EQ(server->requestCount(), 2u);
 }
 
 TEST_F(StreamerTest, AFastServerWaitsForThePlayer)
@@ -337,14 +416,15 @@ TEST_F(StreamerTest, TheOutputThreadMayCallBackWhileTheMainThreadStopsEverything
 TEST_F(StreamerTest, SaysNothingAfterShutdown)
 {
     startPlaying();
-    player->states.clear();
+    letEventsRun();
+    const auto told = player->states;
     streamer->shutdown();
     streamer->play();
     streamer->pause();
     network->set(Reachability::Status::Cellular);
     clock.turn(200);
     letEventsRun();
-    EXPECT_TRUE(player->states.empty());
+    EXPECT_EQ(player->states, told);
     EXPECT_EQ(server->requestCount(), 1u);
     streamer.reset();
     EXPECT_TRUE(player->letGo());
@@ -353,17 +433,44 @@ TEST_F(StreamerTest, SaysNothingAfterShutdown)
 TEST_F(StreamerTest, HoldsABackgroundTaskWhileItConnectsOutOfSight)
 {
     start({{mp3Head, WaitForRelease{}, sound, WaitForRelease{}}});
-    setApplicationState(ApplicationState::Background);
-    NotificationCentre::defaultCentre().postNotification(applicationDidEnterBackground);
+    EXPECT_TRUE(player->states.empty()); // nothing is told before play() has returned
+    const auto enterBackground = [] {
+        setApplicationState(ApplicationState::Background);
+        NotificationCentre::defaultCentre().postNotification(applicationDidEnterBackground);
+    };
+    enterBackground();
+    EXPECT_EQ(backgroundTaskCount(), 1);
+    enterBackground();
     EXPECT_EQ(backgroundTaskCount(), 1);
     ASSERT_TRUE(reaches(RadioStateBuffering));
     server->release();
     ASSERT_TRUE(reaches(RadioStatePlaying));
     EXPECT_EQ(backgroundTaskCount(), 0);
+    enterBackground(); // a player that plays needs none
+    EXPECT_EQ(backgroundTaskCount(), 0);
     playOut(); // the stall holds one again
+    EXPECT_EQ(backgroundTaskCount(), 1);
+    streamer->pause(); // keeps it
     EXPECT_EQ(backgroundTaskCount(), 1);
     NotificationCentre::defaultCentre().postNotification(applicationWillEnterForeground);
     EXPECT_EQ(backgroundTaskCount(), 0);
+    setApplicationState(ApplicationState::Active);
+
+    // A lost network, the wait for it, and its end in an error.
+    startPlaying();
+    setApplicationState(ApplicationState::Background);
+    network->set(Reachability::Status::NotReachable);
+    EXPECT_EQ(backgroundTaskCount(), 1);
+    NotificationCentre::defaultCentre().postNotification(applicationWillEnterForeground);
+    playOut();
+    NotificationCentre::defaultCentre().postNotification(applicationWillEnterForeground);
+    clock.turn(10.1);
+    EXPECT_EQ(backgroundTaskCount(), 1);
+    clock.turn(60);
+    EXPECT_EQ(streamer->radioState(), RadioStateError);
+    EXPECT_EQ(backgroundTaskCount(), 0);
+    streamer->play();
+    streamer->shutdown();
     setApplicationState(ApplicationState::Active);
 }
 

@@ -154,7 +154,7 @@ TEST_F(AccountFormsTest, SubscribesToTheNewsletterOnce)
 
 TEST_F(AccountFormsTest, SendsASignedFormAndLogsTheAnswerAlone)
 {
-    ScriptedServer server(Script{Send{httpHead("Content-Length: 2\r\n") + "{}"}});
+    ScriptedServer server(answer("{}"));
     useSite(server.url("/site"));
     logged.clear();
     QLoggingCategory::setFilterRules("orvel.*=true");
@@ -184,8 +184,7 @@ TEST_F(AccountFormsTest, TakesWhatIsNoErrorOfItsOwnKindForASuccess)
         SCOPED_TRACE(body.left(80).constData());
         defaults.setObject("kept", "user_id");
         app->isLogin = false;
-        const QByteArray length = "Content-Length: " + QByteArray::number(body.size()) + "\r\n";
-        ScriptedServer server(Script{Send{httpHead(length) + body}});
+        ScriptedServer server(test::answer(body));
         useSite(server.url("/site"));
         EXPECT_EQ(logIn("a@b.fr", " "), told);
         EXPECT_EQ(app->isLogin, told == loggedIn);

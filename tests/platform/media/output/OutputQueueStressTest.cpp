@@ -1,4 +1,5 @@
 #include "platform/media/output/ToneFeeder.h"
+#include "support/EnvironmentValue.h"
 
 #include <atomic>
 #include <chrono>
@@ -77,13 +78,11 @@ TEST(OutputQueueStressTest, SurvivesBeingStartedStoppedAndDroppedByAnyThread)
 {
     const EncodedTone tone = encodeTone({.seconds = 0.1});
     for (const char *device : {"null", ""}) { // without and with SDL's own thread
-        qputenv("ORVEL_AUDIO_DEVICE", device);
-        qputenv("SDL_DISKAUDIODELAY", "0");
+        const EnvironmentValue chosen("ORVEL_AUDIO_DEVICE", device);
+        const EnvironmentValue atOnce("SDL_DISKAUDIODELAY", "0");
         std::thread other([&] { churn(tone, 1); });
         churn(tone, 2);
         other.join();
         joinOutputQueues();
     }
-    qunsetenv("ORVEL_AUDIO_DEVICE");
-    qunsetenv("SDL_DISKAUDIODELAY");
 }

@@ -3,6 +3,7 @@
 #include "platform/media/output/ToneFeeder.h"
 #include "support/CapturedSound.h"
 #include "support/EncodedTone.h"
+#include "support/EnvironmentValue.h"
 #include "support/SoundComparison.h"
 #include "support/TestLoop.h"
 
@@ -161,7 +162,7 @@ TEST(OutputQueueTest, GoesOnAtTheDevicesRateWhenTheStreamsChanges)
 TEST(OutputQueueTest, StopsAtOnceAndStartsAnew)
 {
     const EncodedTone tone = encodeTone({.seconds = 30});
-    qputenv("ORVEL_AUDIO_DEVICE", "null");
+    const SilentDevice device;
     std::vector<OutputBuffer *> returned;
     std::vector<bool> running;
     std::atomic<int> changes = 0;
@@ -190,7 +191,6 @@ TEST(OutputQueueTest, StopsAtOnceAndStartsAnew)
     ASSERT_EQ(returned.size(), 4u);
     EXPECT_EQ(returned[0], returned[2]);
     EXPECT_EQ(returned[1], returned[3]);
-    qunsetenv("ORVEL_AUDIO_DEVICE");
 }
 
 TEST(OutputQueueTest, APauseIsHeardAtOnce)
