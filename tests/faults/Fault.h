@@ -3,20 +3,9 @@
 #include "audio/live/Radio.h"
 #include "support/ScriptedServer.h"
 
-#include <QStringList>
 #include <limits>
 
 namespace orvel::test {
-
-// Once the player is in a state and the server at rest, time passes: the state must hold until the end of
-// these seconds, and not longer.
-struct Turn
-{
-    RadioState in;
-    double seconds;
-    bool networkLeaves = false;  // before
-    bool releasesServer = false; // afterwards
-};
 
 // What a server does to the player, and what becomes of it.
 struct Fault
@@ -26,9 +15,7 @@ struct Fault
     RadioState state = RadioStateStopped;
     RadioError error = RadioErrorNone;
     const char *path = "/live";
-    bool sounds = state == RadioStatePlaying; // sometime; turns wait for it
-    std::vector<Turn> turns{};
-    QStringList titles{}; // the same one told again counts once
+    bool sounds = state == RadioStatePlaying; // sometime; then the server is released
     QString station{};
     std::size_t requests = answers.size();
     qint64 atLeastSent = 0; // before the player is judged
@@ -44,9 +31,7 @@ Fault stops(const char *name, const Script &answer, bool sounds = false);
 // Finds no sound in an endless answer, and bears it.
 Fault buffers(const char *name, const Script &answer, const QString &station = {});
 
-std::vector<Fault> connectionFaults();
 std::vector<Fault> answerFaults();
-std::vector<Fault> metadataFaults();
 std::vector<Fault> playlistFaults();
 
 // Two seconds of MP3, enough to start with.

@@ -36,26 +36,11 @@ struct Encounter
         waitUntil([&] { return server.isAtRest(); }, isEndless ? 0.1 : 20);
         letEventsRun();
     }
-    void pass(const Turn &turn)
-    {
-        constexpr double before = 0.5; // the end of the turn
-        ASSERT_TRUE(clock.turnUntil(
-            [&] { return player->radioState() == turn.in && (player.hasSounded() || !fault.sounds); }));
-        settle();
-        if (turn.networkLeaves)
-            player.network.set(Reachability::Status::NotReachable);
-        clock.turn(turn.seconds - before);
-        ASSERT_EQ(player->radioState(), turn.in);
-        clock.turn(before);
-        if (turn.releasesServer)
-            server.release();
-    }
     bool isAsItShould()
     {
         memory = std::max(memory, anonymousMemory());
         return player->radioState() == fault.state && player.hasSounded() == fault.sounds &&
-               server.requestCount() >= fault.requests && server.bytesSent() >= fault.atLeastSent &&
-               player.titles.size() >= fault.titles.size();
+               server.requestCount() >= fault.requests && server.bytesSent() >= fault.atLeastSent;
     }
     void judge()
     {
@@ -65,8 +50,6 @@ struct Encounter
         settle();
         EXPECT_TRUE(clock.turnUntil([&] { return isAsItShould(); })) << int(player->radioState());
         EXPECT_EQ(player->radioError(), fault.error);
-        player.titles.removeDuplicates();
-        EXPECT_EQ(player.titles, fault.titles);
         EXPECT_EQ(player->radioName(), fault.station);
         EXPECT_EQ(server.requestCount(), fault.requests);
         EXPECT_LE(server.bytesSent(), fault.atMostSent);
@@ -87,18 +70,12 @@ void expectToEndAsTheyShould(const std::vector<Fault> &faults)
             continue;
         SCOPED_TRACE(fault.name);
         Encounter encounter(fault);
-        for (const Turn &turn : fault.turns)
-            encounter.pass(turn);
         encounter.judge();
     }
 }
 
 } // namespace
 
-TEST(FaultsTest, OfConnections) { expectToEndAsTheyShould(connectionFaults()); }
-
 TEST(FaultsTest, OfAnswers) { expectToEndAsTheyShould(answerFaults()); }
-
-TEST(FaultsTest, OfMetadata) { expectToEndAsTheyShould(metadataFaults()); }
 
 TEST(FaultsTest, OfPlaylists) { expectToEndAsTheyShould(playlistFaults()); }

@@ -166,7 +166,12 @@ TEST(StreamedSoundTest, GoesOnWhereAnUnderrunStoppedIt)
 TEST(StreamedSoundTest, IsCutByAPauseAndBeginsAnewWithTheNextPlay)
 {
     const std::vector<float> expected = withoutSilence(decoded(mp3()));
-    ScriptedServer server({Send{head(mp3()) + mp3().bytes + noSound}});
+    // The first connection is left between two blocks of metadata.
+    const auto framed = [](const QByteArray &bytes, const QByteArray &title) {
+        return Send{head(mp3(), "icy-metaint: 7001\r\n") + demo::IcyFraming(7001).framed(bytes, title)};
+    };
+    ScriptedServer server(std::vector<Script>{{framed(mp3().bytes.first(100'001), "A - B"), Stall{}},
+                                              {framed(mp3().bytes + noSound, "C - D")}});
     LivePlayer player(server.url());
     player.streamer->play();
     ASSERT_TRUE(player.reaches(RadioStatePlaying));
@@ -180,4 +185,5 @@ TEST(StreamedSoundTest, IsCutByAPauseAndBeginsAnewWithTheNextPlay)
     EXPECT_TRUE(player.playsToTheEnd([&] { return server.openConnections() == 0; }));
     EXPECT_EQ(server.requestCount(), 2u);
     expectSameSound(player.sound(), expected);
+    EXPECT_EQ(player.titles.last(), "C - D");
 }

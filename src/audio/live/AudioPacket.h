@@ -18,7 +18,7 @@ public:
 
     std::size_t length() const { return std::size_t(m_data.size()); }
     std::size_t remainingLength() const { return length() - m_consumedLength; }
-    // Copies up to `size` bytes from where the last copy ended; gives how many.
+    // Copies at most `size` bytes from where the last copy ended. Returns how many.
     std::size_t copyToBuffer(char *destination, std::size_t size);
 
     const QByteArray &data() const { return m_data; }

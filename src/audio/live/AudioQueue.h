@@ -7,7 +7,7 @@
 
 namespace orvel {
 
-// The player's own first-in, first-out row of packets. Not safe between threads by itself.
+// A player's packets, first in, first out. One thread at a time.
 class AudioQueue
 {
 public:
@@ -16,12 +16,13 @@ public:
         m_byteCount += packet.length();
         m_packets.push_back(std::move(packet));
     }
-    // The oldest packet; null when there is none.
+    // Returns the oldest packet, or nullptr.
     AudioPacket *peak() { return m_packets.empty() ? nullptr : &m_packets.front(); }
+    // Removes the oldest packet and returns it, or std::nullopt.
     std::optional<AudioPacket> pop();
     void removeAllPackets();
     std::size_t count() const { return m_packets.size(); }
-    // Bytes of all packets in the row, as they were added.
+    // Bytes of all packets, as they were added.
     std::size_t byteCount() const { return m_byteCount; }
 
 private:

@@ -72,7 +72,7 @@ void IcyStream::parse(QByteArrayView chunk)
         chunk = chunk.sliced(headerBytes);
     }
     if (m_metadataInterval == 0) {
-        // A bare ICY answer without an interval plays nothing.
+        // Deliberate: a bare ICY answer without an interval plays nothing (FaultsTest.OfAnswers).
         if (!m_icyStartFound)
             gather(chunk);
         return;
@@ -105,8 +105,8 @@ void IcyStream::parse(QByteArrayView chunk)
     }
 }
 
-// Gives how many bytes of `chunk` belong to the header block: all of them while it has not ended; -1 when the
-// rest of the chunk is to be dropped.
+// Returns how many bytes of `chunk` belong to the header block, all of them while it has not ended; -1 when
+// the rest of the chunk is to be dropped.
 qsizetype IcyStream::parseHeaders(QByteArrayView chunk)
 {
     const qsizetype carried = m_headerRest.size();

@@ -8,33 +8,34 @@
 
 namespace orvel {
 
-// What a stream holds beside its sound, told as it is read.
+// Receives what is in a stream as it is read. Called from inside IcyStream::parse.
 class IcyStreamClient
 {
 public:
     virtual ~IcyStreamClient() = default;
-    // The header block of a bare ICY answer has ended: time to open a parser. False drops the rest of the
-    // chunk.
+    // The header block of a bare ICY answer has ended: time to open a parser. Returning false drops the rest
+    // of the chunk.
     virtual bool icyHeadersEnded() = 0;
     // The header block has changed the station's name, genre or site.
     virtual void icyMetadataReady() = 0;
     virtual void icyTitleChanged(const QString &title) = 0;
-    // At least one buffer size of sound is gathered. May change the buffer size. False drops the rest of the
-    // chunk.
+    // At least one buffer size of sound is gathered. May change the buffer size. Returning false drops the
+    // rest of the chunk.
     virtual bool icyAudioGathered(QByteArrayView audio) = 0;
 };
 
 // Splits a live stream's bytes into sound and in-band metadata, in whole runs, whatever the chunks. Reads the
-// header block of a bare "ICY 200 OK" answer out of the body. Public sources: the SHOUTcast streaming
-// convention ("icy-metaint" bytes of sound, one length byte counting 16-byte blocks, "StreamTitle='...';"
-// padded with NUL).
+// header block of a bare "ICY 200 OK" answer out of the body. One thread. Public sources: the SHOUTcast
+// streaming convention ("icy-metaint" bytes of sound, one length byte counting 16-byte blocks,
+// "StreamTitle='...';" padded with NUL).
 class IcyStream
 {
 public:
-    // What headers tell of the station is written to `station`. Both outlive the stream.
+    // Writes what headers say of the station to `station`. Both must outlive the stream.
     IcyStream(IcyStreamClient &client, StationInfo &station) : m_client(client), m_station(station) {}
 
-    // A new connection: nothing known, nothing gathered. Name, genre and site stay until others replace them.
+    // Forgets what an earlier connection has brought, but for the station, the content type and the bit rate,
+    // which stay until others replace them.
     void reset();
     void parse(QByteArrayView chunk);
 
@@ -42,12 +43,12 @@ public:
     // shrunk.
     void setBufferSize(quint32 bytes) { m_bufferSize = bytes; }
     enum class HeaderKind { Unknown, Technical, Metadata };
-    // Takes what one header field tells: the interval and bit rate, or the station's name, genre or site.
+    // Takes one header field: the interval, the bit rate, or the station's name, genre or site.
     HeaderKind applyHeader(QStringView name, const QString &value);
 
-    // Bytes of sound between metadata blocks; 0 and below: none.
+    // Bytes of sound between metadata blocks; 0 or less when there are none.
     qint32 metadataInterval() const { return m_metadataInterval; }
-    // Bytes a second, 0 when not told.
+    // Bytes a second; 0 when unknown.
     qint32 bitrateInBytes() const { return m_bitrateInBytes; }
     const QString &contentType() const { return m_contentType; }
     void setContentType(const QString &type) { m_contentType = type; }
@@ -75,8 +76,10 @@ private:
     bool m_headerLineTooLong = false;
 };
 
-// The title in a metadata block, "StreamTitle='...';" at its start. A null text when there is none, also when
-// the title holds a ";" or the bytes are not UTF-8.
+// Returns the title in a metadata block, "StreamTitle='...';" at its start. Returns a null text when there is
+// none or the bytes are not UTF-8.
+// Deliberate: a title with a ";" is not read, so that the one before it stays
+// (IcyStreamTest.ReadsOnlyPlainTitles).
 QString streamTitle(QByteArrayView metadata);
 
 } // namespace orvel

@@ -17,7 +17,6 @@ NetworkWait::NetworkWait(ReachabilityFactory reachability, BackgroundStay &backg
 
 bool NetworkWait::begin()
 {
-    stopBufferTimer();
     stopReconnectTimer();
     startReachability();
     if (isReachable())

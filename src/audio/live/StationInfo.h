@@ -4,7 +4,7 @@
 
 namespace orvel {
 
-// What a stream's headers tell of its station; null until they have.
+// What a stream's headers say of its station. Null texts until they have.
 struct StationInfo
 {
     QString name;

@@ -4,7 +4,8 @@
 
 namespace orvel {
 
-// M3U, UTF-8 only: the first line that begins with "http". Comments, directives and relative paths never do.
+// Reads M3U in UTF-8: the first line that begins with "http". Comments, directives and relative paths never
+// do.
 class M3UParser : public PlaylistParser
 {
 public:

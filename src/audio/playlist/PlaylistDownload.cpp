@@ -11,7 +11,7 @@ namespace orvel {
 
 namespace {
 
-constexpr qsizetype mostBytes = 1 << 20;
+constexpr qsizetype maxBytes = 1 << 20;
 
 std::unique_ptr<PlaylistParser> parserFor(const QString &extension)
 {
@@ -36,8 +36,8 @@ std::unique_ptr<PlaylistDownload> PlaylistDownload::forUrl(const Url &url)
 
 bool PlaylistDownload::append(QByteArrayView data)
 {
-    m_body.append(data.first(std::min(data.size(), mostBytes - m_body.size())));
-    return m_body.size() < mostBytes;
+    m_body.append(data.first(std::min(data.size(), maxBytes - m_body.size())));
+    return m_body.size() < maxBytes;
 }
 
 std::optional<Url> PlaylistDownload::takeStreamUrl()

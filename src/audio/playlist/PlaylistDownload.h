@@ -8,19 +8,20 @@
 
 namespace orvel {
 
-// A playlist on its way in, and the stream that it names.
+// Gathers a playlist's body, and finds the stream that it names.
 class PlaylistDownload
 {
 public:
-    // By the extension of the URL's path, whatever its case: M3U, PLS or XSPF. Null when the URL is a
-    // stream's own.
+    // Chooses the parser by the extension of the URL's path, ignoring case: M3U, PLS or XSPF. Returns nullptr
+    // when the URL is a stream's own.
     static std::unique_ptr<PlaylistDownload> forUrl(const Url &url);
 
-    // Forgets what has come in so far.
+    // Forgets what has been gathered.
     void clear() { m_body.clear(); }
-    // False when it has had enough: what follows in a longer playlist is not read.
+    // Returns false once 1 MiB is gathered; what follows is not read.
     bool append(QByteArrayView data);
-    // The first stream in what has come in, which is forgotten; nothing when no URL can be made of it.
+    // Returns the first stream in what has been gathered, which is forgotten; std::nullopt when no URL can be
+    // made of it.
     std::optional<Url> takeStreamUrl();
 
 private:

@@ -6,12 +6,13 @@
 
 namespace orvel {
 
-// Finds the stream in a playlist's body.
+// Finds the stream in a playlist's body. Stateless.
 class PlaylistParser
 {
 public:
     virtual ~PlaylistParser() = default;
-    // The first stream address, as written; nothing when there is none or the body can't be read.
+    // Returns the first stream address as written, or std::nullopt when there is none or the body can't be
+    // read.
     virtual std::optional<QString> parseStreamUrl(const QByteArray &body) = 0;
 };
 

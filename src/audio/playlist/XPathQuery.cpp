@@ -95,7 +95,7 @@ Document documentOf(const QByteArray &bytes)
 } // namespace
 
 std::optional<std::vector<XmlNode>> xpathQuery(_xmlDoc *document, const XPathNamespaces &namespaces,
-                                               const QByteArray &query, std::size_t most)
+                                               const QByteArray &query, std::size_t maxNodes)
 {
     const Context context(xmlXPathNewContext(document));
     if (!context)
@@ -110,7 +110,7 @@ std::optional<std::vector<XmlNode>> xpathQuery(_xmlDoc *document, const XPathNam
         return fail("Nodes was nil.");
 
     std::vector<XmlNode> nodes;
-    for (int i = 0; i < result->nodesetval->nodeNr && nodes.size() < most; ++i) {
+    for (int i = 0; i < result->nodesetval->nodeNr && nodes.size() < maxNodes; ++i) {
         if (std::optional<XmlNode> node = nodeDictionary(*result->nodesetval->nodeTab[i], nullptr))
             nodes.push_back(std::move(*node));
     }
@@ -118,12 +118,12 @@ std::optional<std::vector<XmlNode>> xpathQuery(_xmlDoc *document, const XPathNam
 }
 
 std::optional<std::vector<XmlNode>> xpathQuery(const QByteArray &bytes, const XPathNamespaces &namespaces,
-                                               const QByteArray &query, std::size_t most)
+                                               const QByteArray &query, std::size_t maxNodes)
 {
     const Document document = documentOf(bytes);
     if (!document)
         return fail("Unable to parse.");
-    return xpathQuery(document.get(), namespaces, query, most);
+    return xpathQuery(document.get(), namespaces, query, maxNodes);
 }
 
 } // namespace orvel

@@ -4,7 +4,7 @@
 
 namespace orvel {
 
-// XSPF: the first location of a track, in the XSPF namespace.
+// Reads XSPF: the first location of a track, in the XSPF namespace.
 class XSPFParser : public PlaylistParser
 {
 public:

@@ -14,24 +14,26 @@ struct XmlNode;
 struct XmlAttribute
 {
     QString attributeName;
-    std::optional<QString> nodeContent{};              // the value, trimmed
-    std::shared_ptr<const XmlNode> attributeContent{}; // only of a value that is no plain text
+    std::optional<QString> nodeContent{}; // the value, trimmed
+    // Deliberate: set only for a value that is not plain text
+    // (XPathQueryTest.TellsNamesContentsAttributesAndChildren).
+    std::shared_ptr<const XmlNode> attributeContent{};
 };
 
-// What a query tells of a node; what has no value is absent or empty.
+// What a query finds of a node. What has no value is absent or empty.
 struct XmlNode
 {
     std::optional<QString> nodeName{};
-    // The node's own content; of an element the texts directly in it, each trimmed, joined with nothing
-    // between.
+    // The node's own content. An element's are the texts directly in it, each trimmed, joined without a
+    // separator.
     std::optional<QString> nodeContent{};
     std::vector<XmlAttribute> nodeAttributeArray{};
     std::vector<XmlNode> nodeChildArray{};
 };
 
-// Nothing for a text that went into its parent's content (`parentContent`, null when there is no parent), and
-// for what is no node of the tree. An entity reference has its name alone: neither its text nor what it
-// stands for is followed.
+// Returns std::nullopt for a text, which is appended to its parent's content (`parentContent`, nullptr
+// without a parent), and for what is not a node of the tree. An entity reference has its name alone; what it
+// stands for is not followed.
 std::optional<XmlNode> nodeDictionary(const _xmlNode &node, std::optional<QString> *parentContent);
 
 } // namespace orvel

@@ -65,3 +65,27 @@ TEST(PlaylistParserTest, XSPFTakesTheFirstLocationOfATrack)
         {"", std::nullopt},
     });
 }
+
+// What a hostile document holds is neither unfolded nor read, and costs no time.
+TEST(PlaylistParserTest, XSPFStaysWithinItsDocument)
+{
+    QByteArray explosive = "<!ENTITY e0 'http://127.0.0.1/'>";
+    for (int i = 1; i < 30; ++i)
+        explosive += "<!ENTITY e" + QByteArray::number(i) + " '" +
+                     ("&e" + QByteArray::number(i - 1) + ";").repeated(10) + "'>";
+    QByteArray declared;
+    for (int i = 0; i < 1000; ++i)
+        declared += "<!ATTLIST a b" + QByteArray::number(i) + " CDATA 'x'>";
+    const auto document = [](const QByteArray &declarations, const QByteArray &location) {
+        return "<!DOCTYPE p [" + declarations + "]>" +
+               xspf("<track><location>" + location + "</location></track></trackList></playlist>").sliced(21);
+    };
+    expectStreams<XSPFParser>({
+        {document(explosive, "&e29;"), std::nullopt},
+        {document("<!ENTITY f SYSTEM 'file:///etc/hostname'>", "&f;"), std::nullopt},
+        {"<!DOCTYPE p [" + declared + "]><p>" + QByteArray("<a/>").repeated(200000), std::nullopt},
+        {document("<!ENTITY l '" + QByteArray(200000, 'y') + "'>",
+                  "http://a/" + QByteArray("&l;").repeated(50000)),
+         "http://a/"},
+    });
+}
