@@ -111,12 +111,12 @@ TEST_F(AppDelegateTest, EachRadioEndsTheOneBefore)
 
 TEST_F(AppDelegateTest, HearsItsPlayerAndTakesItAlong)
 {
-    media.network = Reachability::Status::NotReachable;
+    media.network.status = Reachability::Status::NotReachable;
     app->url = "http://127.0.0.1:1/";
     app->radio_play();
     letEventsRun();
     EXPECT_TRUE(alertTold().startsWith("Station Currently Offline"));
-    media.setNetwork(Reachability::Status::WiFi);
+    media.network.set(Reachability::Status::WiFi);
     app->radio_play();
     const auto player = app->radio();
     app.reset();

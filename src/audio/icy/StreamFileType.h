@@ -13,7 +13,8 @@ struct StreamFileType
     AudioFileType hint = AudioFileType::none;
 };
 
-// Content types are compared exactly: another case or parameters make them unknown.
+// Deliberate: content types are compared exactly, another case or parameters make them unknown
+// (StreamFileTypeTest.ComparesContentTypesExactly).
 StreamFileType streamFileType(QStringView contentType);
 
 // What a live player opens its parser with. Knows MP3 and AAC alone, in any case; none for the others.

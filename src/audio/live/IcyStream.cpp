@@ -72,7 +72,7 @@ void IcyStream::parse(QByteArrayView chunk)
         chunk = chunk.sliced(headerBytes);
     }
     if (m_metadataInterval == 0) {
-        // Deliberate: a bare ICY answer without an interval plays nothing (FaultsTest.OfAnswers).
+        // Deliberate: a bare ICY answer without an interval plays nothing (FaultsTest.OfBareAnswers).
         if (!m_icyStartFound)
             gather(chunk);
         return;

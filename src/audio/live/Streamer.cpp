@@ -15,6 +15,7 @@ constexpr double stallSeconds = 10;
 
 std::shared_ptr<Streamer> Streamer::initWithURL(const Url &url, StreamerServices services)
 {
+    // Deliberate: only lower-case schemes are taken (StreamerTest.TakesOnlyLowerCaseWebSchemes).
     const QString scheme = url.scheme();
     if (scheme != QLatin1String("http") && scheme != QLatin1String("https"))
         return nullptr;
@@ -141,6 +142,8 @@ void Streamer::setState(RadioState state)
         return;
     m_radioState = state;
     tell(&RadioDelegate::radioStateChanged);
+    // Deliberate: a stop keeps the task until the application is in front again
+    // (StreamerTest.HoldsABackgroundTaskWhileItConnectsOutOfSight).
     if (state == RadioStatePlaying || state == RadioStateError)
         m_background.end();
 }

@@ -70,6 +70,8 @@ private:
     void connectionFinished() override;
 
     bool openParser();
+    // Deliberate: a parser that can't be opened for a bare answer is not an error, its sound is dropped
+    // (StreamerTest.ReadsABareAnswerAndOpensASecondParserForIt).
     bool icyHeadersEnded() override { return openParser(); }
     void icyMetadataReady() override { tell(&RadioDelegate::radioMetadataReady); }
     void icyTitleChanged(const QString &title) override;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "audio/live/Streamer.h"
+#include "support/NetworkUnderTest.h"
 
 #include <deque>
 #include <limits>
@@ -17,7 +18,7 @@ struct FakeMedia
     std::vector<AudioStreamBasicDescription> formatList;
     std::optional<quint32> upperBound;
     qsizetype packetSize = 100;
-    bool opens = true;
+    int opens = std::numeric_limits<int>::max(); // parsers, and then no more
     bool hasFormat = true;
     bool makesQueues = true;
     bool allocates = true;
@@ -28,6 +29,7 @@ struct FakeMedia
     std::vector<qsizetype> firstPieces;     // bytes, of each parser
     bool isParserClosedInside = false;      // while it parsed
     std::shared_ptr<FakeOutputQueue> queue; // the last one made
+    NetworkUnderTest network;
     StreamerServices services();
 };
 
@@ -135,14 +137,14 @@ inline StreamerServices FakeMedia::services()
     return {.openAudioFileStream = [this](AudioFileStreamClient &client,
                                           AudioFileType hint) -> std::unique_ptr<AudioFileStream> {
                 hints.push_back(hint);
-                return opens ? std::make_unique<FakeAudioFileStream>(*this, client) : nullptr;
+                return opens-- > 0 ? std::make_unique<FakeAudioFileStream>(*this, client) : nullptr;
             },
             .newOutputQueue = [this](const AudioStreamBasicDescription &,
                                      OutputQueue::BufferCallback callback) -> std::shared_ptr<OutputQueue> {
                 queue = makesQueues ? std::make_shared<FakeOutputQueue>(*this, std::move(callback)) : nullptr;
                 return queue;
             },
-            .reachability = reachabilityForLocalStation};
+            .reachability = network.monitors()};
 }
 
 } // namespace orvel::test
