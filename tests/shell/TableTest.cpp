@@ -52,7 +52,8 @@ struct TableTest : KitTest
     {
         list->counts = {100};
         list->heights = {{40, 1000}};
-        draw("Table { id: list; anchors.fill: parent; outlet: parent.outlet; delegate: TableRow {\n"
+        draw("Table { id: list; anchors.fill: parent; outlet: parent.outlet; bottomInset: 20; delegate: "
+             "TableRow {\n"
              "table: list; text: row; required property QtObject cell; PressButton {} } }",
              &table);
     }
@@ -85,12 +86,12 @@ TEST_F(TableTest, KeysWalkThroughTheRowsAndScrollThemIntoSight)
     for (int i = 0; i < 30; ++i)
         key(Qt::Key_Down);
     EXPECT_EQ(after({Qt::Key_Return}), "30");
-    EXPECT_EQ(table.contentOffset(), 32 * 60 - 480) << "with the row after it";
+    EXPECT_EQ(table.contentOffset(), 32 * 60 + 20 - 480) << "with the row after it";
     EXPECT_EQ(after({Qt::Key_Tab, Qt::Key_Down}), "31") << "on from the button in the row";
     EXPECT_EQ(after({Qt::Key_End}), "99");
-    EXPECT_EQ(table.contentOffset(), 99 * 60 + 1000 - 480);
-    EXPECT_EQ(after({Qt::Key_Down, Qt::Key_PageUp}), "85");
-    EXPECT_EQ(after({Qt::Key_PageDown, Qt::Key_PageDown}), "99");
+    EXPECT_EQ(table.contentOffset(), 99 * 60 + 1000 + 20 - 480);
+    EXPECT_EQ(after({Qt::Key_Down, Qt::Key_PageUp}), "86");
+    EXPECT_EQ(after({Qt::Key_Up, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageDown}), "99");
     EXPECT_EQ(after({Qt::Key_Home, Qt::Key_Space}), "0");
     EXPECT_EQ(table.contentOffset(), 0);
     EXPECT_EQ(after({Qt::Key_PageDown}), "8");
@@ -172,8 +173,7 @@ TEST_F(KitTest, ASearchBarIsEditedWhileItsFieldOrItsButtonsHaveTheKeyboard)
     bar.setShowsCancelButton(true);
     QTest::qWait(400); // the button slides in
     after({Qt::Key_Tab, Qt::Key_B, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Space, Qt::Key_C, Qt::Key_Return});
-    tap({300, 240});
-    after({Qt::Key_D, Qt::Key_Return});
+    after({Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Space, Qt::Key_D, Qt::Key_Return});
     bar.setShowsCancelButton(false);
     QTest::qWait(400);
     tap({300, 240}); // the button that empties it
