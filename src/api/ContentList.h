@@ -6,7 +6,8 @@
 
 namespace orvel {
 
-// The entries under "content" of an answer, in their order: none when that is no array, and at most 10,000.
+// Returns the entries under "content" of an answer, in their order: at most 10,000, and an empty list when it
+// is not an array.
 std::vector<JsonValue> contentList(const JsonValue &answer);
 
 } // namespace orvel

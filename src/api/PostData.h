@@ -12,7 +12,9 @@ class PostDataDelegate
 {
 public:
     virtual ~PostDataDelegate() = default;
-    // The whole answer: an object or an array. Whatever the HTTP status, an answer that parses is a success.
+    // The whole answer: an object or an array.
+    // Deliberate: the HTTP status does not count, as the server sends its own errors as objects
+    // (PostDataTest.JudgesAnAnswerByItsBodyAlone)
     virtual void PostSuccess(const JsonValue &response) = 0;
     // A text to show to the user.
     virtual void PostFail(const QString &message) = 0;
@@ -33,7 +35,9 @@ public:
     void postGetSecondSection(const QString &path);
     // The radio network's list of web radios.
     void postGetTarvaneRadio();
-    // The station API without a path; the text is ignored.
+    // The station API without a path.
+    // Deliberate: the text is ignored, until there are comments to send
+    // (PostDataTest.SendsTheSignedHeadersInOrderAndNoBody)
     void postCommints(const QString &text);
 
     void requestFinished(HttpRequest &request) override;

@@ -23,10 +23,10 @@ struct StationConfiguration
     QString googlePage;
     QString instagramPage;
 
-    // The one this program was built with.
+    // Returns what this program was built with.
     static StationConfiguration compiledIn();
 
-    // The one in use: the compiled-in one, until another is handed in at start. Main thread.
+    // Returns the one in use: the compiled-in one, until use() is called at the start. Main thread.
     static const StationConfiguration &current();
     static void use(const StationConfiguration &configuration);
 };

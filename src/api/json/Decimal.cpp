@@ -24,7 +24,7 @@ QByteArrayView withoutTrailingZeros(QByteArrayView digits)
     return digits;
 }
 
-// Whether so many digits, times ten to the power of `exponent`, are few enough in plain text.
+// Returns whether `count` digits, times ten to the power of `exponent`, are few enough in plain text.
 bool isWritable(qint64 digits, qint64 exponent)
 {
     return (exponent >= 0 ? digits + exponent : std::max(digits, 1 - exponent)) <= Decimal::maxPlainDigits;
@@ -41,7 +41,7 @@ qint64 digitCount(quint64 number)
 quint64 appended(quint64 number, QByteArrayView digits)
 {
     for (const char digit : digits)
-        number = number * 10 + static_cast<quint64>(digit - '0');
+        number = number * 10 + quint64(digit - '0');
     return number;
 }
 
@@ -49,29 +49,29 @@ quint64 appended(quint64 number, QByteArrayView digits)
 constexpr auto digitPairs = [] {
     std::array<char, 200> pairs{};
     for (size_t i = 0; i < pairs.size(); ++i)
-        pairs[i] = static_cast<char>('0' + (i % 2 == 0 ? i / 20 : i / 2 % 10));
+        pairs[i] = char('0' + (i % 2 == 0 ? i / 20 : i / 2 % 10));
     return pairs;
 }();
 
-// Writes the digits of a number so that they end at `end` and gives where they start. In short pieces,
+// Writes the digits of a number so that they end at `end`, and returns their start. In short pieces,
 // because the processor can work on several at once and divides short numbers faster.
 char *writeDigits(quint64 number, char *end)
 {
     const auto writeTwo = [&end](quint32 two) {
         end -= 2;
-        std::memcpy(end, &digitPairs[static_cast<size_t>(two) * 2], 2);
+        std::memcpy(end, &digitPairs[size_t(two) * 2], 2);
     };
     constexpr quint64 piece = 100'000'000;
     for (; number >= piece; number /= piece) {
-        auto eight = static_cast<quint32>(number % piece);
+        auto eight = quint32(number % piece);
         for (int i = 0; i < 4; ++i, eight /= 100)
             writeTwo(eight % 100);
     }
-    auto rest = static_cast<quint32>(number);
+    auto rest = quint32(number);
     for (; rest >= 10; rest /= 100)
         writeTwo(rest % 100);
     if (rest > 0)
-        *--end = static_cast<char>('0' + rest);
+        *--end = char('0' + rest);
     return end;
 }
 
@@ -79,7 +79,7 @@ char *writeDigits(quint64 number, char *end)
 
 Decimal::Decimal(qint64 value)
 {
-    const auto bits = static_cast<quint64>(value);
+    const auto bits = quint64(value);
     *this = *fromCoefficient(value < 0, value < 0 ? 0 - bits : bits, 0);
 }
 
@@ -95,7 +95,7 @@ std::optional<Decimal> Decimal::fromCoefficient(bool negative, quint64 coefficie
         return std::nullopt;
     Decimal result;
     result.m_coefficient = coefficient;
-    result.m_exponent = static_cast<qint32>(exponent);
+    result.m_exponent = qint32(exponent);
     result.m_negative = negative;
     return result;
 }
@@ -122,7 +122,7 @@ std::optional<Decimal> Decimal::fromParts(bool negative, QByteArrayView integer,
 
     Decimal result;
     result.m_negative = negative;
-    result.m_exponent = static_cast<qint32>(exponent);
+    result.m_exponent = qint32(exponent);
     if (count <= maxCoefficientDigits) {
         result.m_coefficient = appended(appended(0, integer), fraction);
     } else {

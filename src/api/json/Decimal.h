@@ -13,25 +13,25 @@ namespace orvel {
 class Decimal
 {
 public:
-    // The most digits a plain text may have.
+    // Of a plain text.
     static constexpr qint64 maxPlainDigits = 1024;
-    // The most digits that are kept in place.
+    // Of those that are kept in place.
     static constexpr qsizetype maxCoefficientDigits = 19;
     using PlainText = QVarLengthArray<char, 48>;
 
     Decimal() = default;
     explicit Decimal(qint64 value);
 
-    // "<integer>.<fraction>e<exponent>", both runs of ASCII digits, either may be empty. Nothing when the
-    // plain text would be longer than maxPlainDigits.
+    // Returns "<integer>.<fraction>e<exponent>", both runs of ASCII digits, either of which may be empty, or
+    // std::nullopt when the plain text would have more than maxPlainDigits.
     static std::optional<Decimal> fromParts(bool negative, QByteArrayView integer, QByteArrayView fraction,
                                             qint64 exponent);
 
-    // `coefficient` times ten to the power of `exponent`, bounded likewise. At most maxCoefficientDigits
-    // digits.
+    // Returns `coefficient`, of at most maxCoefficientDigits, times ten to the power of `exponent`, or
+    // std::nullopt when the plain text would have more than maxPlainDigits.
     static std::optional<Decimal> fromCoefficient(bool negative, quint64 coefficient, qint64 exponent);
 
-    // The digits with a point where one belongs, never in exponent form: "-0.1", "100".
+    // Returns the digits with a point where one belongs, never in exponent form: "-0.1", "100".
     PlainText plainText() const;
     QString stringValue() const;
 

@@ -19,10 +19,10 @@ public:
     // Called after each change of the trace.
     void observeErrorTrace(std::function<void()> observer) { m_observer = std::move(observer); }
 
-    // How many arrays and objects may be open at once; 0 means no limit.
+    // The number of arrays and objects that may be open at once. 0: no limit.
     unsigned maxDepth() const { return m_maxDepth; }
     void setMaxDepth(unsigned maxDepth) { m_maxDepth = maxDepth; }
-    // Whether one more may be opened inside `depth` open ones; adds the error when not.
+    // Returns whether one more may be opened inside `depth` open ones. Adds the error when not.
     bool mayOpen(size_t depth);
 
 protected:

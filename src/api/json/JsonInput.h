@@ -7,8 +7,9 @@
 
 namespace orvel {
 
-// The input of the reader: a text, or UTF-8 bytes that are read where they lie and must outlive the call. It
-// ends at its first zero byte.
+// The input of the reader: a text, or UTF-8 bytes that are read in place and must outlive the call.
+// Deliberate: it ends at its first zero byte, as answers always have
+// (JsonParserTest.NamesEachErrorAndWhatItMadeMissing)
 class JsonInput
 {
 public:
@@ -21,12 +22,12 @@ public:
     JsonInput(const JsonInput &) = delete;
     JsonInput &operator=(const JsonInput &) = delete;
 
-    // Nothing was given (a null text).
+    // Returns whether the text was null.
     bool isNil() const { return m_isNil; }
     QByteArrayView bytes() const
     {
         const void *const zero =
-            m_bytes.isEmpty() ? nullptr : std::memchr(m_bytes.data(), 0, static_cast<size_t>(m_bytes.size()));
+            m_bytes.isEmpty() ? nullptr : std::memchr(m_bytes.data(), 0, size_t(m_bytes.size()));
         return zero ? QByteArrayView(m_bytes.data(), static_cast<const char *>(zero)) : m_bytes;
     }
 

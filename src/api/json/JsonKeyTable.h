@@ -24,12 +24,12 @@ public:
         size_t place = 0;
     };
 
-    // The key expected after `previous` (null at an object's start), or null.
+    // Returns the key expected after `previous` (nullptr at an object's start), or nullptr.
     Key *expected(const Key *previous) const { return previous ? previous->follower : m_first; }
-    // The key of this text, from now on expected after `previous`.
+    // Returns the key of this text, from now on expected after `previous`.
     Key *enter(const QString &text, QByteArrayView spelling, Key *previous);
 
-    // Makes an object's container of its keys, at least one, and values as they arrived: of a key that came
+    // Returns an object's container of its keys, at least one, and values as they arrived: of a key that came
     // twice the later value stands in the earlier's place.
     std::shared_ptr<JsonContainer> gather(Key *const *keys, JsonValue *values, size_t count);
 

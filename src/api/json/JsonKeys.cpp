@@ -15,7 +15,7 @@ void JsonKeys::append(const QString &key)
 {
     m_names.push_back(key);
     if (!m_places.isEmpty())
-        m_places.insert(m_names.back(), static_cast<qsizetype>(m_names.size()) - 1);
+        m_places.insert(m_names.back(), qsizetype(m_names.size()) - 1);
     else if (m_names.size() > maxUnindexedKeys)
         buildIndex();
 }
@@ -31,7 +31,7 @@ void JsonKeys::removeAt(qsizetype place)
 void JsonKeys::buildIndex()
 {
     for (size_t i = 0; i < m_names.size(); ++i)
-        m_places.insert(m_names[i], static_cast<qsizetype>(i));
+        m_places.insert(m_names[i], qsizetype(i));
 }
 
 qsizetype JsonKeys::indexOf(QStringView key) const

@@ -14,7 +14,7 @@ class JsonKeys : public QSharedData
 public:
     void append(const QString &key);
     void removeAt(qsizetype place);
-    // -1 when the key is not there.
+    // Returns -1 for a key that is not there.
     qsizetype indexOf(QStringView key) const;
     const std::vector<QString> &names() const { return m_names; }
 

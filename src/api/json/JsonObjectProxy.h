@@ -4,13 +4,13 @@
 
 namespace orvel {
 
-// An object that is no JSON value itself but may stand in a tree that is written.
+// An object that is not a JSON value itself but may stand in a tree that is written.
 class JsonObjectProxy
 {
 public:
     virtual ~JsonObjectProxy() = default;
     virtual QString className() const = 0;
-    // The value to write in its place; absent when the object has none.
+    // Returns the value to write in its place, or an absent one.
     virtual JsonValue proxyForJson() const { return {}; }
 };
 

@@ -6,8 +6,8 @@
 
 namespace orvel {
 
-// Reads JSON strictly. A failure gives an absent value and fills the error trace: first what was wrong, then
-// what each array or object around it misses therefore.
+// Reads JSON strictly. A failure returns an absent value and fills the error trace: first what was wrong,
+// then what each array or object around it misses therefore.
 class JsonParser : public JsonBase
 {
 public:

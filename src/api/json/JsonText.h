@@ -6,7 +6,7 @@
 namespace orvel {
 
 // Reading and writing in one call, with a reader or writer of its own. A failure is logged with its error
-// trace and gives an absent value or a null text. JSONValue and JSONRepresentation take objects and arrays,
+// trace and returns an absent value or a null text. JSONValue and JSONRepresentation take objects and arrays,
 // the others any value.
 JsonValue JSONValue(const JsonInput &text);
 JsonValue JSONFragmentValue(const JsonInput &text);

@@ -9,7 +9,7 @@ JsonTreeReader::JsonTreeReader(QByteArrayView utf8, JsonBase &errors)
 {
     // Room for a flat list of short values; memory that stays untouched costs nothing.
     constexpr qsizetype shortValue = 8;
-    m_values.reserve(static_cast<size_t>(utf8.size() / shortValue + 1));
+    m_values.reserve(size_t(utf8.size() / shortValue + 1));
 }
 
 JsonValue JsonTreeReader::read()
@@ -188,7 +188,7 @@ void JsonTreeReader::takeValues(size_t first, std::vector<JsonValue> &values)
         values.swap(m_values);
         return;
     }
-    const auto begin = m_values.begin() + static_cast<ptrdiff_t>(first);
+    const auto begin = m_values.begin() + ptrdiff_t(first);
     values.assign(std::make_move_iterator(begin), std::make_move_iterator(m_values.end()));
 }
 

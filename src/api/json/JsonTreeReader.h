@@ -15,7 +15,7 @@ class JsonTreeReader
 public:
     JsonTreeReader(QByteArrayView utf8, JsonBase &errors);
 
-    // The one value of the whole text; absent when there is an error.
+    // Returns the one value of the whole text, or an absent one after an error.
     JsonValue read();
 
 private:
@@ -37,10 +37,10 @@ private:
     Next readBehindMember();
     Next openContainer(bool isObject);
     Next closeContainer();
-    // The value that is due is missing; so is, therefore, the one of each array or object around it.
+    // Reports that the value that is due is missing, and with it that of each array or object around it.
     Next failValue();
     Next failValue(int code, const QString &description);
-    // The innermost array or object is broken.
+    // Reports that the innermost array or object is broken.
     Next failContainer(int code, const QString &description);
     // Moves the values gathered from `first` on.
     void takeValues(size_t first, std::vector<JsonValue> &values);

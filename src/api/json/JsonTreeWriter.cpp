@@ -25,9 +25,9 @@ bool holdsEscapes(QStringView text)
 
 JsonValue JsonTreeWriter::offeredValue(const JsonValue &value)
 {
-    constexpr int mostSteps = 512;
+    constexpr int maxSteps = 512;
     JsonValue offered = value;
-    for (int step = 0; step < mostSteps; ++step) {
+    for (int step = 0; step < maxSteps; ++step) {
         const auto object = offered.foreignObject();
         JsonValue next = object ? object->proxyForJson() : JsonValue();
         if (next.isAbsent())
@@ -137,7 +137,7 @@ void JsonTreeWriter::breakLine()
     if (!m_style.humanReadable)
         return;
     m_text.append(u'\n');
-    m_text.fill(u' ', 2 * static_cast<qsizetype>(m_open.size()));
+    m_text.fill(u' ', 2 * qsizetype(m_open.size()));
 }
 
 void JsonTreeWriter::writeString(QStringView text)

@@ -10,9 +10,9 @@ namespace orvel {
 
 struct JsonStyle
 {
-    bool humanReadable = false; // members on lines of their own, two spaces in for each level
+    bool humanReadable = false; // members on lines of their own, indented by two spaces a level
     bool sortKeys = false;      // members in the order of their keys instead of the object's own
-    qsizetype maxLength = 0;    // about here the text is cut, with "…" behind; 0 for no bound
+    qsizetype maxLength = 0;    // about where the text is cut, with "…" behind; 0: no limit
 };
 
 // Writes one tree, without recursion.
@@ -21,11 +21,12 @@ class JsonTreeWriter
 public:
     JsonTreeWriter(JsonStyle style, JsonBase &errors) : m_style(style), m_errors(errors) {}
 
-    // A null text when there is an error.
+    // Returns a null text after an error.
     QString write(const JsonValue &root);
 
-    // What a foreign object offers to be written, followed through other foreign objects; a foreign object
-    // that offers nothing, or only ever another one, is given back. Every other value is itself.
+    // Returns what a foreign object offers to be written, followed through other foreign objects. A foreign
+    // object that offers an absent value, or always another foreign one, is returned, as is every other
+    // value.
     static JsonValue offeredValue(const JsonValue &value);
 
 private:
@@ -33,7 +34,7 @@ private:
     {
         JsonValue container;
         const std::vector<JsonValue> &values;
-        const std::vector<QString> *keys; // null for an array
+        const std::vector<QString> *keys; // nullptr for an array
         std::vector<size_t> order{};      // of the members, when they are sorted
         size_t next = 0;
 

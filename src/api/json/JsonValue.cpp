@@ -64,7 +64,7 @@ JsonValue JsonValue::operator[](QStringView key) const
 
 JsonValue JsonValue::at(qsizetype index) const
 {
-    return index >= 0 && index < size() ? values()[static_cast<size_t>(index)] : JsonValue();
+    return index >= 0 && index < size() ? values()[size_t(index)] : JsonValue();
 }
 
 bool JsonValue::contains(QStringView key) const { return isObject() && container()->indexOf(key) >= 0; }
@@ -117,7 +117,7 @@ void JsonValue::set(const QString &key, const JsonValue &value)
     JsonContainer &object = *changeable();
     const qsizetype place = object.indexOf(key);
     if (place >= 0) {
-        object.values[static_cast<size_t>(place)] = std::move(kept);
+        object.values[size_t(place)] = std::move(kept);
     } else {
         object.changeableKeys().append(key);
         object.values.push_back(std::move(kept));
@@ -147,7 +147,7 @@ void JsonValue::replace(qsizetype index, const JsonValue &value)
     if (!isArray() || value.isAbsent() || index < 0 || index >= size())
         return;
     JsonValue kept = value;
-    changeable()->values[static_cast<size_t>(index)] = std::move(kept);
+    changeable()->values[size_t(index)] = std::move(kept);
 }
 
 void JsonValue::removeAt(qsizetype index)
@@ -181,11 +181,10 @@ bool JsonValue::operator==(const JsonValue &other) const
         if (a->isObject() != b->isObject() || left->values.size() != right->values.size())
             return false;
         for (size_t i = 0; i < left->values.size(); ++i) {
-            const qsizetype place =
-                left->keys ? right->indexOf(left->keys->names()[i]) : static_cast<qsizetype>(i);
+            const qsizetype place = left->keys ? right->indexOf(left->keys->names()[i]) : qsizetype(i);
             if (place < 0)
                 return false;
-            pending.emplace_back(&left->values[i], &right->values[static_cast<size_t>(place)]);
+            pending.emplace_back(&left->values[i], &right->values[size_t(place)]);
         }
     }
     return true;

@@ -14,8 +14,8 @@ namespace orvel {
 class JsonObjectProxy;
 struct JsonContainer;
 
-// A decoded JSON value, or none at all (absent). Copies share their content until one of them is changed.
-// Reading never fails: what is not there, or is asked of the wrong kind, is absent. Copying, comparing and
+// A decoded JSON value, or an absent one. Copies share their content until one of them is changed.
+// Reading never fails: what is not there, or is asked of another kind, is absent. Copying, comparing and
 // freeing need no stack, however deep the tree.
 class JsonValue
 {
@@ -31,7 +31,7 @@ public:
     template<std::integral T>
     requires(!std::same_as<T, bool> && (std::is_signed_v<T> || sizeof(T) < sizeof(qint64)))
         JsonValue(T number)
-        : JsonValue(Decimal(static_cast<qint64>(number)))
+        : JsonValue(Decimal(qint64(number)))
     {
     }
     static JsonValue null();
@@ -42,7 +42,7 @@ public:
 
     JsonValue(const JsonValue &) = default;
     JsonValue(JsonValue &&) = default;
-    // Not for what a look-up gives: it is a copy.
+    // Not for what a look-up returns, which is a copy.
     JsonValue &operator=(const JsonValue &) & = default;
     JsonValue &operator=(JsonValue &&) & = default;
     ~JsonValue() = default;
@@ -56,37 +56,37 @@ public:
     bool isObject() const;
     bool isContainer() const { return std::holds_alternative<Container>(m_content); }
 
-    // The value under a key of an object, or at a place of an array; absent when there is none.
+    // Returns the value under a key of an object, or at a place of an array, or an absent one.
     JsonValue operator[](QStringView key) const;
     JsonValue operator[](const QString &key) const { return (*this)[QStringView(key)]; }
     JsonValue operator[](const char *key) const { return (*this)[QString::fromUtf8(key)]; }
-    JsonValue operator[](std::integral auto index) const { return at(static_cast<qsizetype>(index)); }
+    JsonValue operator[](std::integral auto index) const { return at(qsizetype(index)); }
     bool contains(QStringView key) const;
-    // How many elements or members; 0 for what is no container.
-    qsizetype size() const { return static_cast<qsizetype>(values().size()); }
-    // An array's elements, or an object's values in order of arrival; empty for what is neither.
+    // Returns the number of elements or members; 0 for another kind.
+    qsizetype size() const { return qsizetype(values().size()); }
+    // Returns an array's elements, or an object's values in order of arrival; an empty list for another kind.
     const std::vector<JsonValue> &values() const;
-    // An object's keys in order of arrival, one for each of values(); empty for what is no object.
+    // Returns an object's keys in order of arrival, one for each of values(); an empty list for another kind.
     const std::vector<QString> &keys() const;
 
-    // The "%@" text: a string itself, a number's plain text, a boolean's "1" or "0", "<null>", "(null)" when
-    // absent, a container as readable JSON, cut at about 64 Ki characters.
+    // Returns the "%@" text: a string itself, a number's plain text, a boolean's "1" or "0", "<null>",
+    // "(null)" when absent, a container as readable JSON, cut at about 64 Ki characters.
     QString text() const;
-    // A string's text; a null text for everything else.
+    // Returns a string's text; a null text for another kind.
     QString string() const;
-    // A number; zero for everything else.
+    // Returns a number; 0 for another kind.
     Decimal decimal() const;
-    // The leading whole number of a string, a number without its fraction (saturating), 1 or 0 of a boolean;
-    // else 0.
+    // Returns the leading whole number of a string, a number without its fraction (saturating), 1 or 0 for a
+    // boolean, and 0 for another kind.
     qint64 integerValue() const;
     bool boolValue() const { return integerValue() != 0; }
     std::shared_ptr<const JsonObjectProxy> foreignObject() const;
 
-    // Sets an object's member, in its old place when the key is there already. An absent value takes the
-    // member away. Nothing happens to what is no object.
+    // Sets an object's member, in its old place when the key is there already. An absent value removes the
+    // member. No effect on another kind.
     void set(const QString &key, const JsonValue &value);
     void remove(QStringView key);
-    // The same for arrays; an absent value or a place out of range changes nothing.
+    // The same for arrays. An absent value or a place out of range has no effect.
     void append(const JsonValue &value);
     void replace(qsizetype index, const JsonValue &value);
     void removeAt(qsizetype index);
@@ -122,7 +122,7 @@ private:
 struct JsonContainer
 {
     std::vector<JsonValue> values;
-    QExplicitlySharedDataPointer<JsonKeys> keys; // null for an array
+    QExplicitlySharedDataPointer<JsonKeys> keys; // nullptr for an array
 
     JsonContainer() = default;
     JsonContainer(const JsonContainer &other) = default;
@@ -130,9 +130,9 @@ struct JsonContainer
     // Frees a tree of any depth without recursion.
     ~JsonContainer();
 
-    // The place of a key in `values`, or -1.
+    // Returns the place of a key in `values`, or -1.
     qsizetype indexOf(QStringView key) const { return keys ? keys->indexOf(key) : -1; }
-    // The keys for changing, no longer shared with another object.
+    // Returns the keys for changing, no longer shared with another object.
     JsonKeys &changeableKeys();
 };
 

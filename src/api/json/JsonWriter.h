@@ -6,7 +6,7 @@
 
 namespace orvel {
 
-// Writes a tree as JSON. A failure gives a null text and fills the error trace: first what could not be
+// Writes a tree as JSON. A failure returns a null text and fills the error trace: first what could not be
 // written, then the key of each object around it. A foreign object is replaced by the value that it offers.
 class JsonWriter : public JsonBase
 {
@@ -20,7 +20,7 @@ public:
     void setHumanReadable(bool humanReadable) { m_style.humanReadable = humanReadable; }
     bool sortKeys() const { return m_style.sortKeys; }
     void setSortKeys(bool sortKeys) { m_style.sortKeys = sortKeys; }
-    // Cuts what gets longer than about this many characters, for people's eyes; 0 for no bound.
+    // Cuts what gets longer than about this number of characters, for people's eyes. 0: no limit.
     void setMaxLength(qsizetype characters) { m_style.maxLength = characters; }
 
 private:

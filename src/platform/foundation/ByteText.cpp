@@ -14,10 +14,10 @@ template<int count>
 void widen(const char *__restrict bytes, char16_t *__restrict units)
 {
     for (int i = 0; i < count; ++i)
-        units[i] = static_cast<uchar>(bytes[i]);
+        units[i] = uchar(bytes[i]);
 }
 
-// Widens the ASCII bytes from `at` to `end`, many at a time; gives how many there were. `units` has room for
+// Widens the ASCII bytes from `at` to `end`, many at a time, and returns their number. `units` has room for
 // as many units as there are bytes.
 qsizetype widenAscii(const char *at, const char *end, char16_t *units)
 {
@@ -29,8 +29,8 @@ qsizetype widenAscii(const char *at, const char *end, char16_t *units)
             if (const quint64 beyond = qFromLittleEndian<quint64>(at + half) & Q_UINT64_C(0x8080808080808080))
                 return at - start + half + std::countr_zero(beyond) / 8;
     }
-    while (at < end && static_cast<uchar>(*at) < 0x80)
-        *units++ = static_cast<uchar>(*at++);
+    while (at < end && uchar(*at) < 0x80)
+        *units++ = uchar(*at++);
     return at - start;
 }
 
@@ -38,9 +38,9 @@ qsizetype widenAscii(const char *at, const char *end, char16_t *units)
 // 3629).
 char32_t readSequence(const char *&at, const char *end)
 {
-    const auto lead = static_cast<uchar>(*at);
+    const auto lead = uchar(*at);
     if (lead >= 0xC2 && lead < 0xE0 && end - at >= 2 && (at[1] & 0xC0) == 0x80) {
-        const auto point = static_cast<char32_t>((lead & 0x1F) << 6 | (at[1] & 0x3F));
+        const auto point = char32_t((lead & 0x1F) << 6 | (at[1] & 0x3F));
         at += 2;
         return point;
     }
@@ -49,7 +49,7 @@ char32_t readSequence(const char *&at, const char *end)
         return 0;
     char32_t point = lead & (0x3Fu >> tail);
     for (int i = 1; i <= tail; ++i) {
-        const auto byte = static_cast<uchar>(at[i]);
+        const auto byte = uchar(at[i]);
         if ((byte & 0xC0) != 0x80)
             return 0;
         point = point << 6 | (byte & 0x3F);
@@ -80,7 +80,7 @@ char16_t *decodeUtf8(QByteArrayView bytes, char16_t *units)
             *units++ = QChar::highSurrogate(point);
             *units++ = QChar::lowSurrogate(point);
         } else {
-            *units++ = static_cast<char16_t>(point);
+            *units++ = char16_t(point);
         }
     }
 }
@@ -122,8 +122,8 @@ qint64 integerValue(QStringView text)
 
 qint32 intValue(QStringView text)
 {
-    return static_cast<qint32>(std::clamp<qint64>(integerValue(text), std::numeric_limits<qint32>::min(),
-                                                  std::numeric_limits<qint32>::max()));
+    return qint32(std::clamp<qint64>(integerValue(text), std::numeric_limits<qint32>::min(),
+                                     std::numeric_limits<qint32>::max()));
 }
 
 bool equalsIgnoringCase(QStringView a, QStringView b) { return a.compare(b, Qt::CaseInsensitive) == 0; }

@@ -4,7 +4,8 @@
 
 namespace orvel {
 
-// The first of "name", "name2" to "name9" that is not taken; the ninth, to be replaced, when all are.
+// Returns the first of "name", "name2" to "name9" that is not taken, or the ninth, to be replaced, when all
+// are.
 template<class IsTaken>
 QString freeName(const QString &name, IsTaken isTaken)
 {

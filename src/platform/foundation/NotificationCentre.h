@@ -7,7 +7,7 @@
 
 namespace orvel {
 
-// A named notification with an object: a text or another value, or nothing.
+// A named notification with an object: a text, another value or an invalid variant.
 struct Notification
 {
     QString name;
@@ -23,9 +23,9 @@ public:
 
     static NotificationCentre &defaultCentre();
 
-    // `observer` is the key under which everything of one observer is removed again; it is not kept alive.
+    // `observer` is the key by which all of an observer's handlers are removed. It is not kept alive.
     void addObserver(const void *observer, const QString &name, Handler handler);
-    // Safe while a notification is posted: a removed observer is not called any more.
+    // May be called while a notification is posted: a removed observer is not called any more.
     void removeObserver(const void *observer);
     void postNotification(const QString &name, const QVariant &object = {});
 

@@ -147,7 +147,7 @@ void RunLoop::arm()
         return;
     }
     const double seconds = std::max(0.0, first->first.first - now());
-    m_timer.start(static_cast<int>(std::min(std::ceil(seconds * 1000), 86'400'000.0)));
+    m_timer.start(int(std::min(std::ceil(seconds * 1000), 86'400'000.0)));
 }
 
 void RunLoop::takeClock(double secondsSince1970)

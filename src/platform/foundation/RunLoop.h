@@ -8,15 +8,15 @@
 namespace orvel {
 
 // Delayed performs, repeating timers and the time of day of one thread, on its event loop. Each thread has
-// its own through current(); main() is the main thread's. Everything that waits goes through here, so that a
-// test can turn the clock. What a scheduled function holds stays alive until it has run or was cancelled.
+// its own, current(); main() is the main thread's. Everything that waits goes through here, so that a test
+// can turn the clock. What a scheduled function holds stays alive until it has run or was cancelled.
 class RunLoop
 {
 public:
     // A wait for a request holds Screen entries until it is over; Service entries (a stall, an idle time-out)
     // go on.
     enum class Lane { Screen, Service };
-    using Token = quint64; // 0 is never given out
+    using Token = quint64; // never 0
     using Function = std::function<void()>;
 
     static RunLoop &current();
@@ -25,13 +25,13 @@ public:
 
     ~RunLoop();
 
-    // Runs `function` once, `seconds` from now; equal due times run in the order they were asked for.
+    // Runs `function` once, `seconds` from now. Of equal due times the one asked for first runs first.
     Token after(double seconds, Function function, Lane lane = Lane::Screen);
-    // Runs `function` every `seconds` (more than 0).
+    // Runs `function` every `seconds` (more than 0). Beats that were missed are skipped.
     Token every(double seconds, Function function, Lane lane = Lane::Service);
-    // An unknown or spent token is ignored; a running function may cancel itself.
+    // An unknown or spent token has no effect. A running function may cancel itself.
     void cancel(Token token);
-    // At the end of the application, whose screens the entries may hold.
+    // For the end of the application, whose screens the entries may hold.
     void cancelAll();
     // True while a Screen entry runs.
     bool isInScreenEntry() const { return m_inScreenEntry; }
@@ -50,7 +50,7 @@ public:
     // Moves the clock `seconds` on, stopping at each due time in order and letting posted events run in
     // between.
     void turn(double seconds);
-    // Gives the clock back and cancels whatever is still scheduled.
+    // Lets time run again and cancels whatever is still scheduled.
     void returnClock();
 
 private:

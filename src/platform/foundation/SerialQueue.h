@@ -18,11 +18,11 @@ public:
 
     // Any thread.
     void async(Block block);
-    // Runs `block` on the calling thread, after everything that was queued before it; returns when it has
-    // run. From inside a block of the same queue it runs at once.
+    // Runs `block` on the calling thread, after everything that was queued before it, and returns then.
+    // Inside a block of the same queue it runs at once.
     void sync(const Block &block);
 
-    // Waits until the pool has run all that was queued and ends its threads. Call at exit; a later async
+    // Waits until all that was queued has run, and ends the pool's threads. For the exit; a later async
     // starts the pool anew.
     static void joinThreads();
 

@@ -9,19 +9,18 @@ namespace orvel {
 class Url
 {
 public:
-    // Strict: a text with a space, a control character or a broken escape makes none, nor does one without a
-    // scheme ("(null)", a relative path, the empty text). Other characters in path or query are escaped when
-    // sent.
+    // Returns std::nullopt for a text with a space, a control character, a broken escape or another character
+    // that may not stand in an address, and for one without a scheme ("(null)", a relative path, an empty
+    // text). Characters beyond ASCII are taken.
     static std::optional<Url> fromText(const QString &text);
 
     const QString &text() const { return m_text; }
     // As typed, case kept.
     QString scheme() const;
-    // What follows the last "." in the path's last segment, without query or fragment; empty when there is
-    // none.
+    // Returns what follows the last "." in the path's last segment, or an empty text without one.
     QString pathExtension() const;
-    // What goes on the wire: the text as typed, without the fragment. Only what is not ASCII is changed: it
-    // is escaped, in a host's name written in Punycode.
+    // Returns what goes on the wire: the text as typed, without the fragment. Only what is not ASCII is
+    // changed: a host's name to Punycode, all else to escapes.
     QByteArray encoded() const;
 
     bool operator==(const Url &) const = default;

@@ -7,7 +7,7 @@
 namespace orvel {
 
 // The user's small persisted values, in an INI file of the user's configuration folder. A write replaces the
-// file as a whole, so a process killed in the middle loses nothing that was stored before. A damaged file is
+// file as a whole, so that a process killed meanwhile loses no value stored before. A damaged file is
 // kept beside the new one as "<file>.damaged", with a line in the log. When it can't be kept, it is not
 // touched, and values last as long as the process. Main thread only.
 class UserDefaults
@@ -17,12 +17,12 @@ public:
     static UserDefaults &standardUserDefaults();
     explicit UserDefaults(const QString &path);
 
-    // An invalid variant when nothing is stored.
+    // Returns an invalid variant for a key that is not stored.
     QVariant objectForKey(const QString &key) const;
     void setObject(const QVariant &value, const QString &key);
     bool boolForKey(const QString &key) const;
     void removeObjectForKey(const QString &key);
-    // Writes through to disk. False, with a line in the log, when the file can't be written.
+    // Writes to disk. Returns false, with a line in the log, when the file can't be written.
     bool synchronise();
 
 private:

@@ -25,17 +25,17 @@ public:
 class HttpRequest : public std::enable_shared_from_this<HttpRequest>
 {
 public:
-    // A text that makes no URL is accepted here; the request then fails as such.
+    // A text that is not a URL is accepted here; the request then fails.
     explicit HttpRequest(const QString &url);
     ~HttpRequest();
 
     // "GET", as it is unless set, or "POST".
     void setRequestMethod(const QByteArray &method);
-    // For the whole transfer; 60 unless set.
+    // Of the whole transfer. 60 unless set.
     void setTimeOutSeconds(double seconds);
     void addRequestHeader(const QString &name, const QString &value);
-    // The fields become an URL-encoded body, and the content type becomes "application/x-www-form-urlencoded;
-    // charset=utf-8" when it is built. Without fields the body is empty.
+    // The fields become the URL-encoded body of a POST, and the content type becomes
+    // "application/x-www-form-urlencoded; charset=utf-8" when it is built. Without fields the body is empty.
     void addPostValue(const QString &value, const QString &key);
     // Kept alive until it has been called.
     void setDelegate(std::shared_ptr<HttpRequestDelegate> delegate);
@@ -44,8 +44,8 @@ public:
     // answer of any HTTP status finishes; one of over 16 MiB fails.
     void startSynchronous();
 
-    // The body as text: the charset the answer names (UTF-8 when it names none). A null text when it does not
-    // decode.
+    // Returns the body as text in the charset that the answer names (UTF-8 unless it names one), or a null
+    // text when it does not decode.
     QString responseString() const;
     const UrlResponse &response() const;
     const QByteArray &responseData() const;

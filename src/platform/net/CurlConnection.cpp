@@ -8,7 +8,7 @@ namespace orvel {
 
 namespace {
 
-// Enough to tell a bare ICY answer's status line, wherever the network split it.
+// Enough to recognise a bare ICY answer's status line, wherever the network split it.
 constexpr std::size_t firstChunkSize = 16;
 // Reading pauses when this much waits to be delivered (compressed bodies grow a thousandfold).
 constexpr std::size_t maxArrived = 1024 * 1024;

@@ -14,7 +14,7 @@
 namespace orvel {
 
 // A connection on curl. What arrives is appended to one buffer while the other is delivered; both are kept
-// for the connection's life. A delegate that runs a nested event loop gets nothing of this connection in it.
+// for the connection's life. A delegate that runs a nested event loop is not called inside it.
 class CurlConnection final : public UrlConnection, public CurlTransfer
 {
 public:
@@ -51,8 +51,8 @@ private:
 
     const CurlDemand m_demand;
     const QByteArray m_url;
-    std::shared_ptr<UrlConnectionDelegate> m_delegate; // none once it is over
-    std::shared_ptr<CurlLoop> m_loop;                  // likewise
+    std::shared_ptr<UrlConnectionDelegate> m_delegate; // nullptr once it is over
+    std::shared_ptr<CurlLoop> m_loop;                  // nullptr once it is over
     CurlList m_headers;
     CurlEasy m_easy;
 

@@ -48,12 +48,13 @@ CurlLoop::CurlLoop()
 {
     static const CURLcode global = curl_global_init(CURL_GLOBAL_DEFAULT);
     m_multi.reset(curl_multi_init());
-    if (global != CURLE_OK || !m_multi)
+    CURLM *const multi = m_multi.get();
+    if (global != CURLE_OK || !multi ||
+        curl_multi_setopt(multi, CURLMOPT_SOCKETFUNCTION, &CurlLoop::onSocket) != CURLM_OK ||
+        curl_multi_setopt(multi, CURLMOPT_SOCKETDATA, this) != CURLM_OK ||
+        curl_multi_setopt(multi, CURLMOPT_TIMERFUNCTION, &CurlLoop::onTimer) != CURLM_OK ||
+        curl_multi_setopt(multi, CURLMOPT_TIMERDATA, this) != CURLM_OK)
         qFatal("libcurl can't be initialised");
-    curl_multi_setopt(m_multi.get(), CURLMOPT_SOCKETFUNCTION, &CurlLoop::onSocket);
-    curl_multi_setopt(m_multi.get(), CURLMOPT_SOCKETDATA, this);
-    curl_multi_setopt(m_multi.get(), CURLMOPT_TIMERFUNCTION, &CurlLoop::onTimer);
-    curl_multi_setopt(m_multi.get(), CURLMOPT_TIMERDATA, this);
     m_timer.setSingleShot(true);
     QObject::connect(&m_timer, &QTimer::timeout, &m_notifiers, [this] { act(CURL_SOCKET_TIMEOUT, 0); });
     m_deliveryTimer.setSingleShot(true);
@@ -101,7 +102,7 @@ int CurlLoop::onTimer(CURLM *, long milliseconds, void *loop)
     if (milliseconds < 0)
         timer.stop();
     else
-        timer.start(static_cast<int>(std::min<long>(milliseconds, std::numeric_limits<int>::max())));
+        timer.start(int(std::min<long>(milliseconds, std::numeric_limits<int>::max())));
     return 0;
 }
 

@@ -17,12 +17,12 @@ class CurlTransfer
 public:
     virtual ~CurlTransfer() = default;
     virtual CURL *handle() const = 0;
-    // Seconds for which its socket rests after a read.
+    // Returns the seconds for which its socket rests after a read.
     virtual double readingInterval() const = 0;
-    // The handle has done its work; deliver() follows. Must not call out.
+    // The handle has done its work; deliver() follows. Must not call a delegate.
     virtual void ended(CURLcode result) = 0;
-    // Hands on what has arrived. Outside of every call of curl, so it may do anything, a nested event loop
-    // included.
+    // Hands what has arrived to the delegate. Not inside a call of curl, so it may do anything, a nested
+    // event loop included.
     virtual void deliver() = 0;
     virtual void cancel() = 0;
 };
@@ -41,10 +41,10 @@ public:
     CurlLoop(const CurlLoop &) = delete;
     CurlLoop &operator=(const CurlLoop &) = delete;
 
-    // Keeps the transfer alive until remove().
+    // Begins the transfer and keeps it alive until remove().
     CURLMcode add(const std::shared_ptr<CurlTransfer> &transfer);
     void remove(CurlTransfer &transfer);
-    // Takes the transfer's handle off the network; the transfer is kept.
+    // Takes the transfer's handle off the network and keeps the transfer.
     void stop(const CurlTransfer &transfer);
     // The transfer's interval is over: its socket is read at once.
     void endRest(const CurlTransfer &transfer);

@@ -6,8 +6,8 @@ namespace orvel {
 
 namespace {
 
-constexpr qsizetype mostBytes = 256 * 1024;
-constexpr std::size_t mostFields = 1000;
+constexpr qsizetype maxBytes = 256 * 1024;
+constexpr std::size_t maxFields = 1000;
 
 // Old streaming servers send names in Latin-1.
 QString headerText(QByteArrayView bytes)
@@ -21,7 +21,7 @@ QString headerText(QByteArrayView bytes)
 bool HeadReader::addLine(QByteArrayView line)
 {
     m_bytes += line.size();
-    if (m_bytes > mostBytes)
+    if (m_bytes > maxBytes)
         return false;
     if (m_final)
         return true; // a trailer
@@ -53,7 +53,7 @@ bool HeadReader::addField(QByteArrayView line)
         return true;
     m_lastName = headerText(line.first(colon));
     m_response.headers.set(m_lastName, headerText(line.sliced(colon + 1)));
-    return m_response.headers.fields().size() <= mostFields;
+    return m_response.headers.fields().size() <= maxFields;
 }
 
 void HeadReader::bodyBegins()

@@ -11,13 +11,13 @@ namespace orvel {
 class HeadReader
 {
 public:
-    // One line with its line end; an empty one ends an answer's head. False when the lines are over their
-    // bounds (256 KiB in all, 1,000 fields an answer).
+    // Takes a line with its line end; an empty one ends an answer's head. Returns false when the lines are
+    // over their bounds (256 KiB in all, 1,000 fields an answer).
     bool addLine(QByteArrayView line);
     // Call at the first byte of body or at a good end: what has been read is final then. After a redirect
     // such a body belongs to a bare answer, which has no head.
     void bodyBegins();
-    // True once nothing of the head can change any more.
+    // Returns true once the head can't change any more.
     bool isFinal() const { return m_final; }
     const UrlResponse &response() const { return m_response; }
 

@@ -19,7 +19,7 @@ public:
     };
 
     void set(const QString &name, const QString &value);
-    // Nothing when there is no such field.
+    // Returns std::nullopt without such a field.
     std::optional<QString> value(const QString &name) const;
     const std::vector<Field> &fields() const { return m_fields; }
     void clear() { m_fields.clear(); }

@@ -19,7 +19,7 @@ std::optional<double> httpDate(const std::optional<QString> &text)
     return date.isValid() ? std::optional(double(date.toSecsSinceEpoch())) : std::nullopt;
 }
 
-// The directive's argument, an empty text when it has none; nothing when the directive is not there.
+// Returns the directive's argument, an empty text when it has none, std::nullopt without the directive.
 std::optional<QString> directive(const HeaderFields &fields, const QString &name)
 {
     const QStringList directives =
@@ -40,7 +40,7 @@ double lifetime(const HeaderFields &fields, double now)
     const double date = httpDate(fields.value(QStringLiteral("Date"))).value_or(now);
     if (const std::optional<QString> expires = fields.value(QStringLiteral("Expires")))
         return httpDate(expires).value_or(date) - date;
-    // The usual guess for an answer that says nothing: what has long not changed will not change soon.
+    // The usual guess for an answer that names no time: what has long not changed will not change soon.
     const double modified = httpDate(fields.value(QStringLiteral("Last-Modified"))).value_or(date);
     return std::min((date - modified) / 10, aDay);
 }

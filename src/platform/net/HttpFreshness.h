@@ -8,11 +8,11 @@ namespace orvel {
 struct HttpFreshness
 {
     bool mayBeStored = false;
-    // From its arrival; 0 when it has to be validated before each use.
+    // How long it may be used, from its arrival on. 0: it must be validated before each use.
     double seconds = 0;
 };
 
-// Of an answer with these fields that has arrived at `now` (seconds since 1970).
+// Returns the freshness of an answer with these fields that has arrived at `now` (seconds since 1970).
 HttpFreshness httpFreshness(const HeaderFields &fields, double now);
 
 } // namespace orvel

@@ -6,8 +6,9 @@
 
 namespace orvel {
 
+// Returns the error of this code, with its sentence.
 NetError netError(NetError::Code code);
-// Of a transfer that has ended with this result (not CURLE_OK).
+// Returns the error of a transfer that has ended with this result (not CURLE_OK).
 NetError netError(CURLcode result, CURL *easy);
 
 } // namespace orvel

@@ -5,7 +5,8 @@
 
 namespace orvel {
 
-// True when an interface other than the loopback is up, has a carrier and an address that is not link-local.
+// Returns whether an interface other than the loopback is up with a carrier and an address that is not
+// link-local.
 bool hasNetworkInterface();
 
 // Calls `changed`, as long as `context` lives, when the kernel reports (rtnetlink) that an interface or an

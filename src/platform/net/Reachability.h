@@ -6,7 +6,7 @@
 
 namespace orvel {
 
-// Tells how the internet is reached now, and posts a notification on the default centre when that changes.
+// Reports how the internet is reached now, and posts a notification on the default centre when that changes.
 // Main thread.
 class Reachability
 {
@@ -25,12 +25,13 @@ public:
 
 using ReachabilityFactory = std::function<std::unique_ptr<Reachability>()>;
 
-// Asks the system (QNetworkInformation). Disconnected is not reachable; a connection that the system calls
-// cellular is cellular, any other is Wi-Fi. Without a service that knows (NetworkManager) the network's own
-// interfaces are asked. The monitor may be dropped inside its own notification.
+// Returns a monitor that asks the system (QNetworkInformation). Disconnected is not reachable; a connection
+// that the system calls cellular is cellular, any other is Wi-Fi. Without a service that knows
+// (NetworkManager) the network's own interfaces are asked. The monitor may be dropped inside its own
+// notification.
 std::unique_ptr<Reachability> reachabilityForInternetConnection();
 
-// Always on Wi-Fi: for a station on this machine.
+// Returns a monitor that is always on Wi-Fi, for a station on this machine.
 std::unique_ptr<Reachability> reachabilityForLocalStation();
 
 } // namespace orvel

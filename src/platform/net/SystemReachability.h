@@ -7,7 +7,7 @@
 
 namespace orvel {
 
-// Compares the system's status with the last one seen whenever the system says that something has changed.
+// Compares the system's status with the last one seen whenever the system reports a change.
 class SystemReachability final : public Reachability
 {
 public:
@@ -18,9 +18,9 @@ public:
     void stopNotifier() override;
     Status currentReachabilityStatus() const override { return m_status(); }
 
-    // Something has changed. May drop this object.
+    // To be called when something has changed. May drop this object.
     void check();
-    // Lives as long as this one: what the system's signals are tied to.
+    // What the system's signals are tied to. Lives as long as this object.
     QObject *context() { return &m_context; }
 
     static Status statusOf(QNetworkInformation::Reachability reachability,
@@ -33,8 +33,8 @@ private:
     QObject m_context;
 };
 
-// Asks the kernel about the network's interfaces. Any that is up is Wi-Fi. A loss is posted at once, a return
-// after a second.
+// Returns a monitor that asks the kernel about the network's interfaces, each of which counts as Wi-Fi. A
+// loss is posted at once, a return after a second.
 std::unique_ptr<Reachability> reachabilityByInterfaces();
 
 } // namespace orvel

@@ -36,8 +36,7 @@ public:
                                                 std::shared_ptr<UrlConnectionDelegate> delegate);
     virtual ~UrlConnection() = default;
 
-    // Nothing is delivered after it. Safe anywhere on the connection's thread, also twice and inside a
-    // callback.
+    // No callback follows it. Safe anywhere on the connection's thread, also twice and inside a callback.
     virtual void cancel() = 0;
     // Stops reading from the server, the idle time-out suspended, until resume(). At most one chunk already
     // read may still come (it is kept and delivered after resume()).
