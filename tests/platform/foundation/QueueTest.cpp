@@ -54,9 +54,11 @@ TEST(SerialQueueTest, SyncRunsOnTheCallersThreadAfterWhatWasQueued)
     const auto caller = std::this_thread::get_id();
     queue.sync([&] {
         EXPECT_EQ(std::this_thread::get_id(), caller);
+        queue.async([&] { order.push_back(201); });
         queue.sync([&] { order.push_back(200); });
     });
-    ASSERT_EQ(order.size(), 201u);
+    SerialQueue::joinThreads();
+    ASSERT_EQ(order.size(), 202u);
     EXPECT_TRUE(std::ranges::is_sorted(order));
 }
 

@@ -49,11 +49,25 @@ TEST_F(RunLoopTest, ARepetitionMayCancelItself)
     EXPECT_EQ(ran.size(), 3);
 }
 
+TEST_F(RunLoopTest, ARepetitionSkipsWhatItMissedAndKeepsItsRhythm)
+{
+    loop.every(1, note("beat"), RunLoop::Lane::Screen);
+    loop.holdScreens();
+    clock.turn(3.5);
+    loop.releaseScreens();
+    clock.turn(0.25);
+    EXPECT_EQ(ran.size(), 1);
+    clock.turn(0.25);
+    EXPECT_EQ(ran.size(), 2);
+}
+
 TEST_F(RunLoopTest, AHoldKeepsScreensWaitingButNotServices)
 {
     loop.after(1, note("screen"), RunLoop::Lane::Screen);
     loop.after(2, note("service"), RunLoop::Lane::Service);
     loop.holdScreens();
+    loop.holdScreens();
+    loop.releaseScreens();
     clock.turn(3);
     EXPECT_EQ(ran, QStringList({"service"}));
     loop.releaseScreens();

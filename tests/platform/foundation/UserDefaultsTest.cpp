@@ -39,13 +39,6 @@ TEST(UserDefaultsTest, WritesAtOnceAfterAProcessWasKilledTakingTheLock)
     EXPECT_LT(timer.elapsed(), 20'000);
 }
 
-TEST(UserDefaultsTest, SaysSoWhenTheFileCannotBeWritten)
-{
-    UserDefaults defaults("/proc/none/orvel.ini");
-    defaults.setObject(1, "a");
-    EXPECT_FALSE(defaults.synchronise());
-}
-
 TEST(UserDefaultsTest, KeepsADamagedFileAsideAndGoesOnWithWhatCouldBeRead)
 {
     const QTemporaryDir folder;

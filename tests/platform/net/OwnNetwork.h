@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QProcess>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sched.h>
 #include <unistd.h>
@@ -22,17 +22,16 @@ public:
     OwnNetwork &operator=(const OwnNetwork &) = delete;
 
     bool isUsed() const { return m_isUsed; }
-    // One of an address, whose other end is called "wall".
+    // One with an address and a link-local one, both of IPv4: IPv6 would report more than the cable. Its
+    // other end is called "wall".
     bool plugInCable() const
     {
-        return run("ip link add cable type veth peer name wall && ip link set wall up && "
-                   "ip addr add 10.9.8.7/24 dev cable && ip link set cable up");
+        return run("ip link add cable type veth peer name wall && "
+                   "ip link set cable addrgenmode none && ip link set wall addrgenmode none && "
+                   "ip addr add 10.9.8.7/24 dev cable && ip addr add 169.254.9.8/16 scope link dev cable && "
+                   "ip link set wall up && ip link set cable up");
     }
-    static bool run(const char *command)
-    {
-        return QProcess::execute(QStringLiteral("sh"),
-                                 {QStringLiteral("-c"), QString::fromLatin1(command)}) == 0;
-    }
+    static bool run(const char *command) { return std::system(command) == 0; }
 
 private:
     const int m_before = ::open("/proc/self/ns/net", O_RDONLY | O_CLOEXEC);
