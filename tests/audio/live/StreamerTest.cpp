@@ -385,8 +385,12 @@ TEST_F(StreamerTest, MovesFromWiFiToCellularByConnectingAnew)
 
 TEST_F(StreamerTest, AFastServerWaitsForThePlayer)
 {
-    startPlaying({{mp3Head, SendForever{QByteArray(65536, 's')}}});
-    // Longer than any rest between reads, and than an idle time-out in the end.
+    server = std::make_unique<ScriptedServer>(Script{mp3Head, SendForever{QByteArray(65536, 's')}});
+    make(server->url("/live"));
+    streamer->httpTimeout = 0; // the clock goes faster than the server
+    streamer->play();
+    ASSERT_TRUE(reaches(RadioStatePlaying));
+    // Longer than any rest between reads.
     const auto hasSentMoreThan = [&](qint64 bytes) {
         clock.turn(1.1);
         return server->bytesSent() > bytes;
