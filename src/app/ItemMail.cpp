@@ -1,7 +1,6 @@
 #include "app/ItemMail.h"
 
 #include "app/MailPresenter.h"
-#include "platform/foundation/FormatText.h"
 #include "platform/pictures/PictureDownload.h"
 #include "platform/pictures/PictureOnWhite.h"
 
@@ -31,7 +30,7 @@ void ItemMail::emailCall(const QString &title, const QString &pictureUrl, const 
             return std::nullopt;
         MailDraft draft;
         draft.recipients = {QStringLiteral("")};
-        draft.body = formatText(title);
+        draft.body = title;
         draft.attachment = *picture;
         draft.attachmentType = QStringLiteral("image/jpeg");
         draft.attachmentName = QStringLiteral("photo.jpeg");

@@ -1,6 +1,7 @@
 #include "app/ItemShare.h"
 #include "app/AppFixture.h"
 #include "app/GLOB.h"
+#include "app/ShareData.h"
 #include "platform/ui/composers/ComposeViewController.h"
 #include "platform/ui/composers/MailComposeViewController.h"
 #include "support/ScriptedServer.h"
@@ -56,10 +57,10 @@ TEST_F(ItemShareTest, FacebookGetsTitleAndPictureUrlAndOnlyAPostIsTold)
     sheet->cancelButton.touchUpInside();
     EXPECT_EQ(presented() + alertTold(), "");
 
-    ItemShare(JsonValue::emptyObject()).functionFacebook(radios());
+    ShareData().functionFacebook({}, {}, radios());
     sheet = &presentedAs<ComposeViewController>();
     EXPECT_EQ(sheet->textView.text(), "(null)");
-    EXPECT_EQ(sheet->urlLabel.text(), "(null)/(null)");
+    EXPECT_EQ(sheet->urlLabel.text(), "(null)");
     sheet->sendButton.touchUpInside();
     ASSERT_TRUE(alert());
     EXPECT_EQ(alert()->buttons(), QStringList{"Ok"});

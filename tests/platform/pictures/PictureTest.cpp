@@ -5,7 +5,6 @@
 #include "support/TestLoop.h"
 
 #include <QBuffer>
-#include <QImageWriter>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -95,14 +94,17 @@ TEST_F(PictureTest, AFailedLoadLeavesTheViewAsItWas)
 
 TEST_F(PictureTest, DecodesUprightAndScalesDownWhatIsVeryLarge)
 {
-    QBuffer lying;
-    QImageWriter writer(&lying, "JPEG");
-    writer.setTransformation(QImageIOHandler::TransformationRotate90);
-    writer.write(QImage(30, 20, QImage::Format_RGB32));
-    const std::pair<QByteArray, QSize> cases[] = {{lying.data(), {20, 30}},  {png(1, 4000), {1, 2048}},
-                                                  {drawing, {0, 0}},         {png(4000, 1000), {2048, 512}},
-                                                  {png(2048, 3), {2048, 3}}, {png(15000, 1), {2048, 1}},
-                                                  {"GIF89a", {0, 0}}};
+    QBuffer lying; // its head says that it is to be turned
+    QImage(30, 20, QImage::Format_RGB32).save(&lying, "JPEG");
+    const QByteArray turned = "ffe100224578696600004d4d002a00000008000101120003000000010006000000000000";
+    const std::pair<QByteArray, QSize> cases[] = {
+        {QByteArray(lying.data()).insert(2, QByteArray::fromHex(turned)), {20, 30}},
+        {png(1, 4000), {1, 2048}},
+        {drawing, {0, 0}},
+        {png(4000, 1000), {2048, 512}},
+        {png(2048, 3), {2048, 3}},
+        {png(15000, 1), {2048, 1}},
+        {"GIF89a", {0, 0}}};
     for (const auto &[bytes, size] : cases) {
         std::optional<QSize> decoded;
         decodePicture(bytes, [&](const QImage &picture) { decoded = picture.size(); });

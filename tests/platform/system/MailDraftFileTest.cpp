@@ -24,7 +24,7 @@ TEST(MailDraftFileTest, KeepsADraftAsAFileAmongTheDocuments)
 {
     const test::FakeDesktop desktop;
     const MailDraft draft{{"a@b.example", "c@d.example\r\nBcc: e@f.example"},
-                          u"Un long sujet accentué, été comme hiver 🎧🎧🎧\r\nX-Other: 1"_qs,
+                          u"Un long sujet accentué, étés comme hiver 🎧🎧🎧\r\nX-Other: 1"_qs,
                           "<b>Bonjour</b>",
                           QByteArray(200, '\xff'),
                           "image/jpeg\r\nX-Third: 1",
@@ -48,6 +48,7 @@ TEST(MailDraftFileTest, KeepsADraftAsAFileAmongTheDocuments)
     for (const QByteArray &word : mail.sliced(at, mail.indexOf("\r\nContent", at) - at).split('\n'))
         subject += QString::fromUtf8(QByteArray::fromBase64(word.trimmed().sliced(10).chopped(2)));
     EXPECT_EQ(subject, draft.subject.simplified());
+    EXPECT_TRUE(mailFile({{}, u"Été"_qs, "", {}, "", ""}).contains("Subject: =?UTF-8?B?w4l0w6k=?=\r\n"));
     const qsizetype boundary = mail.indexOf("boundary=\"") + 10;
     EXPECT_TRUE(
         mail.endsWith("--" + mail.sliced(boundary, mail.indexOf('"', boundary) - boundary) + "--\r\n"));
