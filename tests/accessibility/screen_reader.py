@@ -192,6 +192,8 @@ try:
     look_through('login')
     box = press('check box', 'Se souvenir de moi', 'Toggle')
     wait_for('the box is checked', lambda: box.get_state_set().contains(Atspi.StateType.CHECKED))
+    press('check box', 'Se souvenir de moi')
+    wait_for('and unchecked', lambda: not box.get_state_set().contains(Atspi.StateType.CHECKED))
     press('push button', 'Fermer')
     wait_for('the form is gone', lambda: not find('check box', 'Se souvenir de moi'))
 
