@@ -103,7 +103,7 @@ struct AppFixture : testing::Test
         return overlays;
     }
     AlertView *alert() { return app->window()->alert(); }
-    // Answers the alert in front and gives "its title: its message"; nothing when there is none.
+    // Answers the alert in front. Returns "its title: its message"; a null text when there is no alert.
     QString alertTold(int button = 0)
     {
         if (!alert())
@@ -112,7 +112,7 @@ struct AppFixture : testing::Test
         alert()->click(button);
         return told;
     }
-    // The layout of the screen presented over the others; nothing when there is none.
+    // The layout of the screen presented over the others; an empty text when there is none.
     QString presented()
     {
         const ViewController *const screen = app->window()->presentedViewController();

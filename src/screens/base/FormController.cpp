@@ -11,7 +11,7 @@ namespace {
 
 const QColor lightGrey(170, 170, 170);
 
-// The answer's error; absent when there is none. What is no object counts as missing.
+// Returns the answer's error; absent when there is none. What is not an object counts as missing.
 JsonValue errorOf(const JsonValue &answer, FormError place)
 {
     const JsonValue outer = answer[place == FormError::UnderZero ? "0" : "error"];

@@ -45,6 +45,7 @@ const QString paused = "0pplayer.pngpplayer.png0mplay.pngmplay.png";
 
 TEST_F(RadioViewControllerTest, ShowsARowForEachRadio)
 {
+    screen.setDataRadioFirstObject(); // there is none yet
     defaults.setObject(QByteArray(R"([{"id":"12;"}])"), "arrayFav");
     receive(twoRadios);
     screen.tableCont.setFrame({0, 0, 375, 600});
