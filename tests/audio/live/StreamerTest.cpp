@@ -53,7 +53,13 @@ struct StreamerTest : testing::Test
         playOut();
         clock.turn(10.1);
     }
-    bool reaches(RadioState state) { return player->reaches(state); }
+    // The delegate has been told of it, too.
+    bool reaches(RadioState state)
+    {
+        const bool isReached = player->reaches(state);
+        letEventsRun();
+        return isReached;
+    }
     // Hands back all buffers until the player has nothing more to fill them with.
     void playOut()
     {
