@@ -15,6 +15,11 @@ FocusScope {
     // Room under the last element, for what floats over the list.
     property real bottomInset: 0
     property alias scrollBarColor: bar.color
+    // Lets keys click the element that has the keyboard. One for all elements: one each would slow scrolling by a fifth.
+    readonly property Item clicks: PressKeys {
+        parent: root
+        button: root.Window.activeFocusItem as T.AbstractButton
+    }
 
     // Scrolls so far that the element and its neighbours can be seen.
     function reveal(top: real, height: real): void {

@@ -22,14 +22,11 @@ T.ItemDelegate {
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.ListItem
     Accessible.name: text
-    Accessible.onPressAction: keys.answerScreenReader()
-    Keys.forwardTo: [keys]
+    Accessible.onPressAction: if (enabled && LastInput.acceptScreenReader()) clicked()
+    Keys.forwardTo: [table.clicks]
+    onPressed: LastInput.commitComposition()
     onVisualFocusChanged: if (visualFocus) table.reveal(rowTop, rowHeight)
 
-    PressKeys {
-        id: keys
-        button: root
-    }
     background: Rectangle {
         color: root.down ? root.pressedColor : root.normalColor
 
