@@ -116,11 +116,12 @@ TEST_F(FavouriteStoreTest, AKillAtAnyMomentLosesNothingStored)
     qsizetype kept = 0;
     for (int round = 0; round < 6; ++round) {
         const pid_t writer = fork();
-        for (qsizetype id = kept + 1; writer == 0; ++id) {
+        if (writer == 0) {
             UserDefaults own(path);
-            FavouriteStore(own).add(radio(int(id)));
+            for (qsizetype id = kept + 1;; ++id)
+                FavouriteStore(own).add(radio(int(id)));
         }
-        while (onDisk().size() <= kept)
+        for (int i = 0; i < 10'000 && onDisk().size() <= kept; ++i)
             usleep(500);
         usleep(useconds_t(round * 433 % 2000));
         kill(writer, SIGKILL);
