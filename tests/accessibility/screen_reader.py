@@ -62,7 +62,10 @@ def wait_for(what, condition, seconds=20):
     end = time.monotonic() + seconds
     while time.monotonic() < end:
         spin()
-        found = condition()
+        try:
+            found = condition()
+        except GLib.Error:
+            continue  # an object went while it was asked
         if found:
             print('ok   ', what, flush=True)
             return found
@@ -94,17 +97,17 @@ def listen(event):
 
 def look_through(screen):
     """What every screen must keep."""
-    nodes = shown(desktop)
-    rows = [node.get_name() for node in nodes if node.get_role_name() == 'list item']
+    nodes = wait_for(f'{screen} can be read', lambda: [
+        (node.get_role_name(), name_of(node), actions(node)) for node in shown(desktop)])
+    rows = [name for role, name, _ in nodes if role == 'list item']
     for row in rows:
         if rows.count(row) > 1:
             fault(f'{screen}: row "{row}" appears {rows.count(row)} times')
-    for node in nodes:
-        role, name = node.get_role_name(), name_of(node)
+    for role, name, possible in nodes:
         if (role in PRESSABLE or role in ('text', 'password text')) and not name:
             fault(f'{screen}: a {role} has no name')
-        if role in PRESSABLE and actions(node).count('Press') != 1:
-            fault(f'{screen}: {role} "{name}" has the actions {actions(node)}')
+        if role in PRESSABLE and possible.count('Press') != 1:
+            fault(f'{screen}: {role} "{name}" has the actions {possible}')
         if role == 'push button' and name in rows:
             fault(f'{screen}: row "{name}" is a push button, too')
     print(f'ok    {screen}: {len(nodes)} objects, {len(rows)} rows', flush=True)
