@@ -3,6 +3,23 @@
 using namespace orvel;
 using namespace orvel::test;
 
+namespace orvel::test {
+
+// A screen that keeps what the menu sets on it.
+class OpenedScreen : public orvel::ViewController
+{
+    Q_OBJECT
+    Q_PROPERTY(QVariant strTitle MEMBER m_strTitle)
+    Q_PROPERTY(QVariant strType MEMBER m_strType)
+    Q_PROPERTY(QVariant url MEMBER m_url)
+    Q_PROPERTY(QVariant strSearch MEMBER m_strSearch)
+    Q_PROPERTY(QVariant isRun MEMBER m_isRun)
+
+    QVariant m_strTitle, m_strType, m_url, m_strSearch, m_isRun;
+};
+
+} // namespace orvel::test
+
 namespace {
 
 struct MenuControllerTest : AppFixture
@@ -13,17 +30,14 @@ struct MenuControllerTest : AppFixture
     }
 };
 
-// Every screen that the menu can ask for, as one that only keeps what is set on it.
+// Every screen that the menu can ask for.
 struct EveryScreen : Screens
 {
-    struct Screen : ViewController
-    {
-    };
     std::shared_ptr<ViewController> screenNamed(const QString &layoutName) const override
     {
         asked << layoutName;
         const bool atLaunch = asked.size() <= 2; // the first list and its menu
-        return atLaunch ? Screens::screenNamed(layoutName) : std::make_shared<Screen>();
+        return atLaunch ? Screens::screenNamed(layoutName) : std::make_shared<OpenedScreen>();
     }
     mutable QStringList asked;
 };
@@ -130,3 +144,5 @@ TEST_F(MenuRowsTest, ASearchOpensTheHomeScreenAndEmptiesTheBar)
         EXPECT_EQ(menu().searchBar.text(), "");
     }
 }
+
+#include "MenuControllerTest.moc"

@@ -55,15 +55,11 @@ quint16 freePort()
 
 } // namespace
 
-IcecastStation::IcecastStation(Codec codec) : m_isMp3(codec == Codec::Mp3), m_port(freePort())
+IcecastStation::IcecastStation(Codec codec) : m_isMp3(codec == Codec::Mp3)
 {
     using enum QFileDevice::Permission;
     QFile::setPermissions(m_folder.path(),
                           ReadOwner | WriteOwner | ExeOwner | ReadOther | WriteOther | ExeOther);
-    QFile file(m_folder.filePath("icecast.xml"));
-    file.open(QIODevice::WriteOnly);
-    file.write(QString(configuration).arg(burstBytes).arg(m_port).arg(m_folder.path()).toUtf8());
-    file.setPermissions(ReadOwner | WriteOwner | ReadOther);
 }
 
 IcecastStation::~IcecastStation()
@@ -74,13 +70,30 @@ IcecastStation::~IcecastStation()
 
 QString IcecastStation::start()
 {
+    // Somebody else may be quicker at the port.
+    for (int tries = 0; m_server.state() != QProcess::Running; ++tries) {
+        if (tries == 3)
+            return "icecast2 (scripts/setup installs it) does not answer: " + m_server.readAll();
+        startServer();
+    }
     const QString feed = QString(source).arg(name, genre, site, m_isMp3 ? mp3 : aac).arg(m_port);
-    if (!run(m_server, "icecast2 -c " + m_folder.filePath("icecast.xml"),
-             [this] { return get("/admin/stats").contains("<server_id>Icecast"); }))
-        return "icecast2 (scripts/setup installs it) does not answer: " + m_server.readAll();
     if (!run(m_source, feed, [this] { return get("/live", burstBytes).size() == burstBytes; }))
         return "ffmpeg feeds nothing: " + m_source.readAll();
     return {};
+}
+
+void IcecastStation::startServer()
+{
+    using enum QFileDevice::Permission;
+    m_port = freePort();
+    QFile file(m_folder.filePath("icecast.xml"));
+    file.open(QIODevice::WriteOnly);
+    file.write(QString(configuration).arg(burstBytes).arg(m_port).arg(m_folder.path()).toUtf8());
+    file.setPermissions(ReadOwner | WriteOwner | ReadOther);
+    file.close();
+    if (!run(m_server, "icecast2 -c " + file.fileName(),
+             [this] { return get("/admin/stats").contains("<server_id>Icecast"); }))
+        end(m_server, SIGKILL);
 }
 
 bool IcecastStation::run(QProcess &process, const QString &command, const std::function<bool()> &isReady)

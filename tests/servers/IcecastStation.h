@@ -33,6 +33,7 @@ public:
     static constexpr auto site = "http://radio.example/";
 
 private:
+    void startServer();
     bool run(QProcess &process, const QString &command, const std::function<bool()> &isReady);
     static void end(QProcess &process, int signal);
     // An answer, head and body, up to `max` bytes; what has come within a time when it does not end.

@@ -95,13 +95,13 @@ TEST(InputGateTest, SwallowsEveryKindOfInputWhileItIsHeld)
     EXPECT_EQ(received(input), input);
     gate.hold();
     gate.hold();
-    EXPECT_EQ(received(input), Events());
+    EXPECT_TRUE(received(input).isEmpty());
     EXPECT_EQ(received({QEvent::MouseButtonRelease}), Events{QEvent::MouseButtonRelease});
     gate.release();
-    EXPECT_EQ(received(input), Events());
+    EXPECT_TRUE(received(input).isEmpty());
     EXPECT_EQ(closings, 1);
     gate.release();
-    EXPECT_EQ(received({QEvent::KeyPress}, true), Events()) << "held down all the while";
+    EXPECT_TRUE(received({QEvent::KeyPress}, true).isEmpty()) << "held down all the while";
     EXPECT_EQ(received(input), input);
     EXPECT_EQ(received({QEvent::KeyPress}, true), Events{QEvent::KeyPress});
 }
