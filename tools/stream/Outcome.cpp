@@ -16,7 +16,8 @@ Outcome outcomeOf(const NetError &error)
     case Code::TooManyRedirects:
         return Outcome::failure(ExitCode::Refused, QStringLiteral("The server redirects without end."));
     case Code::Other:
-        return Outcome::failure(ExitCode::Refused, QStringLiteral("The server's answer could not be understood."));
+        return Outcome::failure(ExitCode::Refused,
+                                QStringLiteral("The server's answer could not be understood."));
     case Code::CannotWriteToFile:
         return Outcome::failure(ExitCode::CannotWrite, error.localizedDescription);
     case Code::CannotFindHost:
