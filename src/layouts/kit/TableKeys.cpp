@@ -48,7 +48,7 @@ bool TableKeys::step(int direction)
         from = from->parentItem();
     const double top = from ? from->y() : -direction * farAway;
     QQuickItem *next = nearest(top, direction);
-    QQuickItem *const before = direction < 0 ? active->nextItemInFocusChain(false) : nullptr;
+    QQuickItem *const before = direction < 0 && active ? active->nextItemInFocusChain(false) : nullptr;
     // Before its first row the header's buttons are reached.
     if (!next && before && m_elements->isAncestorOf(before))
         next = before;
