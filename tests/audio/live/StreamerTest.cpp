@@ -160,7 +160,12 @@ TEST_F(StreamerTest, ReportsEachFailureOfThePlatformByItsCode)
         EXPECT_TRUE(waitUntil([&] { return server->openConnections() == 0; }));
         media = FakeMedia();
         streamer->play();
-        EXPECT_TRUE(reaches(RadioStatePlaying));
+        ASSERT_TRUE(reaches(RadioStatePlaying));
+        EXPECT_TRUE(clock.turnUntil([&] {
+            if (!media.queue->enqueued.empty())
+                media.queue->playOne();
+            return media.queue->played.size() > 5000; // more than what started it
+        }));
     }
 }
 
