@@ -30,9 +30,11 @@ void TableGeometry::setHeights(const HeightOf &heightOf) { ask(0, m_places.size(
 
 void TableGeometry::setSection(int section, int rows, const HeightOf &heightOf)
 {
-    const auto old = std::ranges::equal_range(m_places, section, {}, &TablePlace::section);
-    const std::ptrdiff_t first = old.begin() - m_places.begin();
-    const std::ptrdiff_t last = old.end() - m_places.begin();
+    const auto firstOf = [this](int wanted) {
+        return std::ranges::lower_bound(m_places, wanted, {}, &TablePlace::section) - m_places.begin();
+    };
+    const std::ptrdiff_t first = firstOf(section);
+    const std::ptrdiff_t last = firstOf(section + 1);
     std::vector<TablePlace> places;
     append(places, section, rows);
     const auto replace = [first, last](auto &all, const auto &with) {
