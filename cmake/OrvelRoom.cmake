@@ -1,21 +1,22 @@
 # One library a room. Every room compiles with the same warnings and sees src/ as its include root.
 include(cmake/StationConfiguration.cmake)
 
+set(ORVEL_WARNINGS -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<BOOL:${ORVEL_WERROR}>:-Werror>)
+
 function(orvel_warnings target)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
-  if(ORVEL_WERROR)
-    target_compile_options(${target} PRIVATE -Werror)
-  endif()
+  target_compile_options(${target} PRIVATE ${ORVEL_WARNINGS})
 endfunction()
 
-# orvel_room(<name> SOURCES <files...> [LINK <libraries...>] [PRIVATE_LINK <libraries...>])
+# orvel_room(<name> SOURCES <files...> [LINK <libraries...>] [PRIVATE_LINK <libraries...>] [WITH_LAYOUTS])
+# WITH_LAYOUTS: the build compiles layouts beside the sources; the warnings are for the sources alone.
 function(orvel_room name)
-  cmake_parse_arguments(ROOM "" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
+  cmake_parse_arguments(ROOM "WITH_LAYOUTS" "" "SOURCES;LINK;PRIVATE_LINK" ${ARGN})
   add_library(${name} STATIC ${ROOM_SOURCES})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
   target_link_libraries(${name} PUBLIC ${ROOM_LINK} PRIVATE ${ROOM_PRIVATE_LINK})
-  # A room without sources of its own holds layouts: what is compiled there the build has written.
-  if(ROOM_SOURCES)
+  if(ROOM_WITH_LAYOUTS AND ROOM_SOURCES)
+    set_property(SOURCE ${ROOM_SOURCES} APPEND PROPERTY COMPILE_OPTIONS ${ORVEL_WARNINGS})
+  elseif(ROOM_SOURCES)
     orvel_warnings(${name})
   endif()
 endfunction()
@@ -25,7 +26,11 @@ endfunction()
 # property types come from, for qmllint. The shell calls qml_register_types_<uri>().
 function(orvel_qml_room name)
   cmake_parse_arguments(ROOM "" "URI" "SOURCES;QML;RESOURCES;USES;LINK;PRIVATE_LINK" ${ARGN})
-  orvel_room(${name} SOURCES ${ROOM_SOURCES} LINK Qt6::Qml ${ROOM_LINK} PRIVATE_LINK ${ROOM_PRIVATE_LINK})
+  set(with_layouts "")
+  if(ROOM_QML)
+    set(with_layouts WITH_LAYOUTS)
+  endif()
+  orvel_room(${name} ${with_layouts} SOURCES ${ROOM_SOURCES} LINK Qt6::Qml ${ROOM_LINK} PRIVATE_LINK ${ROOM_PRIVATE_LINK})
   string(REPLACE "." "/" folder ${ROOM_URI})
   set(cachegen NO_CACHEGEN)
   if(ORVEL_QML_CACHEGEN)
