@@ -2,7 +2,7 @@
 #include "platform/media/codec/AudioDecoder.h"
 #include "platform/media/codec/FfmpegHandles.h"
 #include "platform/media/codec/SampleConverter.h"
-#include "platform/media/parse/AudioFileStream.h"
+#include "platform/media/parse/FramedAudioFileStream.h"
 
 #include <algorithm>
 #include <cmath>
@@ -75,7 +75,7 @@ private:
             m_decoding->take(inputData.sliced(packet.startOffset, packet.dataByteSize));
     }
 
-    std::unique_ptr<AudioFileStream> m_stream = openAudioFileStream(*this, AudioFileType::none);
+    std::unique_ptr<AudioFileStream> m_stream = openFramedAudioFileStream(*this, AudioFileType::none);
     std::optional<Decoding> m_decoding;
 };
 

@@ -1,5 +1,5 @@
 #include "FuzzSupport.h"
-#include "platform/media/parse/AudioFileStream.h"
+#include "platform/media/parse/FramedAudioFileStream.h"
 
 #include <vector>
 
@@ -40,8 +40,9 @@ private:
         if (property == AudioFileStreamProperty::FormatList) {
             found.formats = stream.formatList();
             require(!found.formats.empty(), "an announced format list has formats");
-            return;
         }
+        if (property != AudioFileStreamProperty::ReadyToProducePackets)
+            return;
         found.format = stream.dataFormat();
         require(found.format && found.format->sampleRate > 0 && found.format->channelsPerFrame > 0,
                 "a ready stream has a format");
@@ -61,7 +62,7 @@ private:
         }
     }
 
-    std::unique_ptr<AudioFileStream> m_stream = openAudioFileStream(*this, AudioFileType::none);
+    std::unique_ptr<AudioFileStream> m_stream = openFramedAudioFileStream(*this, AudioFileType::none);
 };
 
 } // namespace

@@ -5,7 +5,7 @@
 #include "audio/live/IcyStream.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/RunLoop.h"
-#include "platform/media/parse/AudioFileStream.h"
+#include "platform/media/parse/FramedAudioFileStream.h"
 #include "platform/net/UrlConnection.h"
 
 #include <QCoreApplication>
@@ -25,7 +25,7 @@ public:
     {
         m_stream.setBufferSize(bufferSize);
         if (findsFrames)
-            m_parser = openAudioFileStream(*this, AudioFileType::none);
+            m_parser = openFramedAudioFileStream(*this, AudioFileType::none);
     }
 
     void didReceiveResponse(UrlConnection &, const UrlResponse &response) override

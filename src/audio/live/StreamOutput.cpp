@@ -81,9 +81,10 @@ void StreamOutput::handlePropertyChange(AudioFileStream &stream, AudioFileStream
 {
     if (property == AudioFileStreamProperty::ReadyToProducePackets) {
         readyToProducePackets(stream);
-    } else if (const std::vector<AudioStreamBasicDescription> formats = stream.formatList();
-               !formats.empty()) {
-        m_hqASBD = formats.front();
+    } else if (property == AudioFileStreamProperty::FormatList) {
+        const std::vector<AudioStreamBasicDescription> formats = stream.formatList();
+        if (!formats.empty())
+            m_hqASBD = formats.front();
     }
 }
 

@@ -5,13 +5,14 @@
 #include "audio/live/StreamConnection.h"
 #include "audio/live/StreamOutput.h"
 #include "platform/media/output/SoundOutput.h"
+#include "platform/media/parse/FramedAudioFileStream.h"
 
 namespace orvel {
 
 // The platform services that a player stands on; the real ones unless others are handed in.
 struct StreamerServices
 {
-    AudioFileStreamOpener openAudioFileStream = orvel::openAudioFileStream;
+    AudioFileStreamOpener openAudioFileStream = openFramedAudioFileStream;
     OutputQueueMaker newOutputQueue = orvel::newOutputQueue;
     ReachabilityFactory reachability = reachabilityForInternetConnection;
 };

@@ -116,14 +116,14 @@ public:
         return true;
     }
     void finish() override {}
-    std::optional<AudioFileStreamSeek> seek(qint64) override { return std::nullopt; }
+    void continueAt(qint64) override {}
+    std::optional<AudioFileStreamSeek> seek(qint64) const override { return std::nullopt; }
     std::optional<AudioStreamBasicDescription> dataFormat() const override
     {
         return media.hasFormat ? std::optional(media.format) : std::nullopt;
     }
     std::vector<AudioStreamBasicDescription> formatList() const override { return media.formatList; }
     std::optional<quint32> packetSizeUpperBound() const override { return media.upperBound; }
-    QByteArray magicCookie() const override { return {}; }
 
     FakeMedia &media;
     AudioFileStreamClient &client;

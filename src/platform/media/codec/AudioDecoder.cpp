@@ -43,6 +43,12 @@ AVCodecID codecFor(const AudioStreamBasicDescription &format)
         return AV_CODEC_ID_AAC;
     case AudioFormat::linearPcm:
         return codecForPcm(format);
+    case AudioFormat::appleLossless:
+        return AV_CODEC_ID_ALAC;
+    case AudioFormat::aLaw:
+        return AV_CODEC_ID_PCM_ALAW;
+    case AudioFormat::muLaw:
+        return AV_CODEC_ID_PCM_MULAW;
     case AudioFormat::none:
         break;
     }

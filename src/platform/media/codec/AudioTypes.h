@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 #include <bit>
+#include <optional>
 #include <vector>
 
 namespace orvel {
@@ -34,6 +35,9 @@ enum class AudioFormat : quint32 {
     mpeg4Aac = fourCharacterCode("aac "),
     mpeg4AacHe = fourCharacterCode("aach"),
     mpeg4AacHeV2 = fourCharacterCode("aacp"),
+    appleLossless = fourCharacterCode("alac"),
+    aLaw = fourCharacterCode("alaw"),
+    muLaw = fourCharacterCode("ulaw"),
     linearPcm = fourCharacterCode("lpcm"),
 };
 
@@ -54,6 +58,16 @@ struct AudioStreamBasicDescription
     std::endian byteOrder = std::endian::native;
 
     bool operator==(const AudioStreamBasicDescription &) const = default;
+};
+
+// What an encoder added around the sound, in frames as the decoder makes them (for HE-AAC at the doubled
+// rate). Only the frames between are to be heard.
+struct AudioTrim
+{
+    quint32 primingFrames = 0;         // in front
+    std::optional<qint64> validFrames; // behind the priming frames; nullopt: all that follow
+
+    bool operator==(const AudioTrim &) const = default;
 };
 
 // Where one packet lies in a run of bytes.

@@ -57,8 +57,8 @@ DecodingOutputQueue::packetsIn(const OutputBuffer &buffer,
     const quint32 packetBytes = m_format.bytesPerPacket;
     if (packetBytes == 0 || buffer.byteSize % packetBytes != 0)
         return std::nullopt;
-    // Packets of PCM are decoded many at a time.
-    const quint32 step = m_format.format == AudioFormat::linearPcm ? packetBytes * 1024 : packetBytes;
+    // Packets of a single frame are decoded many at a time.
+    const quint32 step = m_format.framesPerPacket == 1 ? packetBytes * 1024 : packetBytes;
     std::vector<AudioStreamPacketDescription> packets;
     for (quint32 at = 0; at < buffer.byteSize; at += std::min(step, buffer.byteSize - at))
         packets.push_back({.startOffset = at,

@@ -1,4 +1,4 @@
-#include "platform/media/parse/AudioFileStream.h"
+#include "platform/media/parse/FramedAudioFileStream.h"
 
 #include "support/EncodedTone.h"
 
@@ -42,7 +42,7 @@ Listener parse(QByteArrayView bytes, int largestChunk, AudioFileType hint = Audi
     std::minstd_rand random(quint32(largestChunk) + 1);
     std::uniform_int_distribution<qsizetype> sizes(1, largestChunk);
     Listener listener;
-    const auto stream = openAudioFileStream(listener, hint);
+    const auto stream = openFramedAudioFileStream(listener, hint);
     while (!bytes.isEmpty()) {
         const qsizetype size = std::min(sizes(random), bytes.size());
         EXPECT_TRUE(stream->parseBytes(bytes.first(size)));
@@ -91,6 +91,7 @@ const std::vector<int> chunkings = {1, 7, 300, 4096, 200000};
 TEST(AudioFileStreamTest, FindsTheFramesThatWereEncoded)
 {
     using enum AudioFormat;
+    using enum AudioFileStreamProperty;
     const test::ToneRequest requests[] = {
         {mpegLayer3, 44100, 2, 128000, 2}, {mpegLayer3, 48000, 1, 320000, 1},
         {mpegLayer3, 22050, 2, 64000, 1},  {mpegLayer3, 8000, 1, 16000, 1},
@@ -104,7 +105,7 @@ TEST(AudioFileStreamTest, FindsTheFramesThatWereEncoded)
             const Listener heard = parse(tone.bytes, chunk, AudioFileType::kAudioFileMP3Type);
             EXPECT_EQ(heard.packets, packetsOf(tone)) << chunk;
             EXPECT_EQ(heard.format, tone.format);
-            EXPECT_EQ(heard.properties, std::vector{AudioFileStreamProperty::ReadyToProducePackets});
+            EXPECT_EQ(heard.properties, (std::vector{DataFormat, DataOffset, ReadyToProducePackets}));
         }
     }
 }
@@ -113,7 +114,7 @@ TEST(AudioFileStreamTest, HandsAPacketOnWithItsLastByteOnceInStep)
 {
     const EncodedTone tone = encodeTone({.seconds = 0.2});
     Listener listener;
-    const auto stream = openAudioFileStream(listener, AudioFileType::kAudioFileMP3Type);
+    const auto stream = openFramedAudioFileStream(listener, AudioFileType::kAudioFileMP3Type);
     qsizetype whole = 0;
     for (const QByteArray &packet : packetsOf(tone)) {
         stream->parseBytes(QByteArrayView(packet).chopped(1));
@@ -128,7 +129,7 @@ TEST(AudioFileStreamTest, ATrueFrameDoesNotWaitForWhatAFalseOneBeforeItClaims)
 {
     const EncodedTone tone = encodeTone({.format = AudioFormat::mpeg4Aac, .seconds = 0.5});
     Listener listener;
-    const auto stream = openAudioFileStream(listener, AudioFileType::none);
+    const auto stream = openFramedAudioFileStream(listener, AudioFileType::none);
     stream->parseBytes(falseHeader + tone.bytes.first(tone.packets[3].startOffset));
     EXPECT_EQ(listener.packets, packetsOf(tone).first(3));
 }
@@ -155,18 +156,20 @@ TEST(AudioFileStreamTest, SeeksByTheMeanSizeOfThePacketsSoFar)
     const EncodedTone tone = encodeTone({AudioFormat::mpeg4Aac, 44100, 2, 96000, 5});
     const QByteArrayList packets = packetsOf(tone);
     Listener listener;
-    const auto stream = openAudioFileStream(listener, AudioFileType::none);
+    const auto stream = openFramedAudioFileStream(listener, AudioFileType::none);
     EXPECT_FALSE(stream->seek(1));
     stream->parseBytes(tone.bytes.first(tone.packets[101].startOffset - 1)); // the last one is partial
     const auto offset = stream->seek(150);
     ASSERT_TRUE(offset);
+    EXPECT_TRUE(stream->dataOffset() == 0);
     EXPECT_TRUE(offset->isEstimated);
     EXPECT_EQ(offset->byteOffset, tone.packets[100].startOffset * 3 / 2);
     // What was unfinished, here also a tag, is not waited for.
+    stream->continueAt(tone.packets[100].startOffset);
     stream->parseBytes(tone.bytes.sliced(tone.packets[100].startOffset) + id3v2(100000).first(50));
     EXPECT_TRUE(listener.packets == packets);
     listener.packets.clear();
-    EXPECT_TRUE(stream->seek(0));
+    stream->continueAt(0);
     stream->parseBytes(tone.bytes);
     stream->finish();
     EXPECT_TRUE(listener.packets == packets);
@@ -228,7 +231,8 @@ TEST(AudioFileStreamTest, OffersTheFormatThatHighEfficiencyAacDecodesTo)
             const Listener heard = parse(stream.bytes, chunk, AudioFileType::kAudioFileAAC_ADTSType);
             EXPECT_EQ(heard.packets, packetsOf(stream));
             using enum AudioFileStreamProperty;
-            EXPECT_EQ(heard.properties, (std::vector{FormatList, ReadyToProducePackets}));
+            EXPECT_EQ(heard.properties,
+                      (std::vector{DataFormat, FormatList, DataOffset, ReadyToProducePackets}));
             EXPECT_EQ(heard.format, core.format);
             ASSERT_EQ(heard.formats.size(), 2u);
             EXPECT_EQ(heard.formats[1], core.format);
