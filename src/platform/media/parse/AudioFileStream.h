@@ -85,7 +85,4 @@ public:
 using AudioFileStreamOpener =
     std::function<std::unique_ptr<AudioFileStream>(AudioFileStreamClient &client, AudioFileType hint)>;
 
-// Opens a file. Returns nullptr for a hint at a type that is not known.
-std::unique_ptr<AudioFileStream> openAudioFileStream(AudioFileStreamClient &client, AudioFileType hint);
-
 } // namespace orvel

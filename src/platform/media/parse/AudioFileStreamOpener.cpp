@@ -1,4 +1,4 @@
-#include "platform/media/parse/AudioFileStream.h"
+#include "platform/media/parse/AudioFileStreamOpener.h"
 
 #include "platform/media/parse/FramedAudioFileStream.h"
 
