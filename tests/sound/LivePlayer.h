@@ -14,12 +14,15 @@ class LivePlayer : public PlayerUnderTest
 public:
     explicit LivePlayer(const QString &url)
         : PlayerUnderTest(url, {.newOutputQueue = [this](const AudioStreamBasicDescription &format,
-                                                         const OutputQueue::BufferCallback &callback) {
+                                                         const OutputQueue::BufferCallback &callback,
+                                                         const OutputQueueOptions &options) {
                               return newOutputQueue(
-                                  format, [this, callback](OutputQueue &queue, OutputBuffer &buffer) {
+                                  format,
+                                  [this, callback](OutputQueue &queue, OutputBuffer &buffer) {
                                       m_isHeld.wait(true);
                                       callback(queue, buffer);
-                                  });
+                                  },
+                                  options);
                           }})
     {
         streamer->setBufferInSeconds(1);

@@ -108,14 +108,16 @@ RadioError StreamOutput::makeOutputQueue(const AudioStreamBasicDescription &form
     // A second parser's format ends the first one's sound.
     disposeOutputQueue();
     const quint64 number = m_buffers.outputQueueNumber();
-    m_outputQueue =
-        m_newOutputQueue(format, [weak = weak_from_this(), number](OutputQueue &, OutputBuffer &buffer) {
+    m_outputQueue = m_newOutputQueue(
+        format,
+        [weak = weak_from_this(), number](OutputQueue &, OutputBuffer &buffer) {
             if (std::shared_ptr<StreamOutput> output = weak.lock()) {
                 output->handlePlayCallback(buffer, number);
                 // A last release must not happen on this thread.
                 MainQueue::async([last = std::move(output)] {});
             }
-        });
+        },
+        OutputQueueOptions{.bufferReturn = BufferReturn::WhenTaken});
     if (!m_outputQueue)
         return RadioErrorAudioQueueCreate;
     m_bufferSize = bufferSizeFor(format, stream.packetSizeUpperBound());

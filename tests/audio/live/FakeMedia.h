@@ -64,7 +64,9 @@ public:
     void setVolume(float newVolume) override { volume = newVolume; }
     void setMagicCookie(const QByteArray &) override {}
     void addIsRunningListener(IsRunningListener) override {}
-    double currentTime() const override { return 0; }
+    void setTrim(const std::optional<AudioTrim> &) override {}
+    void setMediaName(const QString &name) override { mediaName = name; }
+    std::optional<double> currentTime() const override { return 0; }
 
     // The oldest buffer has been played.
     void playOne()
@@ -79,6 +81,7 @@ public:
     bool isStarted = false;
     bool isDisposed = false;
     float volume = -1;
+    QString mediaName;
     QByteArray played;
     std::deque<OutputBuffer> buffers;
     std::deque<OutputBuffer *> enqueued;
@@ -140,7 +143,8 @@ inline StreamerServices FakeMedia::services()
                 return opens-- > 0 ? std::make_unique<FakeAudioFileStream>(*this, client) : nullptr;
             },
             .newOutputQueue = [this](const AudioStreamBasicDescription &,
-                                     OutputQueue::BufferCallback callback) -> std::shared_ptr<OutputQueue> {
+                                     OutputQueue::BufferCallback callback,
+                                     const OutputQueueOptions &) -> std::shared_ptr<OutputQueue> {
                 queue = makesQueues ? std::make_shared<FakeOutputQueue>(*this, std::move(callback)) : nullptr;
                 return queue;
             },

@@ -21,20 +21,20 @@ SampleConverter::SampleConverter(int sampleRate, int channels)
 }
 SampleConverter::~SampleConverter() = default;
 
-void SampleConverter::convert(const AVFrame &frame, std::vector<float> &samples)
+void SampleConverter::convert(const AVFrame &frame, Part part, std::vector<float> &samples)
 {
     if (!isFor(frame)) {
         drain(samples);
         if (!makeFor(frame))
             return;
     }
-    run(&frame, samples);
+    run(&frame, part, samples);
 }
 
 void SampleConverter::drain(std::vector<float> &samples)
 {
     if (m_handles->resampler)
-        run(nullptr, samples);
+        run(nullptr, {}, samples);
     m_handles->resampler.reset(); // libswresample takes nothing more after that
 }
 
@@ -65,18 +65,25 @@ bool SampleConverter::makeFor(const AVFrame &frame)
     return true;
 }
 
-void SampleConverter::run(const AVFrame *frame, std::vector<float> &samples)
+void SampleConverter::run(const AVFrame *frame, Part part, std::vector<float> &samples)
 {
     SwrContext *context = m_handles->resampler.get();
-    const int in = frame ? frame->nb_samples : 0;
-    const int room = swr_get_out_samples(context, in);
+    const int room = swr_get_out_samples(context, part.count);
     if (room <= 0)
         return;
     const std::size_t before = samples.size();
     samples.resize(before + std::size_t(room) * std::size_t(m_channels));
     auto *out = reinterpret_cast<uint8_t *>(samples.data() + before);
-    auto **data = frame ? const_cast<const uint8_t **>(frame->extended_data) : nullptr;
-    const int got = swr_convert(context, &out, room, data, in);
+    std::vector<const uint8_t *> planes;
+    if (frame) {
+        const auto format = AVSampleFormat(frame->format);
+        const bool isPlanar = av_sample_fmt_is_planar(format) != 0;
+        const int channels = frame->ch_layout.nb_channels;
+        const int bytes = av_get_bytes_per_sample(format) * (isPlanar ? 1 : channels);
+        for (int plane = 0; plane < (isPlanar ? channels : 1); ++plane)
+            planes.push_back(frame->extended_data[plane] + std::ptrdiff_t(part.first) * bytes);
+    }
+    const int got = swr_convert(context, &out, room, frame ? planes.data() : nullptr, part.count);
     samples.resize(before + std::size_t(std::max(got, 0)) * std::size_t(m_channels));
 }
 

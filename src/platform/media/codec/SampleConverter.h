@@ -15,8 +15,15 @@ public:
     SampleConverter(int sampleRate, int channels);
     ~SampleConverter();
 
-    // Appends to `samples`. Skips frames that can't be converted.
-    void convert(const AVFrame &frame, std::vector<float> &samples);
+    // A part of a decoded frame, counted in sample frames.
+    struct Part
+    {
+        int first;
+        int count;
+    };
+
+    // Appends a part of the frame to `samples`. Skips frames that can't be converted.
+    void convert(const AVFrame &frame, Part part, std::vector<float> &samples);
     // Appends the samples that the change of rate still holds back.
     void drain(std::vector<float> &samples);
 
@@ -24,7 +31,7 @@ private:
     struct Handles;
     bool isFor(const AVFrame &frame) const;
     bool makeFor(const AVFrame &frame);
-    void run(const AVFrame *frame, std::vector<float> &samples);
+    void run(const AVFrame *frame, Part part, std::vector<float> &samples);
 
     const int m_sampleRate;
     const int m_channels;

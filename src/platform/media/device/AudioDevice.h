@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QtGlobal>
 #include <atomic>
 #include <functional>
@@ -14,22 +15,32 @@ struct AudioDeviceRequest
     const std::atomic<float> *volume = nullptr; // 0.0 to 1.0; read whenever sound is made
     // The device calls it, on any thread, when it runs at the pace of its data and has none. Devices that
     // keep the time never call it.
-    std::function<void()> wantsData;
+    std::function<void()> wantsData = {};
+    double ringSeconds = 2; // of sound, that the device takes ahead
+    QString mediaName = {}; // how a sound server's mixer names the sound
+    // How long a device whose sound server is gone stands still. After it, it goes on in silence.
+    double standingSeconds = 0;
+    // Called on any thread when a sound server wants the device silent for another sound, and at the end of
+    // that.
+    std::function<void(bool begins)> interrupted = {};
 };
 
-// Where sound goes. Takes up to two seconds of interleaved samples ahead. Used by one thread. The destructor
-// ends the sound and may take a while.
+// Where sound goes. Takes interleaved samples ahead. Used by one thread. The destructor ends the sound and
+// may take a while.
 class AudioDevice
 {
 public:
-    AudioDevice(int sampleRate, int channels) : m_sampleRate(sampleRate), m_channels(channels) {}
+    explicit AudioDevice(const AudioDeviceRequest &request)
+        : m_sampleRate(request.sampleRate), m_channels(request.channels), m_ringSeconds(request.ringSeconds)
+    {
+    }
     virtual ~AudioDevice() = default;
     AudioDevice(const AudioDevice &) = delete;
     AudioDevice &operator=(const AudioDevice &) = delete;
 
     int sampleRate() const { return m_sampleRate; }
     int channels() const { return m_channels; }
-    qint64 capacity() const { return 2 * qint64(m_sampleRate); } // frames
+    qint64 capacity() const { return qint64(m_ringSeconds * m_sampleRate); } // frames
 
     // False until told otherwise. While it does not play, a device keeps what was written.
     virtual void setPlaying(bool playing) = 0;
@@ -37,6 +48,9 @@ public:
     virtual qint64 write(const float *samples, qint64 frames) = 0;
     virtual qint64 written() const = 0;  // frames, since the device was opened
     virtual qint64 consumed() const = 0; // the frames among them that have gone on to be heard
+    // The volume has changed.
+    virtual void followVolume() {}
+    virtual void setMediaName(const QString & /*name*/) {}
 
 protected:
     void setSampleRate(int sampleRate) { m_sampleRate = sampleRate; }
@@ -44,6 +58,7 @@ protected:
 private:
     int m_sampleRate;
     int m_channels;
+    double m_ringSeconds;
 };
 
 } // namespace orvel

@@ -38,7 +38,7 @@ std::unique_ptr<AudioDevice> openAudioDevice(const AudioDeviceRequest &request)
         if (!isBusy)
             tellOnceThatThereIsNoDevice();
     }
-    return std::make_unique<NullAudioDevice>(request.sampleRate, request.channels);
+    return std::make_unique<NullAudioDevice>(request);
 }
 
 void leaveAudioThread()

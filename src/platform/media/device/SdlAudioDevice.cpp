@@ -76,10 +76,7 @@ AudioBackEnd::Opening SdlAudioDevice::open(const AudioDeviceRequest &request)
 }
 
 SdlAudioDevice::SdlAudioDevice(const AudioDeviceRequest &request)
-    : AudioDevice(request.sampleRate, request.channels)
-    , m_volume(*request.volume)
-    , m_wantsData(request.wantsData)
-    , m_ramp(*request.volume)
+    : AudioDevice(request), m_volume(*request.volume), m_wantsData(request.wantsData), m_ramp(*request.volume)
 {
 }
 

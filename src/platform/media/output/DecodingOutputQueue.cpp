@@ -7,13 +7,16 @@
 namespace orvel {
 
 DecodingOutputQueue::DecodingOutputQueue(const AudioStreamBasicDescription &format,
-                                         std::unique_ptr<AudioDecoder> decoder, BufferCallback callback)
+                                         std::unique_ptr<AudioDecoder> decoder, BufferCallback callback,
+                                         const OutputQueueOptions &options)
     : m_format(format)
-    , m_line(format, std::move(decoder), m_volume,
-             [this] {
-                 const std::lock_guard lock(m_mutex);
-                 wake();
-             })
+    , m_line(
+          format, std::move(decoder), m_volume,
+          [this] {
+              const std::lock_guard lock(m_mutex);
+              wake();
+          },
+          options)
     , m_callback(std::move(callback))
 {
 }
@@ -70,8 +73,11 @@ DecodingOutputQueue::packetsIn(const OutputBuffer &buffer,
 bool DecodingOutputQueue::start()
 {
     const std::lock_guard lock(m_mutex);
-    m_orders.isPlaying = true;
-    m_orders.isStopping = false;
+    // A paused queue that was to stop when played out still is.
+    if (m_orders.transport != Transport::Paused)
+        m_orders.isStopping = false;
+    m_orders.transport = Transport::Playing;
+    m_position.seenAt = std::chrono::steady_clock::now();
     wake();
     return !m_orders.isDisposed;
 }
@@ -79,7 +85,10 @@ bool DecodingOutputQueue::start()
 void DecodingOutputQueue::pause()
 {
     const std::lock_guard lock(m_mutex);
-    m_orders.isPlaying = false;
+    if (m_orders.transport != Transport::Playing)
+        return;
+    m_position = {playedSeconds(), 0, {}};
+    m_orders.transport = Transport::Paused;
     wake();
 }
 
@@ -88,9 +97,10 @@ void DecodingOutputQueue::stop(bool immediate)
     const std::lock_guard lock(m_mutex);
     if (m_orders.isDisposed)
         return;
-    if (immediate || !m_orders.isPlaying) {
-        m_orders.isPlaying = false;
+    if (immediate || m_orders.transport == Transport::Stopped) {
+        m_orders.transport = Transport::Stopped;
         m_orders.isStopping = false;
+        m_position = {};
         m_orders.reset = true;
         for (const RenderItem &item : std::exchange(m_items, {}))
             if (item.buffer)
@@ -118,12 +128,31 @@ void DecodingOutputQueue::dispose()
     wake();
 }
 
-void DecodingOutputQueue::setVolume(float volume) { m_volume = volume > 0 ? std::min(volume, 1.f) : 0; }
+void DecodingOutputQueue::setVolume(float volume)
+{
+    const std::lock_guard lock(m_mutex);
+    m_volume = volume > 0 ? std::min(volume, 1.f) : 0;
+    wake();
+}
 
 void DecodingOutputQueue::setMagicCookie(const QByteArray &cookie)
 {
     const std::lock_guard lock(m_mutex);
     m_orders.cookie = cookie;
+    wake();
+}
+
+void DecodingOutputQueue::setTrim(const std::optional<AudioTrim> &trim)
+{
+    const std::lock_guard lock(m_mutex);
+    m_orders.trim.emplace(trim);
+    wake();
+}
+
+void DecodingOutputQueue::setMediaName(const QString &name)
+{
+    const std::lock_guard lock(m_mutex);
+    m_orders.mediaName = name;
     wake();
 }
 
@@ -133,12 +162,19 @@ void DecodingOutputQueue::addIsRunningListener(IsRunningListener listener)
     m_listeners.push_back(std::move(listener));
 }
 
-double DecodingOutputQueue::currentTime() const
+std::optional<double> DecodingOutputQueue::currentTime() const
 {
     const std::lock_guard lock(m_mutex);
+    if (m_orders.transport == Transport::Stopped)
+        return std::nullopt;
+    return playedSeconds() * m_format.sampleRate;
+}
+
+// The caller holds the mutex.
+double DecodingOutputQueue::playedSeconds() const
+{
     const std::chrono::duration<double> since = std::chrono::steady_clock::now() - m_position.seenAt;
-    return (m_position.playedSeconds + std::min(since.count(), m_position.secondsAhead)) *
-           m_format.sampleRate;
+    return m_position.playedSeconds + std::min(since.count(), m_position.secondsAhead);
 }
 
 // The caller holds the mutex.
@@ -159,7 +195,12 @@ void DecodingOutputQueue::run()
             reset(orders.dropped);
         if (orders.cookie)
             m_line.setMagicCookie(*orders.cookie);
-        if (orders.isPlaying)
+        if (orders.trim)
+            m_line.setTrim(*orders.trim);
+        if (orders.mediaName)
+            m_line.setMediaName(*orders.mediaName);
+        m_line.followVolume();
+        if (orders.transport == Transport::Playing)
             play(orders.isStopping);
         else
             m_line.setPlaying(false);
@@ -173,7 +214,11 @@ void DecodingOutputQueue::run()
 void DecodingOutputQueue::notePosition()
 {
     const std::lock_guard lock(m_mutex);
-    m_position = {m_line.playedSeconds(), m_line.secondsAhead(), std::chrono::steady_clock::now()};
+    // Other orders that have come since stand for another time.
+    if (m_orders.transport != Transport::Playing || m_orders.reset)
+        return;
+    m_position = {std::max(m_line.playedSeconds(), playedSeconds()), m_line.secondsAhead(),
+                  std::chrono::steady_clock::now()};
 }
 
 DecodingOutputQueue::Orders
@@ -190,6 +235,8 @@ DecodingOutputQueue::awaitOrders(std::optional<std::chrono::milliseconds> patien
     m_orders.reset = false;
     m_orders.dropped.clear();
     m_orders.cookie.reset();
+    m_orders.trim.reset();
+    m_orders.mediaName.reset();
     return orders;
 }
 
@@ -202,9 +249,9 @@ void DecodingOutputQueue::play(bool isStopping)
         m_line.give(std::move(*item));
     }
     m_line.setPlaying(true);
-    if (!m_line.isDry())
-        setRunning(true);
-    while (OutputBuffer *buffer = m_line.takePlayed())
+    if (!m_line.isDry() && !std::exchange(m_isRunning, true))
+        tellRunning();
+    while (OutputBuffer *buffer = m_line.takeReturned())
         handBack(*buffer);
     if (isStopping && m_line.isDry() && finishStopping())
         reset({});
@@ -227,7 +274,8 @@ bool DecodingOutputQueue::finishStopping()
     if (!m_orders.isStopping || !m_items.empty())
         return false;
     m_orders.isStopping = false;
-    m_orders.isPlaying = false;
+    m_orders.transport = Transport::Stopped;
+    m_position = {};
     return true;
 }
 
@@ -237,7 +285,9 @@ void DecodingOutputQueue::reset(const std::vector<OutputBuffer *> &dropped)
         handBack(*buffer);
     for (OutputBuffer *buffer : dropped)
         handBack(*buffer);
-    setRunning(false);
+    m_isRunning = false;
+    tellRunning();
+    m_line.closeEndedDevice();
 }
 
 void DecodingOutputQueue::handBack(OutputBuffer &buffer)
@@ -246,10 +296,8 @@ void DecodingOutputQueue::handBack(OutputBuffer &buffer)
         m_callback(*this, buffer);
 }
 
-void DecodingOutputQueue::setRunning(bool isRunning)
+void DecodingOutputQueue::tellRunning()
 {
-    if (std::exchange(m_isRunning, isRunning) == isRunning)
-        return;
     std::vector<IsRunningListener> listeners;
     {
         const std::lock_guard lock(m_mutex);
@@ -257,7 +305,7 @@ void DecodingOutputQueue::setRunning(bool isRunning)
     }
     for (const IsRunningListener &listener : listeners)
         if (!m_isDisposed)
-            listener(*this, isRunning);
+            listener(*this, m_isRunning);
 }
 
 } // namespace orvel

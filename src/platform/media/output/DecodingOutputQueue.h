@@ -18,7 +18,7 @@ class DecodingOutputQueue final : public OutputQueue
 {
 public:
     DecodingOutputQueue(const AudioStreamBasicDescription &format, std::unique_ptr<AudioDecoder> decoder,
-                        BufferCallback callback);
+                        BufferCallback callback, const OutputQueueOptions &options);
 
     OutputBuffer *allocateBuffer(quint32 bytes) override;
     bool enqueueBuffer(OutputBuffer &buffer,
@@ -30,22 +30,28 @@ public:
     void dispose() override;
     void setVolume(float volume) override;
     void setMagicCookie(const QByteArray &cookie) override;
+    void setTrim(const std::optional<AudioTrim> &trim) override;
+    void setMediaName(const QString &name) override;
     void addIsRunningListener(IsRunningListener listener) override;
-    double currentTime() const override;
+    std::optional<double> currentTime() const override;
 
     // The body of the queue's thread. Returns after dispose(). The caller keeps the queue alive meanwhile.
     void run();
 
 private:
+    enum class Transport { Stopped, Paused, Playing };
+
     // What is to be done. The thread takes all of it at once.
     struct Orders
     {
         bool isDisposed = false;
-        bool isPlaying = false;
+        Transport transport = Transport::Stopped;
         bool isStopping = false; // after what is queued
         bool reset = false;
         std::vector<OutputBuffer *> dropped; // by the reset, from the queue
         std::optional<QByteArray> cookie;
+        std::optional<std::optional<AudioTrim>> trim;
+        std::optional<QString> mediaName;
     };
 
     // How far the sound was at the thread's last look.
@@ -59,6 +65,7 @@ private:
     std::optional<std::vector<AudioStreamPacketDescription>>
     packetsIn(const OutputBuffer &buffer, std::span<const AudioStreamPacketDescription> descriptions) const;
     void wake();
+    double playedSeconds() const;
     void notePosition();
     Orders awaitOrders(std::optional<std::chrono::milliseconds> patience);
     void play(bool isStopping);
@@ -66,7 +73,7 @@ private:
     bool finishStopping();
     void reset(const std::vector<OutputBuffer *> &dropped);
     void handBack(OutputBuffer &buffer);
-    void setRunning(bool isRunning);
+    void tellRunning();
 
     const AudioStreamBasicDescription m_format;
     std::atomic<float> m_volume = 1;

@@ -2,14 +2,20 @@
 
 #include "platform/media/codec/FfmpegHandles.h"
 #include "platform/media/device/AudioDeviceChoice.h"
+#include "platform/media/output/AudioSession.h"
 
 #include <algorithm>
 
 namespace orvel {
 
 RenderLine::RenderLine(const AudioStreamBasicDescription &format, std::unique_ptr<AudioDecoder> decoder,
-                       const std::atomic<float> &volume, std::function<void()> wantsData)
-    : m_format(format), m_volume(volume), m_wantsData(std::move(wantsData)), m_decoder(std::move(decoder))
+                       const std::atomic<float> &volume, std::function<void()> wantsData,
+                       const OutputQueueOptions &options)
+    : m_format(format)
+    , m_volume(volume)
+    , m_wantsData(std::move(wantsData))
+    , m_options(options)
+    , m_decoder(std::move(decoder))
 {
 }
 
@@ -17,6 +23,19 @@ void RenderLine::setMagicCookie(const QByteArray &cookie)
 {
     if (auto decoder = AudioDecoder::make(m_format, cookie))
         m_decoder = std::move(decoder);
+}
+
+void RenderLine::setMediaName(const QString &name)
+{
+    m_options.mediaName = name;
+    if (m_device)
+        m_device->setMediaName(name);
+}
+
+void RenderLine::followVolume()
+{
+    if (m_device)
+        m_device->followVolume();
 }
 
 bool RenderLine::fill()
@@ -65,10 +84,17 @@ void RenderLine::convert(const AVFrame &frame)
         m_device = openAudioDevice({.sampleRate = rate,
                                     .channels = std::min(channels, 2),
                                     .volume = &m_volume,
-                                    .wantsData = m_wantsData});
+                                    .wantsData = m_wantsData,
+                                    .ringSeconds = m_options.ringSeconds,
+                                    .mediaName = m_options.mediaName,
+                                    .standingSeconds = m_options.standingSeconds,
+                                    .interrupted = [](bool begins) {
+                                        AudioSession::interrupt(begins ? InterruptionState::Begin
+                                                                       : InterruptionState::End);
+                                    }});
         m_converter.emplace(m_device->sampleRate(), m_device->channels());
     }
-    m_converter->convert(frame, m_samples);
+    m_converter->convert(frame, m_trim.part(frame), m_samples);
 }
 
 void RenderLine::finishItem()
@@ -88,9 +114,13 @@ void RenderLine::setPlaying(bool playing)
         m_device->setPlaying(playing);
 }
 
-OutputBuffer *RenderLine::takePlayed()
+OutputBuffer *RenderLine::takeReturned()
 {
-    if (m_marks.empty() || (m_device && m_marks.front().end > m_device->consumed()))
+    if (m_marks.empty())
+        return nullptr;
+    const bool isLast = m_marks.size() == 1 && !(m_item && m_item->buffer);
+    const bool isTaken = m_options.bufferReturn == BufferReturn::WhenTaken && !isLast;
+    if (!isTaken && m_device && m_marks.front().end > m_device->consumed())
         return nullptr;
     OutputBuffer *buffer = m_marks.front().buffer;
     m_marks.pop_front();
@@ -115,7 +145,7 @@ std::optional<std::chrono::milliseconds> RenderLine::nextLook() const
 
 double RenderLine::playedSeconds() const
 {
-    return m_earlierSeconds + (m_device ? double(m_device->consumed()) / m_device->sampleRate() : 0);
+    return m_device ? double(m_device->consumed()) / m_device->sampleRate() : 0;
 }
 
 double RenderLine::secondsAhead() const
@@ -130,14 +160,17 @@ std::vector<OutputBuffer *> RenderLine::reset()
         buffers.push_back(mark.buffer);
     if (m_item && m_item->buffer)
         buffers.push_back(m_item->buffer);
-    m_earlierSeconds = playedSeconds();
     m_marks.clear();
     m_item.reset();
     m_nextPacket = 0;
     m_samples.clear();
     m_samplesWritten = 0;
-    m_device.reset();
+    if (m_device) {
+        m_device->setPlaying(false);
+        m_endedDevice = std::move(m_device);
+    }
     m_converter.reset();
+    m_trim.restart();
     m_isPlaying = false;
     m_decoder->reset();
     return buffers;

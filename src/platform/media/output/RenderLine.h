@@ -3,6 +3,7 @@
 #include "platform/media/codec/AudioDecoder.h"
 #include "platform/media/codec/SampleConverter.h"
 #include "platform/media/device/AudioDevice.h"
+#include "platform/media/output/FrameTrim.h"
 #include "platform/media/output/OutputQueue.h"
 
 #include <chrono>
@@ -26,9 +27,13 @@ class RenderLine
 {
 public:
     RenderLine(const AudioStreamBasicDescription &format, std::unique_ptr<AudioDecoder> decoder,
-               const std::atomic<float> &volume, std::function<void()> wantsData);
+               const std::atomic<float> &volume, std::function<void()> wantsData,
+               const OutputQueueOptions &options);
 
     void setMagicCookie(const QByteArray &cookie);
+    void setTrim(const std::optional<AudioTrim> &trim) { m_trim.set(trim); }
+    void setMediaName(const QString &name);
+    void followVolume();
 
     // Decodes ahead as far as the device takes it. Returns true when everything given is used up and the
     // device takes more.
@@ -37,21 +42,22 @@ public:
     void give(RenderItem item) { m_item = std::move(item); }
     void setPlaying(bool playing);
 
-    // Returns the next buffer whose sound has all been consumed; nullptr when there is none.
-    OutputBuffer *takePlayed();
+    // Returns the next buffer that its user may have back; nullptr when there is none.
+    OutputBuffer *takeReturned();
     // Whether all that was given has been played.
     bool isDry() const;
     // Returns the time after which a buffer may have been played or the device takes more; nullopt when only
     // new data or orders make a difference.
     std::optional<std::chrono::milliseconds> nextLook() const;
-    // Seconds of sound since the line was made.
+    // Seconds of sound since the last reset.
     double playedSeconds() const;
     // Seconds that the device goes on to play if nothing more is given.
     double secondsAhead() const;
 
-    // Ends the sound at once, closes the device and forgets what was given. Returns its buffers, in their
-    // order.
+    // Ends the sound at once and forgets what was given. Returns its buffers, in their order.
     std::vector<OutputBuffer *> reset();
+    // Closes the device of the sound that has ended, which may take a while.
+    void closeEndedDevice() { m_endedDevice.reset(); }
 
 private:
     struct Mark
@@ -69,11 +75,13 @@ private:
     const AudioStreamBasicDescription m_format;
     const std::atomic<float> &m_volume;
     const std::function<void()> m_wantsData;
+    OutputQueueOptions m_options;
     std::unique_ptr<AudioDecoder> m_decoder;
+    FrameTrim m_trim;
     std::unique_ptr<AudioDevice> m_device;
+    std::unique_ptr<AudioDevice> m_endedDevice;
     std::optional<SampleConverter> m_converter;
     bool m_isPlaying = false;
-    double m_earlierSeconds = 0; // played on devices closed since
 
     std::optional<RenderItem> m_item;
     std::size_t m_nextPacket = 0;

@@ -7,12 +7,14 @@
 namespace orvel {
 
 std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &format,
-                                            OutputQueue::BufferCallback callback)
+                                            OutputQueue::BufferCallback callback,
+                                            const OutputQueueOptions &options)
 {
     auto decoder = AudioDecoder::make(format);
     if (!decoder)
         return nullptr;
-    const auto core = std::make_shared<DecodingOutputQueue>(format, std::move(decoder), std::move(callback));
+    const auto core =
+        std::make_shared<DecodingOutputQueue>(format, std::move(decoder), std::move(callback), options);
     const auto end = [weak = std::weak_ptr(core)] {
         if (const auto queue = weak.lock())
             queue->dispose();

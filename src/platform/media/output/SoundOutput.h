@@ -8,7 +8,8 @@ namespace orvel {
 // one on the steady clock when there is none (reported by noSoundDeviceNotification). nullptr when there is
 // no decoder for the format. Disposes of itself when its last user lets go.
 std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &format,
-                                            OutputQueue::BufferCallback callback);
+                                            OutputQueue::BufferCallback callback,
+                                            const OutputQueueOptions &options = {});
 
 // Disposes of all queues that are left and waits until their threads have ended. To be called at exit. A
 // later queue starts the sound anew.

@@ -35,7 +35,7 @@ void expectInTime(NullAudioDevice &device, const std::function<void()> &begin)
 
 TEST(NullAudioDeviceTest, ConsumesInTimeWhatWasWrittenWhileItPlays)
 {
-    NullAudioDevice device(rate, 2);
+    NullAudioDevice device({.sampleRate = rate, .channels = 2});
     EXPECT_EQ(device.write(nullptr, 100'000), 2 * rate);
     EXPECT_EQ(device.write(nullptr, 1), 0);
     for (int round = 0; round < 2; ++round) {
@@ -51,7 +51,7 @@ TEST(NullAudioDeviceTest, ConsumesInTimeWhatWasWrittenWhileItPlays)
 
 TEST(NullAudioDeviceTest, DoesNotCatchUpAfterAGap)
 {
-    NullAudioDevice device(rate, 1);
+    NullAudioDevice device({.sampleRate = rate, .channels = 1});
     device.setPlaying(true);
     EXPECT_EQ(device.write(nullptr, 480), 480);
     ASSERT_TRUE(waitUntil([&] { return device.consumed() == 480; }));
