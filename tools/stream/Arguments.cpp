@@ -20,13 +20,14 @@ struct TaskRule
     QStringList options;
 };
 
-const std::array<TaskRule, 4> &taskRules()
+const std::array<TaskRule, 5> &taskRules()
 {
-    static const std::array<TaskRule, 4> rules{{
+    static const std::array<TaskRule, 5> rules{{
         {"resolve", Task::Resolve, 1, {"json", "deadline"}},
         {"play", Task::Play, 1, {"json", "seconds", "volume", "buffer"}},
         {"probe", Task::Probe, 1, {"json", "deadline"}},
         {"record", Task::Record, 2, {"json", "seconds"}},
+        {"file", Task::File, 1, {"json", "seconds", "seek"}},
     }};
     return rules;
 }
@@ -72,6 +73,8 @@ std::optional<QString> readOptions(const QCommandLineParser &parser, Arguments &
     arguments.json = parser.isSet(QStringLiteral("json"));
     if (!read(parser, QStringLiteral("seconds"), shortest, aYear, arguments.seconds))
         return QStringLiteral("--seconds takes a number from 0.001 to 31622400.");
+    if (!read(parser, QStringLiteral("seek"), 0, aYear, arguments.seek))
+        return QStringLiteral("--seek takes a number from 0 to 31622400.");
     if (!read(parser, QStringLiteral("deadline"), shortest, aYear, arguments.deadline))
         return QStringLiteral("--deadline takes a number from 0.001 to 31622400.");
     if (!read(parser, QStringLiteral("volume"), 0, 1, arguments.volume))
@@ -89,7 +92,7 @@ std::variant<Arguments, Outcome> Arguments::of(const QStringList &commandLine)
     // "-json" is a mistyped "--json", not five options.
     parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     parser.addOptions({{{"h", "help"}, {}}, {{"v", "version"}, {}}, {"json", {}}});
-    for (const char *name : {"seconds", "volume", "buffer", "deadline"})
+    for (const char *name : {"seconds", "seek", "volume", "buffer", "deadline"})
         parser.addOption({QString::fromLatin1(name), {}, QStringLiteral("number")});
     if (!parser.parse(commandLine))
         return usage(parser.errorText());
@@ -100,7 +103,7 @@ std::variant<Arguments, Outcome> Arguments::of(const QStringList &commandLine)
 
     const QStringList words = parser.positionalArguments();
     if (words.isEmpty())
-        return usage(QStringLiteral("What is to be done: resolve, play, probe or record?"));
+        return usage(QStringLiteral("What is to be done: resolve, play, probe, record or file?"));
     const auto rule = std::find_if(taskRules().begin(), taskRules().end(),
                                    [&](const TaskRule &it) { return words[0] == QLatin1String(it.name); });
     if (rule == taskRules().end())
@@ -126,7 +129,8 @@ QString Arguments::help()
 {
     return QStringLiteral(R"(Usage: orvel-stream COMMAND URL [OPTIONS]
 
-Plays, probes and records one web radio, with the libraries of the Orvel client.
+Plays, probes and records one web radio, and plays one audio file, with the
+libraries of the Orvel client.
 
 Commands:
   resolve URL      print the stream behind a playlist (M3U, PLS, XSPF)
@@ -135,10 +139,13 @@ Commands:
                    tells of itself
   record URL FILE  save the stream's bytes until Ctrl-C, --seconds or its end;
                    FILE gets the extension of the stream's format
+  file URL         play one file (MP3, AAC, M4A, MP4, WAV, AIFF, AIFC, CAF), and
+                   print states and progress
 
 Options:
   --json              print JSON, one object a line
-  --seconds N         play, record: end so many seconds after the start
+  --seconds N         play, record, file: end so many seconds after the start
+  --seek N            file: go on at so many seconds as soon as its length is known
   --volume N          play: 0 to 1 (default 0.5)
   --buffer N          play: seconds of sound to gather first, 1 to 30 (default 3)
   --deadline N        resolve, probe: give up after so many seconds (default 20)

@@ -12,13 +12,14 @@ namespace orvel {
 // What the command line asks for.
 struct Arguments
 {
-    enum class Task { Help, Version, Resolve, Play, Probe, Record };
+    enum class Task { Help, Version, Resolve, Play, Probe, Record, File };
 
     Task task = Task::Help;
     std::optional<Url> url{}; // http or https; of every task but the first two
     QString file{};           // where to record
     bool json = false;
     std::optional<double> seconds{};
+    std::optional<double> seek{}; // seconds
     std::optional<float> volume{};
     std::optional<unsigned> bufferSeconds{};
     double deadline = 20; // seconds

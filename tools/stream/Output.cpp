@@ -27,12 +27,6 @@ QString printable(QString text)
     return text;
 }
 
-JsonValue milliseconds(double seconds)
-{
-    const QByteArray count = QByteArray::number(std::llround(seconds * 1000));
-    return Decimal::fromParts(false, count, {}, -3).value_or(Decimal());
-}
-
 JsonValue objectOf(const Output::Fields &fields)
 {
     JsonValue object = JsonValue::emptyObject();
@@ -43,10 +37,16 @@ JsonValue objectOf(const Output::Fields &fields)
 
 } // namespace
 
+JsonValue Output::seconds(double seconds)
+{
+    const QByteArray count = QByteArray::number(std::llround(seconds * 1000));
+    return Decimal::fromParts(false, count, {}, -3).value_or(Decimal());
+}
+
 void Output::event(double seconds, const QString &name, const Fields &fields)
 {
     if (m_json) {
-        Fields all{{QStringLiteral("event"), name}, {QStringLiteral("time"), milliseconds(seconds)}};
+        Fields all{{QStringLiteral("event"), name}, {QStringLiteral("time"), Output::seconds(seconds)}};
         all.insert(all.end(), fields.begin(), fields.end());
         write(JSONRepresentation(objectOf(all)));
         return;

@@ -16,6 +16,9 @@ public:
     // An absent value is left out.
     using Fields = std::vector<std::pair<QString, JsonValue>>;
 
+    // Returns the number of seconds in whole milliseconds.
+    static JsonValue seconds(double seconds);
+
     explicit Output(bool json) : m_json(json) {}
 
     bool isJson() const { return m_json; }

@@ -4,6 +4,7 @@
 #include "platform/foundation/SerialQueue.h"
 #include "platform/media/output/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
+#include "tools/stream/FileCommand.h"
 #include "tools/stream/PlayCommand.h"
 #include "tools/stream/ProbeCommand.h"
 #include "tools/stream/RecordCommand.h"
@@ -29,6 +30,8 @@ std::shared_ptr<Command> commandFor(const Arguments &arguments, Output &output, 
         return std::make_shared<ProbeCommand>(arguments, output, std::move(finished));
     case Arguments::Task::Record:
         return std::make_shared<RecordCommand>(arguments, output, std::move(finished));
+    case Arguments::Task::File:
+        return std::make_shared<FileCommand>(arguments, output, std::move(finished));
     case Arguments::Task::Help:
     case Arguments::Task::Version:
         break;

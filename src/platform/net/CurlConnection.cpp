@@ -10,8 +10,6 @@ namespace {
 
 // Enough to recognise a bare ICY answer's status line, wherever the network split it.
 constexpr std::size_t firstChunkSize = 16;
-// Reading pauses when this much waits to be delivered (compressed bodies grow a thousandfold).
-constexpr std::size_t maxArrived = 1024 * 1024;
 
 } // namespace
 
@@ -93,7 +91,8 @@ std::size_t CurlConnection::onHeader(char *bytes, std::size_t, std::size_t count
 std::size_t CurlConnection::onBody(char *bytes, std::size_t, std::size_t count, void *connection)
 {
     auto &it = *static_cast<CurlConnection *>(connection);
-    if (it.m_suspended || it.m_arrived.size() >= maxArrived) {
+    // Compressed bodies grow a thousandfold.
+    if (it.m_suspended || it.m_arrived.size() >= std::size_t(it.m_demand.request.readAhead)) {
         it.m_readingPaused = true;
         return CURL_WRITEFUNC_PAUSE;
     }

@@ -5,7 +5,6 @@ namespace orvel {
 namespace {
 
 constexpr long bufferSize = 64 * 1024;
-constexpr long maxRedirects = 20;
 
 // False when there is no memory left.
 bool append(CurlList &list, const QByteArray &line)
@@ -65,7 +64,7 @@ void setRedirects(CurlOptions &options, const CurlDemand &demand, const QByteArr
     const bool mustStaySecure = demand.post && url.toLower().startsWith("https:");
     options.set(CURLOPT_REDIR_PROTOCOLS_STR, mustStaySecure ? "https" : "http,https");
     options.set(CURLOPT_FOLLOWLOCATION, 1L);
-    options.set(CURLOPT_MAXREDIRS, maxRedirects);
+    options.set(CURLOPT_MAXREDIRS, long(demand.request.maxRedirects));
     // 307 and 308 keep the method anyway; 303 asks for a GET.
     options.set(CURLOPT_POSTREDIR, long(CURL_REDIR_POST_301 | CURL_REDIR_POST_302));
 }
@@ -82,11 +81,15 @@ CurlList setUp(CurlOptions &options, const CurlDemand &demand, const QByteArray 
     options.set(CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_1_1));
     options.set(CURLOPT_HTTP09_ALLOWED,
                 long(demand.request.acceptsBareAnswer)); // "ICY 200 OK" is a body to curl
-    if (!demand.request.headers.value(QStringLiteral("Accept-Encoding")))
+    if (demand.request.acceptsCompressed && !demand.request.headers.value(QStringLiteral("Accept-Encoding")))
         options.set(CURLOPT_ACCEPT_ENCODING, "gzip");
     options.set(CURLOPT_BUFFERSIZE, bufferSize);
     options.set(CURLOPT_NOPROXY, hostsWithoutProxy().constData());
     options.set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    if (!demand.request.verifiesServer) {
+        options.set(CURLOPT_SSL_VERIFYPEER, 0L);
+        options.set(CURLOPT_SSL_VERIFYHOST, 0L);
+    }
     // Giving up during a name's resolution must not wait for the resolver's thread.
     options.set(CURLOPT_QUICK_EXIT, 1L);
     options.set(CURLOPT_NOSIGNAL, 1L);

@@ -25,9 +25,8 @@ public:
     virtual void connectionDidFinishLoading(UrlConnection &connection) = 0;
 };
 
-// An asynchronous GET over http or https, also after redirects (at most 20), with nothing cached, and with
-// gzip undone unless the request's own "Accept-Encoding" says otherwise. The connection keeps itself and its
-// delegate alive until it has ended or was cancelled.
+// An asynchronous GET over http or https, also after redirects, with nothing cached. The connection keeps
+// itself and its delegate alive until it has ended or was cancelled.
 class UrlConnection : public std::enable_shared_from_this<UrlConnection>
 {
 public:

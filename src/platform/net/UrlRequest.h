@@ -15,6 +15,13 @@ struct UrlRequest
     // Takes an answer without a head as a body from its first byte on, as old streaming servers begin theirs
     // with "ICY 200 OK". For live streams only: anywhere else it is not an answer.
     bool acceptsBareAnswer = false;
+    // Asks for gzip, and undoes it, unless `headers` say otherwise. False: no encoding is asked for.
+    bool acceptsCompressed = true;
+    // False: takes any certificate, for any host.
+    bool verifiesServer = true;
+    int maxRedirects = 20;
+    // Reading pauses when this many bytes wait to be delivered. One read more may come on top.
+    qsizetype readAhead = 1024 * 1024;
 };
 
 // The head of an answer. A bare ICY answer has status code 0 and no headers: its head is in the body.
