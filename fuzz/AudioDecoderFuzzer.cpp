@@ -26,7 +26,7 @@ public:
     {
         m_decoder->decode(packet);
         while (const AVFrame *frame = m_decoder->nextFrame())
-            m_converter.convert(*frame, m_samples);
+            m_converter.convert(*frame, {0, frame->nb_samples}, m_samples);
         check();
     }
     void end()

@@ -55,6 +55,17 @@ AVCodecID codecFor(const AudioStreamBasicDescription &format)
     return AV_CODEC_ID_NONE;
 }
 
+// libavcodec wants the cookie of ALAC in the box in which MPEG-4 files keep it.
+QByteArray extradataFor(const AudioStreamBasicDescription &format, const QByteArray &cookie)
+{
+    if (format.format != AudioFormat::appleLossless)
+        return cookie;
+    return QByteArray("\0\0\0\x24"
+                      "alac\0\0\0\0",
+                      12) +
+           cookie;
+}
+
 bool makesSense(const AudioStreamBasicDescription &format)
 {
     return std::isfinite(format.sampleRate) && format.sampleRate >= 1000 && format.sampleRate <= 384000 &&
@@ -94,12 +105,13 @@ std::unique_ptr<AudioDecoder> AudioDecoder::make(const AudioStreamBasicDescripti
     av_channel_layout_default(&context->ch_layout, int(format.channelsPerFrame));
     context->pkt_timebase = {1, context->sample_rate};
     if (!cookie.isEmpty()) {
-        const auto size = std::size_t(cookie.size());
+        const QByteArray extradata = extradataFor(format, cookie);
+        const auto size = std::size_t(extradata.size());
         context->extradata = static_cast<uint8_t *>(av_mallocz(size + AV_INPUT_BUFFER_PADDING_SIZE));
         if (!context->extradata)
             return nullptr;
         context->extradata_size = int(size);
-        std::memcpy(context->extradata, cookie.constData(), size);
+        std::memcpy(context->extradata, extradata.constData(), size);
     }
     if (avcodec_open2(context, codec, nullptr) < 0)
         return nullptr;

@@ -16,7 +16,7 @@ class AudioDecoder
 {
 public:
     // Returns nullptr when there is no decoder for the format. The cookie is the codec's out-of-band
-    // configuration; empty when there is none.
+    // configuration, an AudioSpecificConfig or an ALACSpecificConfig; empty when there is none.
     static std::unique_ptr<AudioDecoder> make(const AudioStreamBasicDescription &format,
                                               const QByteArray &cookie = {});
     ~AudioDecoder();

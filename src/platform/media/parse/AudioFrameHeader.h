@@ -18,6 +18,7 @@ struct AudioFrameHeader
     AudioFormat format = AudioFormat::none;
 };
 
+inline constexpr quint32 maxAdtsFrameBytes = 8191; // as many as its header can say
 // Bytes that readAudioFrameHeader needs.
 inline constexpr qsizetype audioFrameHeaderBytes = 7;
 

@@ -48,6 +48,7 @@ qsizetype FrameScanner::scan(QByteArrayView bytes, std::vector<AudioStreamPacket
         const qint64 skipped = std::min<qint64>(m_skip, bytes.size() - at);
         at += skipped;
         m_skip -= skipped;
+        m_tagBytes += skipped;
         if (m_skip > 0)
             break;
         if (m_state == State::InStep)

@@ -24,6 +24,8 @@ public:
 
     // The header of the first frame; nullopt before one was found.
     const std::optional<AudioFrameHeader> &firstHeader() const { return m_first; }
+    // Bytes of tags skipped so far.
+    qint64 tagBytes() const { return m_tagBytes; }
 
 private:
     enum class State { AtStart, InStep, Searching };
@@ -36,6 +38,7 @@ private:
     State m_state = State::AtStart;
     quint32 m_key = 0;
     qint64 m_skip = 0; // bytes of a tag still to come
+    qint64 m_tagBytes = 0;
     std::optional<AudioFrameHeader> m_first;
 };
 

@@ -1,19 +1,21 @@
 #include "platform/media/parse/FramedAudioFileStream.h"
 
 #include "platform/media/parse/FrameScanner.h"
-#include "platform/media/parse/HeAacProbe.h"
+#include "platform/media/parse/PacketOutlet.h"
+#include "platform/media/parse/XingHeader.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace orvel {
 
 namespace {
 
+constexpr qint64 maxBytesWithoutFrame = 256 * 1024;
+
 class FramedAudioFileStream final : public AudioFileStream
 {
 public:
-    explicit FramedAudioFileStream(AudioFileStreamClient &client) : m_client(client) {}
+    explicit FramedAudioFileStream(AudioFileStreamClient &client) : m_outlet(*this, client) {}
 
     bool parseBytes(QByteArrayView bytes) override
     {
@@ -23,10 +25,14 @@ public:
             bytes = bytes.sliced(part.size());
             parsePart(part, false);
         }
-        return true;
+        return m_scanner.firstHeader() || m_position - m_scanner.tagBytes() <= maxBytesWithoutFrame;
     }
 
-    void finish() override { parsePart({}, true); }
+    void finish() override
+    {
+        parsePart({}, true);
+        m_outlet.finish();
+    }
 
     std::optional<AudioFileStreamSeek> seek(qint64 packet) const override
     {
@@ -45,25 +51,17 @@ public:
         m_unfinished.clear();
     }
 
-    std::optional<AudioStreamBasicDescription> dataFormat() const override
-    {
-        const auto &header = m_scanner.firstHeader();
-        if (!header)
-            return std::nullopt;
-        return AudioStreamBasicDescription{.sampleRate = double(header->sampleRate),
-                                           .format = header->format,
-                                           .framesPerPacket = header->framesPerPacket,
-                                           .channelsPerFrame = std::max(header->channels, 1u)};
-    }
-
-    std::vector<AudioStreamBasicDescription> formatList() const override
-    {
-        if (!m_highQualityFormat)
-            return {};
-        return {*m_highQualityFormat, *dataFormat()};
-    }
-
+    std::optional<AudioStreamBasicDescription> dataFormat() const override { return m_outlet.format(); }
+    std::vector<AudioStreamBasicDescription> formatList() const override { return m_outlet.formatList(); }
     std::optional<qint64> dataOffset() const override { return m_dataOffset; }
+    std::optional<quint64> audioDataByteCount() const override { return m_byteCount; }
+    std::optional<quint32> maximumPacketSize() const override
+    {
+        // A frame of two channels has less than 2,048 bytes.
+        const bool isBig = m_outlet.isOpen() && m_outlet.format()->channelsPerFrame > 2;
+        return isBig ? std::optional(maxAdtsFrameBytes) : std::nullopt;
+    }
+    std::optional<AudioTrim> trim() const override { return m_trim; }
 
 private:
     void parsePart(QByteArrayView part, bool isEnd)
@@ -76,90 +74,60 @@ private:
         }
         m_frames.clear();
         const qsizetype done = m_scanner.scan(bytes, m_frames, isEnd);
-        if (!m_dataOffset && !m_frames.empty())
-            m_dataOffset = m_position - bytes.size() + m_frames.front().startOffset;
-        if (m_dataOffset)
-            handOn(bytes, isEnd);
+        if (!m_outlet.isOpen())
+            open(bytes);
+        handOn(bytes);
         if (m_unfinished.empty())
             m_unfinished.assign(bytes.begin() + done, bytes.end());
         else
             m_unfinished.erase(m_unfinished.begin(), m_unfinished.begin() + done);
     }
 
-    void handOn(QByteArrayView bytes, bool isEnd)
+    // Opens the outlet with the first frame of sound.
+    void open(QByteArrayView bytes)
     {
-        if (!m_isReady) {
-            if (!isFormatKnown(bytes) && !isEnd) {
-                hold(bytes);
-                return;
-            }
-            tellProperties();
-            deliver(std::exchange(m_heldBytes, {}), std::exchange(m_heldFrames, {}));
-        }
-        deliver(bytes, m_frames);
-    }
-
-    void tellProperties()
-    {
-        m_isReady = true;
-        m_client.handlePropertyChange(*this, AudioFileStreamProperty::DataFormat);
-        if (m_highQualityFormat)
-            m_client.handlePropertyChange(*this, AudioFileStreamProperty::FormatList);
-        m_client.handlePropertyChange(*this, AudioFileStreamProperty::DataOffset);
-        m_client.handlePropertyChange(*this, AudioFileStreamProperty::ReadyToProducePackets);
-    }
-
-    void deliver(QByteArrayView bytes, const std::vector<AudioStreamPacketDescription> &frames)
-    {
-        if (frames.empty())
+        if (m_frames.empty())
             return;
-        m_packets += qint64(frames.size());
-        for (const AudioStreamPacketDescription &frame : frames)
-            m_packetBytes += frame.dataByteSize;
-        m_client.handlePacket(*this, quint32(frames.size()), bytes, frames);
-    }
-
-    // Decodes the new frames until they show whether the stream is HE-AAC.
-    bool isFormatKnown(QByteArrayView bytes)
-    {
         const AudioFrameHeader &header = *m_scanner.firstHeader();
-        if (!HeAacProbe::isNeededFor(header))
-            return true;
-        if (!m_probe)
-            m_probe = std::make_unique<HeAacProbe>(header);
-        for (const AudioStreamPacketDescription &frame : m_frames) {
-            if (m_probe->feed(bytes.sliced(frame.startOffset, frame.dataByteSize))) {
-                m_highQualityFormat = m_probe->highQualityFormat();
-                m_probe.reset();
-                return true;
+        if (!m_hasSeenFirstFrame) {
+            m_hasSeenFirstFrame = true;
+            const AudioStreamPacketDescription first = m_frames.front();
+            const QByteArrayView frame = bytes.sliced(first.startOffset, first.dataByteSize);
+            if (const auto xing = readXingHeader(frame, header)) {
+                m_trim = xing->trim;
+                if (xing->byteCount > first.dataByteSize)
+                    m_byteCount = *xing->byteCount - first.dataByteSize;
+                m_frames.erase(m_frames.begin());
             }
         }
-        return false;
+        if (m_frames.empty())
+            return;
+        m_dataOffset = m_position - bytes.size() + m_frames.front().startOffset;
+        m_outlet.open({.sampleRate = double(header.sampleRate),
+                       .format = header.format,
+                       .framesPerPacket = header.framesPerPacket,
+                       .channelsPerFrame = std::max(header.channels, 1u)},
+                      {});
     }
 
-    void hold(QByteArrayView bytes)
+    void handOn(QByteArrayView bytes)
     {
-        for (AudioStreamPacketDescription frame : m_frames) {
-            const QByteArrayView packet = bytes.sliced(frame.startOffset, frame.dataByteSize);
-            frame.startOffset = m_heldBytes.size();
-            m_heldFrames.push_back(frame);
-            m_heldBytes.append(packet);
-        }
+        m_packets += qint64(m_frames.size());
+        for (const AudioStreamPacketDescription &frame : m_frames)
+            m_packetBytes += frame.dataByteSize;
+        m_outlet.take(bytes, m_frames);
     }
 
-    AudioFileStreamClient &m_client;
+    PacketOutlet m_outlet;
     FrameScanner m_scanner;
     std::vector<char> m_unfinished; // what the scanner wants to see again: less than a frame and a header
     std::vector<AudioStreamPacketDescription> m_frames;
     qint64 m_position = 0; // in the file, of the next byte that is pushed
+    bool m_hasSeenFirstFrame = false;
     std::optional<qint64> m_dataOffset;
-    bool m_isReady = false;
-    std::unique_ptr<HeAacProbe> m_probe;
-    std::optional<AudioStreamBasicDescription> m_highQualityFormat;
-    // Frames found before the probe has answered.
-    QByteArray m_heldBytes;
-    std::vector<AudioStreamPacketDescription> m_heldFrames;
-    // Handed on so far.
+    std::optional<quint64> m_byteCount;
+    std::optional<AudioTrim> m_trim;
+    // Found so far.
     qint64 m_packets = 0;
     qint64 m_packetBytes = 0;
 };

@@ -5,19 +5,16 @@
 namespace orvel {
 
 namespace {
-constexpr int framesToDecode = 6; // about a quarter of a second
+constexpr int packetsToDecode = 6; // about a quarter of a second
 } // namespace
 
-bool HeAacProbe::isNeededFor(const AudioFrameHeader &header)
+bool HeAacProbe::isNeededFor(const AudioStreamBasicDescription &format)
 {
-    return header.format == AudioFormat::mpeg4Aac && header.sampleRate <= 24000;
+    return format.format == AudioFormat::mpeg4Aac && format.sampleRate <= 24000;
 }
 
-HeAacProbe::HeAacProbe(const AudioFrameHeader &header)
-    : m_header(header)
-    , m_decoder(AudioDecoder::make({.sampleRate = double(header.sampleRate),
-                                    .format = AudioFormat::mpeg4Aac,
-                                    .channelsPerFrame = std::max(header.channels, 1u)}))
+HeAacProbe::HeAacProbe(const AudioStreamBasicDescription &format, const QByteArray &cookie)
+    : m_format(format), m_decoder(AudioDecoder::make(format, cookie))
 {
 }
 
@@ -27,16 +24,17 @@ bool HeAacProbe::feed(QByteArrayView packet)
         return true;
     m_decoder->decode(packet);
     while (const AVFrame *frame = m_decoder->nextFrame()) {
-        if (quint32(frame->sample_rate) != 2 * m_header.sampleRate)
+        if (double(frame->sample_rate) != 2 * m_format.sampleRate)
             continue;
         const auto channels = quint32(frame->ch_layout.nb_channels);
-        const bool parametricStereo = m_header.channels == 1 && channels == 2;
-        m_format = {.sampleRate = double(frame->sample_rate),
-                    .format = parametricStereo ? AudioFormat::mpeg4AacHeV2 : AudioFormat::mpeg4AacHe,
-                    .framesPerPacket = 2 * m_header.framesPerPacket,
-                    .channelsPerFrame = channels};
+        const bool parametricStereo = m_format.channelsPerFrame == 1 && channels == 2;
+        m_highQualityFormat = {.sampleRate = double(frame->sample_rate),
+                               .format =
+                                   parametricStereo ? AudioFormat::mpeg4AacHeV2 : AudioFormat::mpeg4AacHe,
+                               .framesPerPacket = 2 * m_format.framesPerPacket,
+                               .channelsPerFrame = channels};
     }
-    return m_format || ++m_frames == framesToDecode;
+    return m_highQualityFormat || ++m_packets == packetsToDecode;
 }
 
 } // namespace orvel

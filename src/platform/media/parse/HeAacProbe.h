@@ -1,31 +1,34 @@
 #pragma once
 
 #include "platform/media/codec/AudioDecoder.h"
-#include "platform/media/parse/AudioFrameHeader.h"
 
 #include <optional>
 
 namespace orvel {
 
-// Finds out whether an ADTS stream is HE-AAC. The headers say only the core's sample rate and channels; the
-// decoded frames show the doubled rate. A stream joined in the middle may need some frames to show it.
+// Finds out whether AAC is HE-AAC. ADTS headers say only the core's sample rate and channels, as do many
+// cookies; the decoded packets show the doubled rate. A stream joined in the middle may need some packets to
+// show it.
 class HeAacProbe
 {
 public:
-    // Returns whether the header leaves the question open. Cores above 24 kHz are plain AAC.
-    static bool isNeededFor(const AudioFrameHeader &header);
+    // Returns whether the core's format leaves the question open. Cores above 24 kHz are plain AAC.
+    static bool isNeededFor(const AudioStreamBasicDescription &format);
 
-    explicit HeAacProbe(const AudioFrameHeader &header);
-    // Returns true when the question is answered, at the latest after some frames.
+    HeAacProbe(const AudioStreamBasicDescription &format, const QByteArray &cookie);
+    // Returns true when the question is answered, at the latest after some packets.
     bool feed(QByteArrayView packet);
-    // The format of the decoded frames; nullopt unless it is HE-AAC.
-    const std::optional<AudioStreamBasicDescription> &highQualityFormat() const { return m_format; }
+    // The format of the decoded packets; nullopt unless it is HE-AAC.
+    const std::optional<AudioStreamBasicDescription> &highQualityFormat() const
+    {
+        return m_highQualityFormat;
+    }
 
 private:
-    AudioFrameHeader m_header;
+    AudioStreamBasicDescription m_format;
     std::unique_ptr<AudioDecoder> m_decoder;
-    int m_frames = 0;
-    std::optional<AudioStreamBasicDescription> m_format;
+    int m_packets = 0;
+    std::optional<AudioStreamBasicDescription> m_highQualityFormat;
 };
 
 } // namespace orvel
