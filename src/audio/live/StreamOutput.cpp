@@ -77,6 +77,13 @@ void StreamOutput::setVolume(float volume)
         m_outputQueue->setVolume(volume);
 }
 
+void StreamOutput::setMediaName(const QString &name)
+{
+    m_mediaName = name;
+    if (m_outputQueue)
+        m_outputQueue->setMediaName(name);
+}
+
 void StreamOutput::handlePropertyChange(AudioFileStream &stream, AudioFileStreamProperty property)
 {
     if (property == AudioFileStreamProperty::ReadyToProducePackets) {
@@ -117,7 +124,7 @@ RadioError StreamOutput::makeOutputQueue(const AudioStreamBasicDescription &form
                 MainQueue::async([last = std::move(output)] {});
             }
         },
-        OutputQueueOptions{.bufferReturn = BufferReturn::WhenTaken});
+        OutputQueueOptions{.bufferReturn = BufferReturn::WhenTaken, .mediaName = m_mediaName});
     if (!m_outputQueue)
         return RadioErrorAudioQueueCreate;
     m_bufferSize = bufferSizeFor(format, stream.packetSizeUpperBound());

@@ -46,6 +46,8 @@ public:
     bool isStarted() const { return m_queueStarted; }
     bool isBuffering() { return m_buffers.isBuffering(); }
     void setVolume(float volume);
+    // How the sound server's mixer names the sound.
+    void setMediaName(const QString &name);
     // How many buffers' bytes of packets start the sound.
     void setBufferCount(quint64 count) { m_bufferCount = count; }
 
@@ -74,6 +76,7 @@ private:
     quint32 m_bufferSize = 0; // bytes of an output buffer
     quint64 m_bufferCount = 6;
     float m_volume = 0.5F;
+    QString m_mediaName;
 
     std::unique_ptr<AudioFileStream> m_audioFileStream;
     std::optional<AudioStreamBasicDescription> m_hqASBD; // the high-quality format this parser has told

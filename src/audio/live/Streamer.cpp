@@ -38,6 +38,7 @@ Streamer::Streamer(const Url &url, StreamerServices services)
 
 Streamer::~Streamer()
 {
+    AudioSession::sharedInstance().removeInterruptionListener(this);
     NotificationCentre::defaultCentre().removeObserver(this);
     endTransferAndSound();
 }
@@ -54,12 +55,18 @@ void Streamer::observeNotifications()
     observe(Reachability::changedNotification, &Streamer::onReachabilityChanged);
     observe(applicationDidEnterBackground, &Streamer::onBackground);
     observe(applicationWillEnterForeground, &Streamer::onForeground);
+    AudioSession::sharedInstance().setInterruptionListener(
+        this, [weak = std::weak_ptr(self())](InterruptionState state) {
+            if (const std::shared_ptr<Streamer> streamer = weak.lock())
+                streamer->onInterruption(state);
+        });
 }
 
 void Streamer::play()
 {
     if (m_shutdown || m_isPlaying)
         return;
+    m_pausedByInterruption = false;
     m_isPaused = false;
     if (!m_network.begin()) {
         fail(RadioErrorHostNotReachable);
@@ -72,6 +79,7 @@ void Streamer::play()
 
 void Streamer::pause()
 {
+    m_pausedByInterruption = false;
     // While a reconnection is waited for the player counts as paused, and a pause ends the wait.
     if (!m_shutdown && (!m_isPaused || m_network.isWaitingForReconnection()))
         stop(StopReason::ByListener);
@@ -121,6 +129,7 @@ void Streamer::shutdown()
     pause();
     m_shutdown = true;
     m_background.end();
+    AudioSession::sharedInstance().removeInterruptionListener(this);
     NotificationCentre::defaultCentre().removeObserver(this);
 }
 
@@ -172,6 +181,17 @@ void Streamer::onReachabilityChanged()
     }
 }
 
+void Streamer::onInterruption(InterruptionState state)
+{
+    if (state == InterruptionState::End) {
+        if (m_pausedByInterruption)
+            play();
+    } else if (m_isPlaying) {
+        pause();
+        m_pausedByInterruption = true;
+    }
+}
+
 void Streamer::onBackground()
 {
     if (m_radioState == RadioStateConnecting || m_radioState == RadioStateBuffering)
@@ -205,10 +225,24 @@ bool Streamer::openParser()
     return m_output->openParser(fileTypeHint(m_connection->icyStream().contentType()));
 }
 
+void Streamer::icyMetadataReady()
+{
+    nameSound();
+    tell(&RadioDelegate::radioMetadataReady);
+}
+
 void Streamer::icyTitleChanged(const QString &title)
 {
     m_radioTitle = title;
+    nameSound();
     tell(&RadioDelegate::radioTitleChanged);
+}
+
+void Streamer::nameSound()
+{
+    QStringList parts{radioName(), m_radioTitle};
+    parts.removeAll(QString());
+    m_output->setMediaName(parts.join(QStringLiteral(" - ")));
 }
 
 void Streamer::outputPrepared(quint32 bufferSize)

@@ -4,6 +4,7 @@
 #include "audio/live/Radio.h"
 #include "audio/live/StreamConnection.h"
 #include "audio/live/StreamOutput.h"
+#include "platform/media/output/AudioSession.h"
 #include "platform/media/output/SoundOutput.h"
 #include "platform/media/parse/FramedAudioFileStream.h"
 
@@ -62,6 +63,7 @@ private:
     void tell(void (RadioDelegate::*operation)(Radio &));
 
     void onReachabilityChanged();
+    void onInterruption(InterruptionState state);
     void onBackground();
     void onForeground() { m_background.end(); }
 
@@ -74,9 +76,11 @@ private:
     // Deliberate: a parser that can't be opened for a bare answer is not an error, its sound is dropped
     // (StreamerTest.ReadsABareAnswerAndOpensASecondParserForIt).
     bool icyHeadersEnded() override { return openParser(); }
-    void icyMetadataReady() override { tell(&RadioDelegate::radioMetadataReady); }
+    void icyMetadataReady() override;
     void icyTitleChanged(const QString &title) override;
     bool icyAudioGathered(QByteArrayView audio) override { return m_output->parse(audio); }
+
+    void nameSound();
 
     void outputPrepared(quint32 bufferSize) override;
     void packetsWaiting(std::size_t bytes, std::size_t startThreshold) override;
@@ -89,6 +93,7 @@ private:
     NetworkWait m_network;
     const std::shared_ptr<StreamConnection> m_connection;
     const std::shared_ptr<StreamOutput> m_output;
+    bool m_pausedByInterruption = false; // and not touched since
     bool m_shutdown = false;
 };
 

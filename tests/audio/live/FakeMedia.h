@@ -144,8 +144,10 @@ inline StreamerServices FakeMedia::services()
             },
             .newOutputQueue = [this](const AudioStreamBasicDescription &,
                                      OutputQueue::BufferCallback callback,
-                                     const OutputQueueOptions &) -> std::shared_ptr<OutputQueue> {
+                                     const OutputQueueOptions &options) -> std::shared_ptr<OutputQueue> {
                 queue = makesQueues ? std::make_shared<FakeOutputQueue>(*this, std::move(callback)) : nullptr;
+                if (queue)
+                    queue->mediaName = options.mediaName;
                 return queue;
             },
             .reachability = network.monitors()};

@@ -267,6 +267,7 @@ TEST_F(StreamerTest, APauseDropsWhatWaits)
     startPlaying({{mp3Head, Send{QByteArray(4200, 's')}, Stall{}},
                   {mp3Head, Send{QByteArray(4096, 't')}, WaitForRelease{}}});
     EXPECT_TRUE(AudioSession::sharedInstance().isActive());
+    EXPECT_EQ(media.queue->mediaName, "Nord");
     streamer->pause();
     EXPECT_TRUE(streamer->isPaused());
     EXPECT_FALSE(AudioSession::sharedInstance().isActive());
@@ -279,6 +280,31 @@ TEST_F(StreamerTest, APauseDropsWhatWaits)
     EXPECT_FALSE(media.queue->played.contains('s'));
     EXPECT_EQ(network->started, 1);
     EXPECT_FALSE(streamer->isPaused());
+}
+
+TEST_F(StreamerTest, PausesForAnInterruptionAndGoesOnUnlessTouched)
+{
+    enum class Touch { None, Pause, PlayAndPause };
+    const auto interrupt = [&](InterruptionState state) {
+        AudioSession::interrupt(state);
+        letEventsRun();
+    };
+    for (const Touch touch : {Touch::None, Touch::Pause, Touch::PlayAndPause}) {
+        startPlaying({{mp3Head, sound, Stall{}}, {mp3Head, sound, Stall{}}, {mp3Head, sound, Stall{}}});
+        interrupt(InterruptionState::Begin);
+        EXPECT_EQ(player->states.back(), RadioStateStopped);
+        EXPECT_TRUE(streamer->isPaused());
+        if (touch == Touch::PlayAndPause)
+            streamer->play();
+        if (touch != Touch::None)
+            streamer->pause();
+        interrupt(InterruptionState::End);
+        EXPECT_EQ(streamer->isPlaying(), touch == Touch::None);
+    }
+    // Who was silent stays so.
+    interrupt(InterruptionState::Begin);
+    interrupt(InterruptionState::End);
+    EXPECT_FALSE(streamer->isPlaying());
 }
 
 TEST_F(StreamerTest, EachLossHasAWaitOfItsOwn)

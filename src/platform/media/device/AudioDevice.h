@@ -5,6 +5,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace orvel {
 
@@ -13,8 +14,8 @@ struct AudioDeviceRequest
     int sampleRate = 0;
     int channels = 0;                           // 1 or 2
     const std::atomic<float> *volume = nullptr; // 0.0 to 1.0; read whenever sound is made
-    // The device calls it, on any thread, when it runs at the pace of its data and has none. Devices that
-    // keep the time never call it.
+    // The device calls it, on any thread and with a lock held, when it takes more. Devices that neither run
+    // at the pace of their data nor are asked by a server never call it.
     std::function<void()> wantsData = {};
     double ringSeconds = 2; // of sound, that the device takes ahead
     QString mediaName = {}; // how a sound server's mixer names the sound
@@ -48,6 +49,14 @@ public:
     virtual qint64 write(const float *samples, qint64 frames) = 0;
     virtual qint64 written() const = 0;  // frames, since the device was opened
     virtual qint64 consumed() const = 0; // the frames among them that have gone on to be heard
+    // Returns how many frames are to be heard before a refill is due. nullopt for a device that asks for data
+    // with wantsData.
+    virtual std::optional<qint64> framesUntilRefill() const
+    {
+        return written() - consumed() - capacity() / 2;
+    }
+    // Whether the sound stands still although the device is told to play.
+    virtual bool isStanding() const { return false; }
     // The volume has changed.
     virtual void followVolume() {}
     virtual void setMediaName(const QString & /*name*/) {}

@@ -4,6 +4,7 @@
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/media/device/AudioBackEnd.h"
 #include "platform/media/device/NullAudioDevice.h"
+#include "platform/media/device/PulseAudioDevice.h"
 #include "platform/media/device/SdlAudioDevice.h"
 
 namespace orvel {
@@ -12,6 +13,7 @@ namespace {
 
 // In the order in which they are tried.
 constexpr AudioBackEnd backEnds[] = {
+    {PulseAudioDevice::open, PulseAudioDevice::leaveThread, PulseAudioDevice::quit},
     {SdlAudioDevice::open, SdlAudioDevice::leaveThread, SdlAudioDevice::quit},
 };
 

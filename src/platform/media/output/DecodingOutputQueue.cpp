@@ -213,12 +213,15 @@ void DecodingOutputQueue::run()
 
 void DecodingOutputQueue::notePosition()
 {
+    // A device's lock may be held while the device wakes this queue.
+    const Position position{m_line.playedSeconds(), m_line.secondsAhead(), std::chrono::steady_clock::now()};
     const std::lock_guard lock(m_mutex);
     // Other orders that have come since stand for another time.
     if (m_orders.transport != Transport::Playing || m_orders.reset)
         return;
-    m_position = {std::max(m_line.playedSeconds(), playedSeconds()), m_line.secondsAhead(),
-                  std::chrono::steady_clock::now()};
+    const double before = playedSeconds();
+    m_position = position;
+    m_position.playedSeconds = std::max(position.playedSeconds, before);
 }
 
 DecodingOutputQueue::Orders

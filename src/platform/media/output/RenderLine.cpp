@@ -138,7 +138,7 @@ std::optional<std::chrono::milliseconds> RenderLine::nextLook() const
         return std::nullopt;
     const qint64 toMark = m_marks.empty() ? level() : m_marks.front().end - m_device->consumed();
     const bool hasMore = m_item || !m_samples.empty();
-    const qint64 toRefill = hasMore ? level() - m_device->capacity() / 2 : toMark;
+    const qint64 toRefill = hasMore ? m_device->framesUntilRefill().value_or(toMark) : toMark;
     const qint64 milliseconds = std::min(toMark, toRefill) * 1000 / m_device->sampleRate() + 1;
     return std::chrono::milliseconds(std::clamp<qint64>(milliseconds, 10, 1000));
 }
@@ -150,7 +150,8 @@ double RenderLine::playedSeconds() const
 
 double RenderLine::secondsAhead() const
 {
-    return m_device && m_isPlaying ? double(level()) / m_device->sampleRate() : 0;
+    const bool isRunning = m_device && m_isPlaying && !m_device->isStanding();
+    return isRunning ? double(level()) / m_device->sampleRate() : 0;
 }
 
 std::vector<OutputBuffer *> RenderLine::reset()

@@ -1,0 +1,373 @@
+#include "platform/media/device/PulseAudioDevice.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+#include <utility>
+
+namespace orvel {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+// Less than the server's longest sink and its queue for the stream hold would end the sound between two of
+// its requests.
+constexpr double keptSeconds = 4;
+constexpr milliseconds serverQueue(1000);
+constexpr milliseconds startLevel(50);
+// From what is heard now to the first frame that can still be exchanged for a louder or softer one.
+constexpr milliseconds exchangeDelay(30);
+constexpr milliseconds volumeRamp(20);
+// Sent in one piece while the queue still decodes.
+constexpr milliseconds piece(250);
+
+void ignore(pa_operation *operation)
+{
+    if (operation)
+        pa_operation_unref(operation);
+}
+
+QByteArray nameOf(const QString &name)
+{
+    return (name.isEmpty() ? QCoreApplication::applicationName() : name).toUtf8();
+}
+
+} // namespace
+
+AudioBackEnd::Opening PulseAudioDevice::open(const AudioDeviceRequest &request)
+{
+    // Who names a driver of SDL's wants SDL.
+    if (!qEnvironmentVariableIsEmpty("SDL_AUDIODRIVER"))
+        return {};
+    std::unique_ptr<PulseAudioDevice> device(new PulseAudioDevice(request));
+    device->m_isAdded = PulseAudioServer::instance().add(*device);
+    if (!device->m_isAdded)
+        return {};
+    return {std::move(device)};
+}
+
+PulseAudioDevice::PulseAudioDevice(const AudioDeviceRequest &request)
+    : AudioDevice(request)
+    , m_volume(*request.volume)
+    , m_wantsData(request.wantsData)
+    , m_interrupted(request.interrupted)
+    , m_standing(milliseconds(qint64(1000 * request.standingSeconds)))
+    , m_frameBytes(std::size_t(request.channels) * sizeof(float))
+    , m_mediaName(nameOf(request.mediaName))
+    , m_sound(qint64(std::max(keptSeconds, request.ringSeconds + 2.5) * request.sampleRate), request.channels)
+    , m_curve(*request.volume)
+{
+    countSilenceFromNow();
+}
+
+PulseAudioDevice::~PulseAudioDevice()
+{
+    if (!m_isAdded)
+        return;
+    const PulseAudioServer::Lock lock;
+    PulseAudioServer &server = PulseAudioServer::instance();
+    server.remove(*this);
+    if (m_isInterrupted && m_stream)
+        server.awaitUncork(std::move(m_stream), [interrupted = m_interrupted] { interrupted(false); });
+    m_stream.reset();
+}
+
+void PulseAudioDevice::setPlaying(bool playing)
+{
+    const PulseAudioServer::Lock lock;
+    if (playing != m_isPlaying) {
+        noteHeard();
+        m_isPlaying = playing;
+        countSilenceFromNow();
+    }
+    followTransport();
+    if (!m_isCorked)
+        send();
+}
+
+qint64 PulseAudioDevice::write(const float *samples, qint64 frames)
+{
+    const PulseAudioServer::Lock lock;
+    noteHeard();
+    if (m_heard == written())
+        countSilenceFromNow(); // after a gap the clock does not catch up
+    const qint64 room = std::min(capacity() - (written() - taken()), m_sound.size() - (written() - m_heard));
+    frames = std::clamp<qint64>(room, 0, frames);
+    m_sound.append(samples, frames);
+    if (!m_isCorked && written() - m_sent >= framesIn(piece))
+        send();
+    return frames;
+}
+
+qint64 PulseAudioDevice::consumed() const
+{
+    const PulseAudioServer::Lock lock;
+    noteHeard();
+    return m_heard;
+}
+
+std::optional<qint64> PulseAudioDevice::framesUntilRefill() const
+{
+    const PulseAudioServer::Lock lock;
+    if (!isGone())
+        return std::nullopt; // the server asks
+    noteHeard();
+    return written() - m_heard - capacity() / 2;
+}
+
+bool PulseAudioDevice::isStanding() const
+{
+    const PulseAudioServer::Lock lock;
+    return m_isInterrupted || (isGone() ? Clock::now() < m_silentSince : m_isCorked);
+}
+
+void PulseAudioDevice::followVolume()
+{
+    const PulseAudioServer::Lock lock;
+    const float volume = m_volume;
+    if (volume == m_curve.volume())
+        return;
+    noteHeard();
+    const qint64 from = std::min(m_sent, std::max(m_origin, m_heard + framesIn(exchangeDelay)));
+    m_curve.change(volume, from, framesIn(volumeRamp));
+    if (isReady())
+        put(from, m_sent - from, PA_SEEK_ABSOLUTE);
+}
+
+void PulseAudioDevice::setMediaName(const QString &name)
+{
+    const PulseAudioServer::Lock lock;
+    m_mediaName = nameOf(name);
+    if (isReady())
+        ignore(pa_stream_set_name(m_stream.get(), m_mediaName.constData(), nullptr, nullptr));
+}
+
+void PulseAudioDevice::serverAnswers(pa_context &context)
+{
+    if (!isGone())
+        return;
+    noteHeard();
+    m_origin = m_sent = m_heard;
+    m_isCorked = true;
+    m_isUnderrun = false;
+    m_stream = newStream(context);
+    if (!m_stream || !connectStream())
+        PulseAudioServer::instance().streamHasFailed();
+}
+
+PulseAudioHandle<pa_stream> PulseAudioDevice::newStream(pa_context &context)
+{
+    const pa_sample_spec specification{PA_SAMPLE_FLOAT32NE, uint32_t(sampleRate()), uint8_t(channels())};
+    PulseAudioHandle<pa_proplist> properties(pa_proplist_new());
+    pa_proplist_sets(properties.get(), PA_PROP_MEDIA_ROLE, "music");
+    PulseAudioHandle<pa_stream> stream(pa_stream_new_with_proplist(
+        &context, m_mediaName.constData(), &specification, nullptr, properties.get()));
+    if (!stream)
+        return nullptr;
+    pa_stream_set_state_callback(
+        stream.get(), [](pa_stream *, void *device) { static_cast<PulseAudioDevice *>(device)->onState(); },
+        this);
+    pa_stream_set_write_callback(
+        stream.get(),
+        [](pa_stream *, std::size_t, void *device) { static_cast<PulseAudioDevice *>(device)->onRequest(); },
+        this);
+    pa_stream_set_underflow_callback(
+        stream.get(),
+        [](pa_stream *, void *device) { static_cast<PulseAudioDevice *>(device)->m_isUnderrun = true; },
+        this);
+    pa_stream_set_started_callback(
+        stream.get(),
+        [](pa_stream *, void *device) { static_cast<PulseAudioDevice *>(device)->m_isUnderrun = false; },
+        this);
+    pa_stream_set_event_callback(
+        stream.get(),
+        [](pa_stream *, const char *event, pa_proplist *, void *device) {
+            static_cast<PulseAudioDevice *>(device)->onEvent(event);
+        },
+        this);
+    return stream;
+}
+
+bool PulseAudioDevice::connectStream()
+{
+    constexpr auto byServer = uint32_t(-1);
+    const auto bytes = [&](Clock::duration time) {
+        return uint32_t(std::size_t(framesIn(time)) * m_frameBytes);
+    };
+    const pa_buffer_attr buffer{.maxlength = byServer,
+                                .tlength = bytes(serverQueue),
+                                .prebuf = bytes(startLevel),
+                                .minreq = byServer,
+                                .fragsize = byServer};
+    // An uncorked start loses the frames that an idle sink has already passed.
+    constexpr int flags =
+        PA_STREAM_START_CORKED | PA_STREAM_INTERPOLATE_TIMING | PA_STREAM_AUTO_TIMING_UPDATE;
+    return pa_stream_connect_playback(m_stream.get(), nullptr, &buffer, pa_stream_flags_t(flags), nullptr,
+                                      nullptr) == 0;
+}
+
+void PulseAudioDevice::onState()
+{
+    const pa_stream_state_t state = pa_stream_get_state(m_stream.get());
+    if (state == PA_STREAM_READY) {
+        PulseAudioServer::instance().streamWorks();
+        followTransport();
+    } else if (!PA_STREAM_IS_GOOD(state)) {
+        beginSilence();
+        PulseAudioServer::instance().streamHasFailed();
+    }
+}
+
+void PulseAudioDevice::onRequest()
+{
+    if (!m_isCorked)
+        send();
+    m_wantsData();
+}
+
+void PulseAudioDevice::onEvent(const char *name)
+{
+    const bool begins = qstrcmp(name, PA_STREAM_EVENT_REQUEST_CORK) == 0;
+    if (begins == m_isInterrupted || (!begins && qstrcmp(name, PA_STREAM_EVENT_REQUEST_UNCORK) != 0))
+        return;
+    noteHeard();
+    m_isInterrupted = begins;
+    followTransport();
+    m_interrupted(begins);
+    m_wantsData();
+}
+
+bool PulseAudioDevice::isReady() const
+{
+    return m_stream && pa_stream_get_state(m_stream.get()) == PA_STREAM_READY;
+}
+
+bool PulseAudioDevice::isGone() const
+{
+    return !m_stream || !PA_STREAM_IS_GOOD(pa_stream_get_state(m_stream.get()));
+}
+
+void PulseAudioDevice::beginSilence()
+{
+    m_goneAt = Clock::now();
+    // The stream no longer tells its time.
+    if (isToSound() && !m_isUnderrun)
+        m_heard = std::clamp(m_heard + framesIn(m_goneAt - m_seen), m_heard, std::max(m_heard, m_sent));
+    if (std::exchange(m_isInterrupted, false))
+        m_interrupted(false);
+    countSilenceFromNow();
+    m_wantsData();
+}
+
+void PulseAudioDevice::countSilenceFromNow()
+{
+    m_silentFrom = m_heard;
+    m_silentSince = std::max(Clock::now(), m_goneAt + m_standing);
+}
+
+void PulseAudioDevice::noteHeard() const
+{
+    const Clock::time_point now = Clock::now();
+    if (!isToSound())
+        return;
+    if (isGone()) {
+        const qint64 due = m_silentFrom + framesIn(std::max(now - m_silentSince, Clock::duration()));
+        m_heard = std::clamp(due, m_heard, written());
+    } else if (const std::optional<qint64> frames = streamFrames()) {
+        m_heard = std::clamp(m_origin + *frames, m_heard, std::max(m_heard, m_sent));
+    }
+    m_seen = now;
+}
+
+// Frames of the stream that have been heard.
+std::optional<qint64> PulseAudioDevice::streamFrames() const
+{
+    if (!isReady())
+        return std::nullopt;
+    const pa_timing_info *timing = pa_stream_get_timing_info(m_stream.get());
+    if (timing && !timing->playing && timing->since_underrun >= 0) {
+        // Nothing follows what was read, which leaves the sink bit by bit. The stream's time would stay
+        // behind by what the sink still holds.
+        const qint64 elapsed = qint64(pa_timeval_age(&timing->timestamp));
+        const qint64 behind = qint64(timing->sink_usec) - elapsed;
+        const qint64 read = timing->read_index / qint64(m_frameBytes);
+        const qint64 silence = timing->since_underrun / qint64(m_frameBytes);
+        return std::min(read, read + silence - behind * sampleRate() / 1'000'000);
+    }
+    pa_usec_t time = 0;
+    if (pa_stream_get_time(m_stream.get(), &time) < 0)
+        return std::nullopt;
+    return qint64(time) * sampleRate() / 1'000'000;
+}
+
+// The frames that the server's sink has taken, or that have passed in silence.
+qint64 PulseAudioDevice::taken() const
+{
+    if (isGone())
+        return m_heard;
+    if (!isReady())
+        return m_sent;
+    const std::size_t asked = pa_stream_writable_size(m_stream.get());
+    const std::size_t queue = pa_stream_get_buffer_attr(m_stream.get())->tlength;
+    return std::max(m_heard, m_sent - framesOf(queue - std::min(queue, asked)));
+}
+
+void PulseAudioDevice::send()
+{
+    if (!isReady())
+        return;
+    const qint64 frames = std::min(written() - m_sent, framesOf(pa_stream_writable_size(m_stream.get())));
+    if (frames <= 0)
+        return;
+    put(m_sent, frames, PA_SEEK_RELATIVE);
+    m_sent += frames;
+    if (m_isUnderrun)
+        ignore(pa_stream_trigger(m_stream.get(), nullptr, nullptr));
+}
+
+void PulseAudioDevice::put(qint64 from, qint64 frames, pa_seek_mode_t mode)
+{
+    while (frames > 0) {
+        void *data = nullptr;
+        std::size_t bytes = std::size_t(frames) * m_frameBytes;
+        if (pa_stream_begin_write(m_stream.get(), &data, &bytes) < 0)
+            return;
+        const qint64 count = framesOf(bytes);
+        auto *samples = static_cast<float *>(data);
+        m_sound.copy(from, count, samples);
+        m_curve.apply(samples, from, count, channels());
+        const int64_t offset = mode == PA_SEEK_ABSOLUTE ? (from - m_origin) * int64_t(m_frameBytes) : 0;
+        pa_stream_write(m_stream.get(), data, std::size_t(count) * m_frameBytes, nullptr, offset, mode);
+        mode = PA_SEEK_RELATIVE;
+        from += count;
+        frames -= count;
+    }
+}
+
+// Corks or uncorks the stream. Only the first frames are sent to a corked stream: what comes shortly before a
+// cork may end an underrun, and the server then drops what it has in the sink.
+void PulseAudioDevice::followTransport()
+{
+    const bool corks = !isToSound();
+    if (!isReady() || corks == m_isCorked)
+        return;
+    if (!corks && m_sent == m_origin)
+        send();
+    if (!corks && m_sent == m_origin)
+        return;
+    m_isCorked = corks;
+    ignore(pa_stream_cork(m_stream.get(), corks, nullptr, nullptr));
+    if (corks)
+        return;
+    // A sound shorter than the start level would wait for ever.
+    if (m_sent - m_origin < framesIn(startLevel))
+        ignore(pa_stream_trigger(m_stream.get(), nullptr, nullptr));
+    m_wantsData();
+}
+
+qint64 PulseAudioDevice::framesIn(Clock::duration time) const
+{
+    return qint64(std::chrono::duration<double>(time).count() * sampleRate());
+}
+
+} // namespace orvel

@@ -1,0 +1,236 @@
+#include "platform/media/output/AudioSession.h"
+#include "platform/media/output/ToneFeeder.h"
+#include "support/PulseServer.h"
+#include "support/SoundComparison.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <thread>
+
+using namespace orvel;
+using namespace orvel::test;
+
+namespace {
+
+constexpr double rate = 44100;
+
+class PulseAudioTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!PulseServer::isThere())
+            GTEST_SKIP() << "PulseAudio is not installed";
+        joinOutputQueues();
+        ASSERT_TRUE(server.start());
+        server.answerPlayers();
+    }
+    ~PulseAudioTest() override { joinOutputQueues(); }
+
+    PulseServer server;
+};
+
+void rest(double seconds)
+{
+    const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    while (std::chrono::steady_clock::now() < until) {
+        letEventsRun();
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+}
+
+using Frames = std::vector<std::pair<float, float>>;
+
+// Pauses are silence in the midst of a sound.
+Frames withoutPauses(const std::vector<float> &samples)
+{
+    Frames frames;
+    for (std::size_t i = 0; i + 1 < samples.size(); i += 2)
+        if (samples[i] != 0 || samples[i + 1] != 0)
+            frames.emplace_back(samples[i], samples[i + 1]);
+    return frames;
+}
+
+// A recorded piece of a sound: where it begins and ends in the sound, in frames.
+struct Piece
+{
+    std::size_t begin;
+    std::size_t end;
+};
+
+std::vector<Piece> piecesOf(const Frames &sound, const Frames &recorded)
+{
+    constexpr std::ptrdiff_t sample = 8; // frames that stand once in the sound
+    std::vector<Piece> pieces;
+    auto at = recorded.begin();
+    while (recorded.end() - at >= sample) {
+        const auto found = std::search(sound.begin(), sound.end(), at, at + sample);
+        if (found == sound.end()) {
+            ADD_FAILURE() << "frame " << at - recorded.begin() << " of the recording is none of the sound's";
+            break;
+        }
+        const auto [here, there] = std::mismatch(at, recorded.end(), found, sound.end());
+        at = here;
+        pieces.push_back({std::size_t(found - sound.begin()), std::size_t(there - sound.begin())});
+    }
+    return pieces;
+}
+
+void expectWhole(const std::vector<Piece> &pieces, const Frames &sound)
+{
+    ASSERT_EQ(pieces.size(), 1u);
+    EXPECT_EQ(pieces[0].begin, 0u);
+    EXPECT_EQ(pieces[0].end, sound.size());
+}
+
+} // namespace
+
+TEST_F(PulseAudioTest, LosesNoFrameInPausesAndResumes)
+{
+    const EncodedTone tone = encodeTone({.seconds = 3});
+    const Frames sound = withoutPauses(decoded(tone));
+    const SinkRecorder recorder(server, 200);
+    ToneFeeder feeder(tone);
+    feeder.play();
+    for (const double pause : {0.3, 0.01, 0.1, 0.05, 0.4, 0.2}) {
+        rest(0.25 + pause / 7);
+        feeder.queue->pause();
+        const std::optional<double> time = feeder.queue->currentTime();
+        rest(pause);
+        EXPECT_EQ(feeder.queue->currentTime(), time);
+        feeder.queue->start();
+    }
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    expectWhole(piecesOf(sound, withoutPauses(recorder.soundUntilSilence())), sound);
+}
+
+TEST_F(PulseAudioTest, HearsAnotherVolumeSoonAndWithoutAClick)
+{
+    const EncodedTone tone = encodeTone({.seconds = 3});
+    const Frames sound = withoutPauses(decoded(tone));
+    const SinkRecorder recorder(server, 5);
+    ToneFeeder feeder(tone);
+    feeder.play();
+    std::vector<double> changes; // frames heard when it was asked for
+    for (const float volume : {0.5f, 0.1f, 0.8f}) {
+        rest(0.4);
+        changes.push_back(feeder.queue->currentTime().value_or(0));
+        feeder.queue->setVolume(volume);
+    }
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    const Frames heard = withoutPauses(recorder.soundUntilSilence());
+    ASSERT_EQ(heard.size(), sound.size());
+
+    double before = 1; // volume
+    std::vector<double> volumes;
+    for (std::size_t i = 0; i < sound.size(); ++i) {
+        if (std::abs(sound[i].first) < 0.05)
+            continue;
+        const double volume = double(heard[i].first) / double(sound[i].first);
+        EXPECT_LT(std::abs(volume - before), 0.02) << i; // a ramp of 20 ms has far smaller steps
+        before = volume;
+        for (const double change : changes) {
+            if (std::abs(double(i) - change) < 2)
+                volumes.push_back(volume); // not yet another
+            if (std::abs(double(i) - change - 0.1 * rate) < 2)
+                volumes.push_back(volume);
+        }
+    }
+    for (const double expected : {1., 0.5, 0.1, 0.8})
+        EXPECT_TRUE(std::ranges::any_of(volumes, [&](double v) { return std::abs(v - expected) < 1e-3; }))
+            << expected;
+}
+
+TEST_F(PulseAudioTest, RunsOnInSilenceUntilTheServerIsThereAgain)
+{
+    const EncodedTone tone = encodeTone({.seconds = 5});
+    const Frames sound = withoutPauses(decoded(tone));
+    ToneFeeder feeder(tone);
+    const SinkRecorder first(server);
+    const auto begin = std::chrono::steady_clock::now();
+    feeder.play();
+    rest(1);
+    server.kill();
+    rest(0.3);
+    ASSERT_TRUE(server.start());
+    const SinkRecorder second(server);
+    server.answerPlayers();
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+    EXPECT_NEAR(taken.count(), double(sound.size()) / rate, 0.5);
+
+    const std::vector<Piece> before = piecesOf(sound, withoutPauses(first.samples()));
+    const std::vector<Piece> after = piecesOf(sound, withoutPauses(second.soundUntilSilence()));
+    ASSERT_EQ(before.size(), 1u);
+    ASSERT_EQ(after.size(), 1u);
+    EXPECT_EQ(before[0].begin, 0u);
+    EXPECT_EQ(after[0].end, sound.size());
+    EXPECT_GT(after[0].begin, before[0].end);
+    EXPECT_LT(double(after[0].begin), 3.5 * rate);
+}
+
+TEST_F(PulseAudioTest, FollowsItsSinkAwayAndBack)
+{
+    const EncodedTone tone = encodeTone({.seconds = 4});
+    const Frames sound = withoutPauses(decoded(tone));
+    ToneFeeder feeder(tone);
+    const auto begin = std::chrono::steady_clock::now();
+    feeder.play();
+    rest(1);
+    server.removeSink();
+    rest(0.3);
+    server.addSink();
+    const SinkRecorder recorder(server);
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+    EXPECT_NEAR(taken.count(), double(sound.size()) / rate, 0.5);
+    const std::vector<Piece> after = piecesOf(sound, withoutPauses(recorder.soundUntilSilence()));
+    ASSERT_EQ(after.size(), 1u);
+    EXPECT_EQ(after[0].end, sound.size());
+    EXPECT_LT(double(after[0].begin), 2.2 * rate);
+}
+
+TEST_F(PulseAudioTest, IsSilentForACallAndLosesNothing)
+{
+    server.pactl("load-module module-role-cork");
+    std::vector<InterruptionState> told;
+    AudioSession::sharedInstance().setInterruptionListener(
+        &told, [&](InterruptionState state) { told.push_back(state); });
+    const EncodedTone tone = encodeTone({.seconds = 3});
+    const Frames sound = withoutPauses(decoded(tone));
+    const SinkRecorder recorder(server);
+    {
+        ToneFeeder feeder(tone);
+        feeder.play();
+        rest(0.5);
+        QProcess call;
+        server.play(call, "phone");
+        ASSERT_TRUE(waitUntil([&] { return told == std::vector{InterruptionState::Begin}; }));
+        const std::optional<double> time = feeder.queue->currentTime();
+        rest(0.5);
+        EXPECT_NEAR(feeder.queue->currentTime().value_or(0), time.value_or(0), 0.02 * rate);
+        call.kill();
+        call.waitForFinished();
+        ASSERT_TRUE(waitUntil([&] { return told.size() == 2; }));
+        EXPECT_EQ(told.back(), InterruptionState::End);
+        ASSERT_TRUE(feeder.waitForTheEnd());
+        expectWhole(piecesOf(sound, withoutPauses(recorder.soundUntilSilence())), sound);
+    }
+    // Who stops for the call learns of its end, too.
+    ToneFeeder feeder(tone);
+    feeder.play();
+    rest(0.3);
+    QProcess call;
+    server.play(call, "phone");
+    ASSERT_TRUE(waitUntil([&] { return told.size() == 3; }));
+    feeder.queue->stop(true);
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    rest(0.2);
+    EXPECT_EQ(told.size(), 3u);
+    call.kill();
+    call.waitForFinished();
+    EXPECT_TRUE(waitUntil([&] { return told.size() == 4; }));
+    AudioSession::sharedInstance().removeInterruptionListener(&told);
+}
