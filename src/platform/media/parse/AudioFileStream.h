@@ -60,7 +60,8 @@ public:
     // behind. No effect when they come from there anyway.
     virtual void continueAt(qint64 fileOffset) = 0;
     // Returns the file's offset that should come next, by way of continueAt(): of an index that lies behind
-    // the sound, then of the sound. nullopt when just the next byte should. Who can't jump goes on pushing,
+    // the sound, then of the sound. It is the file's own word, and may lie behind its end. nullopt when just
+    // the next byte should come. Who can't jump goes on pushing,
     // and the stream holds the bytes until the index comes, or fails when they are too many. The end of the
     // file is not the end of the sound while an offset is wanted.
     virtual std::optional<qint64> wantedOffset() const { return std::nullopt; }
@@ -75,7 +76,8 @@ public:
     virtual std::optional<quint64> audioDataByteCount() const { return std::nullopt; }
     // In bytes; nullopt for packets of constant size, and for a stream that does not know it.
     virtual std::optional<quint32> packetSizeUpperBound() const { return std::nullopt; }
-    // In bytes, of all packets; nullopt as packetSizeUpperBound().
+    // In bytes; of a stream that does not know its packets, what the format allows when it is much. nullopt
+    // else.
     virtual std::optional<quint32> maximumPacketSize() const { return std::nullopt; }
     virtual QByteArray magicCookie() const { return {}; } // empty when there is none
     virtual std::optional<AudioTrim> trim() const { return std::nullopt; }

@@ -35,30 +35,28 @@ std::optional<AudioFileStreamSeek> ContainerStream::seek(qint64 packet) const
         return std::nullopt;
     if (m_reader->sound().isComplete)
         return AudioFileStreamSeek{packets().packet(packet).offset - *m_dataOffset, false};
-    if (m_packetCount == 0)
-        return std::nullopt;
-    const double mean = double(m_packetBytes) / double(m_packetCount);
-    return AudioFileStreamSeek{.byteOffset = qint64(double(packet) * mean)};
+    return m_mean.seek(packet);
 }
 
 void ContainerStream::continueAt(qint64 fileOffset)
 {
-    if (fileOffset == m_position)
+    const qint64 offset = std::clamp<qint64>(fileOffset, 0, ContainerReader::maxFileBytes);
+    if (offset == m_position)
         return;
-    m_position = fileOffset;
+    m_position = offset;
     m_part.clear();
     m_held.clear();
     m_isHolding = false;
     m_hasJumped = true;
     if (m_dataOffset && m_step.kind != ContainerStep::Kind::Fail)
-        proceed(m_reader->continueAt(fileOffset));
+        proceed(m_reader->continueAt(offset));
 }
 
 std::optional<qint64> ContainerStream::wantedOffset() const
 {
     const bool isReading = m_step.kind == ContainerStep::Kind::Read && m_part.isEmpty();
     const bool isBeforeSound =
-        m_step.kind == ContainerStep::Kind::Sound && m_packetCount == 0 && m_part.isEmpty();
+        m_step.kind == ContainerStep::Kind::Sound && m_mean.isEmpty() && m_part.isEmpty();
     if (!isReading && !isBeforeSound)
         return std::nullopt;
     const qint64 wanted = isReading ? m_step.offset : *m_dataOffset;
@@ -177,11 +175,10 @@ qsizetype ContainerStream::takeVarying(QByteArrayView bytes)
             break;
         if (size > 0)
             m_found.push_back({.startOffset = start, .dataByteSize = size});
-        m_packetBytes += size;
+        m_mean.add(1, size);
         end = qsizetype(start + size);
         packets().advance(m_cursor);
     }
-    m_packetCount += qint64(m_found.size());
     m_outlet.take(bytes.first(end), m_found);
     if (isSoundOver())
         return end;
@@ -204,7 +201,7 @@ qsizetype ContainerStream::takeConstant(QByteArrayView bytes)
         return bytes.size();
     }
     packets().advance(m_cursor, count);
-    m_packetCount += count;
+    m_mean.add(count, count * size);
     m_outlet.take(sound.first(qsizetype(count) * size), quint32(count));
     return qsizetype(start + count * size);
 }
@@ -218,8 +215,7 @@ qsizetype ContainerStream::completePacket(QByteArrayView bytes)
     if (m_part.size() < qsizetype(size))
         return taken.size();
     packets().advance(m_cursor);
-    ++m_packetCount;
-    m_packetBytes += size;
+    m_mean.add(1, size);
     const QByteArray packet = std::exchange(m_part, {});
     if (hasConstantPackets())
         m_outlet.take(packet, 1);

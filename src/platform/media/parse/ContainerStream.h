@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/media/parse/ContainerReader.h"
+#include "platform/media/parse/PacketMean.h"
 #include "platform/media/parse/PacketOutlet.h"
 
 namespace orvel {
@@ -52,9 +53,7 @@ private:
     std::optional<qint64> m_dataOffset;
     PacketTable::Cursor m_cursor; // the packet that comes next or is incomplete
     std::vector<AudioStreamPacketDescription> m_found;
-    // Cut so far.
-    qint64 m_packetCount = 0;
-    qint64 m_packetBytes = 0;
+    PacketMean m_mean;
 };
 
 } // namespace orvel

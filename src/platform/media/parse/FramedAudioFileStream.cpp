@@ -1,6 +1,7 @@
 #include "platform/media/parse/FramedAudioFileStream.h"
 
 #include "platform/media/parse/FrameScanner.h"
+#include "platform/media/parse/PacketMean.h"
 #include "platform/media/parse/PacketOutlet.h"
 #include "platform/media/parse/XingHeader.h"
 
@@ -34,13 +35,7 @@ public:
         m_outlet.finish();
     }
 
-    std::optional<AudioFileStreamSeek> seek(qint64 packet) const override
-    {
-        if (m_packets == 0)
-            return std::nullopt;
-        const double mean = double(m_packetBytes) / double(m_packets);
-        return AudioFileStreamSeek{.byteOffset = qint64(double(packet) * mean)};
-    }
+    std::optional<AudioFileStreamSeek> seek(qint64 packet) const override { return m_mean.seek(packet); }
 
     void continueAt(qint64 fileOffset) override
     {
@@ -112,9 +107,8 @@ private:
 
     void handOn(QByteArrayView bytes)
     {
-        m_packets += qint64(m_frames.size());
         for (const AudioStreamPacketDescription &frame : m_frames)
-            m_packetBytes += frame.dataByteSize;
+            m_mean.add(1, frame.dataByteSize);
         m_outlet.take(bytes, m_frames);
     }
 
@@ -127,9 +121,7 @@ private:
     std::optional<qint64> m_dataOffset;
     std::optional<quint64> m_byteCount;
     std::optional<AudioTrim> m_trim;
-    // Found so far.
-    qint64 m_packets = 0;
-    qint64 m_packetBytes = 0;
+    PacketMean m_mean;
 };
 
 } // namespace

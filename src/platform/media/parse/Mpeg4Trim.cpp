@@ -73,7 +73,8 @@ std::optional<AudioTrim> readMpeg4Trim(QByteArrayView movie, QByteArrayView trac
         return trim;
     const double end = double(edit->mediaTime) + double(edit->duration) * mediaRate / movieRate;
     if (end < maxUnits)
-        trim.validFrames = qint64(std::ceil(end / packetUnits) * packetUnits) - trim.primingFrames;
+        trim.validFrames =
+            std::max<qint64>(qint64(std::ceil(end / packetUnits) * packetUnits) - trim.primingFrames, 0);
     return trim;
 }
 

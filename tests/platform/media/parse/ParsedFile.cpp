@@ -3,6 +3,7 @@
 #include "platform/media/codec/AudioDecoder.h"
 #include "platform/media/codec/FfmpegHandles.h"
 #include "platform/media/codec/SampleConverter.h"
+#include "platform/media/output/FrameTrim.h"
 
 #include <gtest/gtest.h>
 
@@ -37,20 +38,14 @@ std::vector<float> ParsedFile::decoded()
     const auto decoder = AudioDecoder::make(format, stream->magicCookie());
     if (!decoder)
         return {};
+    FrameTrim trim;
+    trim.set(stream->trim());
     std::vector<float> samples;
     SampleConverter converter(int(format.sampleRate), int(format.channelsPerFrame));
     for (const QByteArray &packet : packets) {
         decoder->decode(packet);
         while (const AVFrame *frame = decoder->nextFrame())
-            converter.convert(*frame, {0, frame->nb_samples}, samples);
-    }
-    if (const auto trim = stream->trim()) {
-        const auto frames = [&](qint64 count) {
-            return std::min(std::size_t(count) * format.channelsPerFrame, samples.size());
-        };
-        samples.erase(samples.begin(), samples.begin() + qint64(frames(trim->primingFrames)));
-        if (trim->validFrames)
-            samples.resize(frames(*trim->validFrames));
+            converter.convert(*frame, trim.part(*frame), samples);
     }
     return samples;
 }

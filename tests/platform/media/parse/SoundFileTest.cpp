@@ -149,7 +149,7 @@ QByteArray box(const char *type, const QByteArray &body)
 }
 
 // A CAF file of these AAC packets, its table behind them.
-QByteArray cafWithAac(const QByteArrayList &packets, const QByteArray &config, int priming)
+QByteArray cafWithAac(const QByteArrayList &packets, const QByteArray &config, quint32 priming)
 {
     const auto chunk = [](const char *type, const QByteArray &body) {
         return type + bigEndian(quint64(body.size()), 8) + body;
@@ -269,7 +269,16 @@ TEST(SoundFilesTest, OfferTheFormatThatHighEfficiencyAacDecodesTo)
         EXPECT_EQ(parsed.stream->formatList()[0].format, channels == 1 ? mpeg4AacHeV2 : mpeg4AacHe);
         EXPECT_EQ(parsed.stream->formatList()[0].sampleRate, 44100);
         EXPECT_EQ(parsed.stream->formatList()[1], parsed.stream->dataFormat());
-        expectSame(heard, decodedByFfmpeg(file));
+        std::vector<float> expected = decodedByFfmpeg(file);
+        expectSame(heard, expected);
+        // The config says it outright, and the sound begins behind 500 of the 44,100 frames a second.
+        const QByteArray config = QByteArray::fromHex(channels == 1 ? "2B8A0800" : "2B920800");
+        ParsedFile caf;
+        const auto heardBehind = caf.push(cafWithAac(parsed.packets, config, 500), 500).decoded();
+        EXPECT_EQ(caf.stream->formatList(), parsed.stream->formatList());
+        expected.erase(expected.begin(), expected.begin() + 2 * 500);
+        expected.resize(2 * (std::size_t(parsed.packets.size()) * 1024 - 500));
+        expectSame(heardBehind, expected);
     }
 }
 
