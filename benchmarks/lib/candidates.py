@@ -111,8 +111,7 @@ def ours():
 def candidates():
     gst_decoders = {"mp3": "mpegaudioparse ! mpg123audiodec".split(), "aac": "aacparse ! faad".split()}
     return [
-        Candidate("orvel-stream", ours(), silent_env={"ORVEL_AUDIO_DEVICE": "null"},
-                  pulse_env={"SDL_AUDIODRIVER": "pulseaudio"}),
+        Candidate("orvel-stream", ours(), silent_env={"ORVEL_AUDIO_DEVICE": "null"}),
         # Its silent output does not wait: it decodes what comes when it comes, in real time after the burst.
         Candidate("mpg123", ["mpg123", "-q", "{output}", "{url}"], silent=("-o", "dummy"), pulse=("-o", "pulse"),
                   formats=("mp3",)),

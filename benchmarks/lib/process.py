@@ -28,13 +28,14 @@ def cpu_seconds(pid):
     return total / 1e9
 
 
-def context_switches(pid):
-    """Voluntary and not, of the tree's living threads: how often it was woken."""
+def context_switches(pid, kind="ctxt_switches"):
+    """Of the tree's living threads, voluntary ("voluntary_ctxt_switches": how often it was woken) or all."""
     total = 0
     for process in tree(pid):
         for status in Path(f"/proc/{process}/task").glob("*/status"):
             try:
-                total += sum(int(line.split()[1]) for line in status.read_text().splitlines() if "ctxt_switches" in line)
+                total += sum(int(line.split()[1]) for line in status.read_text().splitlines()
+                             if line.partition(":")[0].endswith(kind) and not (kind[0] == "v" and line[0] == "n"))
             except OSError:
                 pass
     return total

@@ -1,10 +1,13 @@
-"""A PulseAudio server of our own with a sink to nowhere, and a recorder that knows when its first sound was heard."""
+"""Sound servers of our own with a sink to nowhere, and a recorder that knows when its first sound was heard."""
 import array
 import os
+import signal
 import subprocess
 import tempfile
 import threading
 import time
+
+import process
 
 RATE = 44100
 FRAME = 4  # bytes: 16 bits, stereo
@@ -12,32 +15,63 @@ FRAME = 4  # bytes: 16 bits, stereo
 THRESHOLD = 33
 
 
-class PulseServer:
+class SoundServer:
+    """A server of our own between `with` and its end, for players that find it by `environment`."""
+
     def __enter__(self):
         self._folder = tempfile.TemporaryDirectory(prefix="orvel-benchmark-pulse-")
         os.chmod(self._folder.name, 0o755)  # for the player that does not run as root
-        socket = f"{self._folder.name}/native"
+        socket = f"{self._folder.name}/{self.socket}"
         self.environment = {"PULSE_SERVER": f"unix:{socket}"}
         own = os.environ | {"HOME": self._folder.name, "XDG_RUNTIME_DIR": self._folder.name}
         for name in ("PULSE_SERVER", "DBUS_SESSION_BUS_ADDRESS", "DISPLAY"):
             own.pop(name, None)
         self._log = open(f"{self._folder.name}/log", "w+b")
-        self._process = subprocess.Popen(
-            ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "--high-priority=no",
-             "-L", f"module-null-sink sink_name=nowhere rate={RATE} channels=2",
-             "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}"],
-            env=own, stdin=subprocess.DEVNULL, stdout=self._log, stderr=self._log)
-        while subprocess.run(["pactl", "info"], env=os.environ | self.environment, capture_output=True).returncode != 0:
+        self._process = subprocess.Popen(self.command(socket), env=own, stdin=subprocess.DEVNULL, stdout=self._log,
+                                         stderr=self._log, start_new_session=True)
+        self.pid = self._process.pid
+        while b"nowhere" not in self.pactl("info"):
             if self._process.poll() is not None:
-                raise SystemExit("pulseaudio does not start: " + open(self._log.name, errors="replace").read())
+                raise SystemExit(f"{self.name} does not start: " + open(self._log.name, errors="replace").read())
             time.sleep(0.05)
+            self.prepare()
         return self
 
     def __exit__(self, *_):
-        self._process.terminate()
+        for pid in reversed(process.tree(self.pid)):
+            os.kill(pid, signal.SIGTERM)
         self._process.wait()
         self._log.close()
         self._folder.cleanup()
+
+    def pactl(self, *arguments):
+        return subprocess.run(["pactl", *arguments], env=os.environ | self.environment, capture_output=True).stdout
+
+    def prepare(self):
+        pass
+
+
+class PulseServer(SoundServer):
+    """PulseAudio with a sink to nowhere."""
+    name, socket = "PulseAudio", "native"
+
+    def command(self, socket):
+        return ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1", "--high-priority=no",
+                "-L", f"module-null-sink sink_name=nowhere rate={RATE} channels=2",
+                "-L", f"module-native-protocol-unix auth-anonymous=1 socket={socket}"]
+
+
+class PipeWireServer(SoundServer):
+    """PipeWire with its session manager and its PulseAudio protocol, as a desktop has them, and a sink to nowhere."""
+    name, socket = "PipeWire", "pulse/native"
+
+    def command(self, socket):
+        return ["dbus-run-session", "--", "sh", "-c", "pipewire & sleep 0.5; wireplumber & exec pipewire-pulse"]
+
+    def prepare(self):
+        if b"PipeWire" in self.pactl("info") and b"nowhere" not in self.pactl("list", "short", "sinks"):
+            self.pactl("load-module", "module-null-sink", "sink_name=nowhere", "channels=2")
+            self.pactl("set-default-sink", "nowhere")
 
 
 class Recorder:

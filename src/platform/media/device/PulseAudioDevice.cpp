@@ -91,8 +91,7 @@ qint64 PulseAudioDevice::write(const float *samples, qint64 frames)
     noteHeard();
     if (m_heard == written())
         countSilenceFromNow(); // after a gap the clock does not catch up
-    const qint64 room = std::min(capacity() - (written() - taken()), m_sound.size() - (written() - m_heard));
-    frames = std::clamp<qint64>(room, 0, frames);
+    frames = std::clamp<qint64>(room(), 0, frames);
     m_sound.append(samples, frames);
     if (!m_isCorked && written() - m_sent >= framesIn(piece))
         send();
@@ -194,10 +193,14 @@ bool PulseAudioDevice::connectStream()
     const auto bytes = [&](Clock::duration time) {
         return uint32_t(std::size_t(framesIn(time)) * m_frameBytes);
     };
+    // PulseAudio's own least request lets its sink sleep for nearly the whole queue. PipeWire's would wake it
+    // and this program 50 times a second.
+    const uint32_t leastRequest =
+        PulseAudioServer::instance().isPipeWire() ? bytes(serverQueue / 4) : byServer;
     const pa_buffer_attr buffer{.maxlength = byServer,
                                 .tlength = bytes(serverQueue),
                                 .prebuf = bytes(startLevel),
-                                .minreq = byServer,
+                                .minreq = leastRequest,
                                 .fragsize = byServer};
     // An uncorked start loses the frames that an idle sink has already passed.
     constexpr int flags =
@@ -222,7 +225,8 @@ void PulseAudioDevice::onRequest()
 {
     if (!m_isCorked)
         send();
-    m_wantsData();
+    if (room() >= capacity() / 4)
+        m_wantsData();
 }
 
 void PulseAudioDevice::onEvent(const char *name)
@@ -298,6 +302,12 @@ std::optional<qint64> PulseAudioDevice::streamFrames() const
     if (pa_stream_get_time(m_stream.get(), &time) < 0)
         return std::nullopt;
     return qint64(time) * sampleRate() / 1'000'000;
+}
+
+// Frames that write() takes.
+qint64 PulseAudioDevice::room() const
+{
+    return std::min(capacity() - (written() - taken()), m_sound.size() - (written() - m_heard));
 }
 
 // The frames that the server's sink has taken, or that have passed in silence.

@@ -53,6 +53,7 @@ private:
     void countSilenceFromNow();
     void noteHeard() const;
     std::optional<qint64> streamFrames() const;
+    qint64 room() const;
     qint64 taken() const;
     void send();
     void put(qint64 from, qint64 frames, pa_seek_mode_t mode);

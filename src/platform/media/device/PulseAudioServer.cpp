@@ -21,6 +21,12 @@ PulseAudioHandle<pa_proplist> applicationProperties()
     return properties;
 }
 
+void ignore(pa_operation *operation)
+{
+    if (operation)
+        pa_operation_unref(operation);
+}
+
 pa_time_event *timeEvent(pa_threaded_mainloop &loop, std::chrono::steady_clock::duration time,
                          pa_time_event_cb_t callback, void *data)
 {
@@ -83,10 +89,10 @@ bool PulseAudioServer::add(PulseAudioClient &client)
     if (!m_context || !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())))
         connect();
     awaitAnswer();
-    if (!isReady() && !m_hasAnswered)
+    if (!m_isReady && !m_hasAnswered)
         return false;
     m_clients.insert(&client);
-    if (isReady())
+    if (m_isReady)
         client.serverAnswers(*m_context);
     else
         streamHasFailed();
@@ -109,7 +115,7 @@ void PulseAudioServer::quit()
             pa_threaded_mainloop_get_api(m_loop.get())->time_free(std::exchange(m_timer, nullptr));
         m_context.reset();
         m_failingSince.reset();
-        m_hasAnswered = false;
+        m_isReady = m_hasAnswered = false;
     }
     pa_threaded_mainloop_stop(m_loop.get());
     m_loop.reset();
@@ -146,6 +152,7 @@ void PulseAudioServer::awaitUncork(PulseAudioHandle<pa_stream> stream, std::func
 
 void PulseAudioServer::connect()
 {
+    m_isReady = false;
     m_context.reset(pa_context_new_with_proplist(pa_threaded_mainloop_get_api(m_loop.get()), nullptr,
                                                  applicationProperties().get()));
     pa_context_set_state_callback(
@@ -171,7 +178,7 @@ void PulseAudioServer::awaitAnswer()
             pa_threaded_mainloop_signal(static_cast<PulseAudioServer *>(server)->m_loop.get(), 0);
         },
         this);
-    while (!isReady() && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())) && Clock::now() < deadline)
+    while (!m_isReady && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())) && Clock::now() < deadline)
         pa_threaded_mainloop_wait(m_loop.get());
     pa_threaded_mainloop_get_api(m_loop.get())->time_free(event);
 }
@@ -180,15 +187,27 @@ void PulseAudioServer::onContextState()
 {
     const pa_context_state_t state = pa_context_get_state(m_context.get());
     if (state == PA_CONTEXT_READY) {
-        m_hasAnswered = true;
-        if (pa_operation *subscribed =
-                pa_context_subscribe(m_context.get(), PA_SUBSCRIPTION_MASK_SINK, nullptr, nullptr))
-            pa_operation_unref(subscribed);
-        callAfter({});
+        ignore(pa_context_subscribe(m_context.get(), PA_SUBSCRIPTION_MASK_SINK, nullptr, nullptr));
+        ignore(pa_context_get_server_info(
+            m_context.get(),
+            [](pa_context *, const pa_server_info *info, void *server) {
+                if (info)
+                    static_cast<PulseAudioServer *>(server)->onServerInfo(*info);
+            },
+            this));
     } else if (!PA_CONTEXT_IS_GOOD(state)) {
+        m_isReady = false;
         qCInfo(logMedia, "The sound server is gone: %s", pa_strerror(pa_context_errno(m_context.get())));
         streamHasFailed();
     }
+    pa_threaded_mainloop_signal(m_loop.get(), 0);
+}
+
+void PulseAudioServer::onServerInfo(const pa_server_info &info)
+{
+    m_isPipeWire = QByteArrayView(info.server_name).contains("PipeWire");
+    m_isReady = m_hasAnswered = true;
+    callAfter({});
     pa_threaded_mainloop_signal(m_loop.get(), 0);
 }
 
@@ -202,7 +221,7 @@ void PulseAudioServer::onTime()
         m_context.reset();
         if (!m_clients.empty())
             connect();
-    } else if (isReady()) {
+    } else if (m_isReady) {
         for (PulseAudioClient *client : m_clients)
             client->serverAnswers(*m_context);
     }
@@ -222,11 +241,6 @@ void PulseAudioServer::callAfter(Clock::duration time)
             static_cast<PulseAudioServer *>(server)->onTime();
         },
         this);
-}
-
-bool PulseAudioServer::isReady() const
-{
-    return m_context && pa_context_get_state(m_context.get()) == PA_CONTEXT_READY;
 }
 
 } // namespace orvel

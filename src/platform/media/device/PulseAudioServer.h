@@ -58,6 +58,8 @@ public:
     // Ends the connection if it has no clients.
     void quit();
 
+    // Whether the server is PipeWire. With the lock held.
+    bool isPipeWire() const { return m_isPipeWire; }
     // A client's stream works, or has failed. With the lock held, also inside libpulse's callbacks.
     void streamWorks() { m_failingSince.reset(); }
     void streamHasFailed();
@@ -72,9 +74,9 @@ private:
     void connect();
     void awaitAnswer();
     void onContextState();
+    void onServerInfo(const pa_server_info &info);
     void onTime();
     void callAfter(Clock::duration time);
-    bool isReady() const;
 
     std::mutex m_users; // held while the thread is started or ended
     PulseAudioHandle<pa_threaded_mainloop> m_loop;
@@ -85,7 +87,9 @@ private:
     std::set<PulseAudioClient *> m_clients;
     std::list<Waiting> m_waiting;
     std::optional<Clock::time_point> m_failingSince;
+    bool m_isReady = false; // the context is, and who the server is is known
     bool m_hasAnswered = false;
+    bool m_isPipeWire = false;
 };
 
 } // namespace orvel

@@ -1,9 +1,12 @@
 #include "platform/media/device/NullAudioDevice.h"
+#include "platform/media/device/RecentSound.h"
+#include "platform/media/device/VolumeCurve.h"
 #include "platform/media/device/VolumeRamp.h"
 #include "support/TestLoop.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
+#include <span>
 #include <thread>
 #include <vector>
 
@@ -74,4 +77,27 @@ TEST(VolumeRampTest, SpreadsAChangeOverABlock)
     EXPECT_EQ(after(0.5, 0), std::vector<float>());
     EXPECT_EQ(after(0.5, 2), (std::vector{0.5F, 0.5F})); // no sound, no step
     EXPECT_EQ(after(1, 2), (std::vector{0.75F, 1.F}));
+}
+
+TEST(VolumeCurveTest, GoesOnFromWhereAnEarlierChangeWas)
+{
+    VolumeCurve curve(1);
+    curve.change(0, 2, 4);
+    curve.change(1, 4, 2); // half way down
+    std::vector<float> samples(8, 1);
+    curve.apply(samples.data(), 3, 4, 2);
+    EXPECT_EQ(samples, (std::vector{0.5F, 0.5F, 0.5F, 0.5F, 0.75F, 0.75F, 1.F, 1.F}));
+    EXPECT_EQ(curve.volume(), 1);
+}
+
+TEST(RecentSoundTest, KeepsTheLastFrames)
+{
+    RecentSound sound(4, 1);
+    const float samples[] = {1, 2, 3, 4, 5, 6};
+    sound.append(samples, 3);
+    sound.append(samples + 3, 3);
+    float kept[4] = {};
+    sound.copy(2, 4, kept);
+    EXPECT_TRUE(std::ranges::equal(kept, std::span(samples).subspan(2)));
+    EXPECT_EQ(sound.written(), 6);
 }

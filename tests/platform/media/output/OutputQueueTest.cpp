@@ -1,5 +1,6 @@
 #include "platform/foundation/NotificationCentre.h"
 #include "platform/media/device/AudioDeviceChoice.h"
+#include "platform/media/output/AudioSession.h"
 #include "platform/media/output/ToneFeeder.h"
 #include "support/CapturedSound.h"
 #include "support/EncodedTone.h"
@@ -174,12 +175,18 @@ TEST(OutputQueueTest, StopsAtOnceAndStartsAnew)
             ++changes;
         });
         OutputBuffer *const buffers[] = {filledBuffer(*queue, tone), filledBuffer(*queue, tone)};
+        double before = INFINITY;
         for (int round = 1; round <= 2; ++round) {
             for (OutputBuffer *buffer : buffers)
                 EXPECT_TRUE(queue->enqueueBuffer(*buffer, tone.packets));
             EXPECT_TRUE(queue->start());
+            EXPECT_LT(queue->currentTime().value_or(INFINITY), before); // it counts anew
             ASSERT_TRUE(waitUntil([&] { return changes == 2 * round - 1; }));
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            before = queue->currentTime().value_or(0);
+            EXPECT_GT(before, 0);
             queue->stop(true);
+            EXPECT_EQ(queue->currentTime(), std::nullopt);
             ASSERT_TRUE(waitUntil([&] { return changes == 2 * round; }));
         }
         queue->dispose();
@@ -191,6 +198,108 @@ TEST(OutputQueueTest, StopsAtOnceAndStartsAnew)
     ASSERT_EQ(returned.size(), 4u);
     EXPECT_EQ(returned[0], returned[2]);
     EXPECT_EQ(returned[1], returned[3]);
+}
+
+TEST(OutputQueueTest, SaysThatItHasStoppedAfterEachStop)
+{
+    const EncodedTone tone = encodeTone({.seconds = 1});
+    const SilentDevice device;
+    std::vector<bool> told;
+    std::atomic<int> count = 0;
+    std::atomic<int> returned = 0;
+    const auto queue = newOutputQueue(tone.format, [&](OutputQueue &, OutputBuffer &) { ++returned; });
+    queue->addIsRunningListener([&](OutputQueue &, bool isRunning) {
+        told.push_back(isRunning);
+        ++count;
+    });
+    OutputBuffer *const buffer = filledBuffer(*queue, tone);
+    int stops = 0;
+    for (const bool immediate : {true, false}) { // of a queue that never ran
+        queue->enqueueBuffer(*buffer, tone.packets);
+        queue->stop(immediate);
+        ++stops;
+        EXPECT_TRUE(waitUntil([&] { return count == stops && returned == stops; }));
+    }
+    queue->start(); // with nothing to play
+    queue->stop(false);
+    EXPECT_TRUE(waitUntil([&] { return count == 3; }));
+    queue->dispose();
+    joinOutputQueues();
+    EXPECT_EQ(told, std::vector(3, false));
+}
+
+TEST(OutputQueueTest, APausedQueueThatIsToStopWhenPlayedOutPlaysTheRestAfterIt)
+{
+    const EncodedTone tone = encodeTone({.seconds = 3});
+    const CapturedSound sound;
+    std::atomic<bool> hasEnded = false;
+    const auto queue = newOutputQueue(tone.format, [](OutputQueue &, OutputBuffer &) {});
+    queue->addIsRunningListener([&](OutputQueue &, bool isRunning) { hasEnded = !isRunning; });
+    queue->enqueueBuffer(*filledBuffer(*queue, tone), tone.packets);
+    queue->start();
+    queue->pause();
+    queue->stop(false);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(hasEnded);
+    queue->start();
+    EXPECT_TRUE(waitUntil([&] { return hasEnded.load(); }));
+    expectSameSound(sound.samples(), decoded(tone));
+}
+
+TEST(OutputQueueTest, ReturnsBuffersThatTheDeviceHasTakenButForTheLast)
+{
+    const EncodedTone tone = encodeTone({.seconds = 0.2});
+    const SilentDevice device;
+    std::vector<double> times;
+    std::vector<OutputBuffer *> returned;
+    std::atomic<int> count = 0;
+    const auto queue =
+        newOutputQueue(tone.format,
+                       [&](OutputQueue &caller, OutputBuffer &buffer) {
+                           times.push_back(caller.currentTime().value_or(0) / tone.format.sampleRate);
+                           returned.push_back(&buffer);
+                           ++count;
+                       },
+                       {.bufferReturn = BufferReturn::WhenTaken, .ringSeconds = 1.5});
+    OutputBuffer *const buffers[] = {filledBuffer(*queue, tone), filledBuffer(*queue, tone),
+                                     filledBuffer(*queue, tone)};
+    for (OutputBuffer *buffer : buffers)
+        queue->enqueueBuffer(*buffer, tone.packets);
+    queue->start();
+    ASSERT_TRUE(waitUntil([&] { return count == 3; }));
+    queue->dispose();
+    joinOutputQueues();
+    EXPECT_EQ(returned, std::vector(std::begin(buffers), std::end(buffers)));
+    EXPECT_LT(times[1], 0.15); // it lasts until 0.4
+    EXPECT_GT(times[2], 0.55);
+}
+
+TEST(OutputQueueTest, LeavesOutWhatTheEncoderAdded)
+{
+    const EncodedTone tone = encodeTone({.seconds = 2});
+    const std::vector<float> all = decoded(tone);
+    for (const std::optional<qint64> valid : {std::optional<qint64>(50'000), std::optional<qint64>()}) {
+        const CapturedSound sound;
+        ToneFeeder feeder(tone);
+        feeder.queue->setTrim(AudioTrim{.primingFrames = 2257, .validFrames = valid});
+        feeder.play();
+        ASSERT_TRUE(feeder.waitForTheEnd());
+        const auto begin = all.begin() + std::ptrdiff_t(2 * 2257);
+        expectSameSound(sound.samples(), {begin, valid ? begin + 2 * *valid : all.end()});
+    }
+}
+
+TEST(AudioSessionTest, TellsTheFirstBeginAndTheLastEnd)
+{
+    std::vector<InterruptionState> told;
+    AudioSession::sharedInstance().setInterruptionListener(
+        &told, [&](InterruptionState state) { told.push_back(state); });
+    using enum InterruptionState;
+    for (const InterruptionState state : {Begin, Begin, End, End, Begin, End})
+        AudioSession::interrupt(state);
+    letEventsRun();
+    EXPECT_EQ(told, (std::vector{Begin, End, Begin, End}));
+    AudioSession::sharedInstance().removeInterruptionListener(&told);
 }
 
 TEST(OutputQueueTest, APauseIsHeardAtOnce)

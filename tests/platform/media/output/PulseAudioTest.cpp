@@ -8,6 +8,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <thread>
+#include <tuple>
 
 using namespace orvel;
 using namespace orvel::test;
@@ -85,6 +86,42 @@ void expectWhole(const std::vector<Piece> &pieces, const Frames &sound)
     EXPECT_EQ(pieces[0].end, sound.size());
 }
 
+// Plays at one volume after another. Returns the greatest step between two frames, and the volumes when each
+// change was asked for and a tenth of a second later.
+std::pair<double, std::vector<double>> playedVolumes(const PulseServer &server,
+                                                     const std::vector<float> &volumes)
+{
+    const EncodedTone tone = encodeTone({.seconds = 3});
+    const Frames sound = withoutPauses(decoded(tone));
+    const SinkRecorder recorder(server, 5);
+    ToneFeeder feeder(tone);
+    feeder.play();
+    std::vector<double> looks; // frames
+    for (const float volume : volumes) {
+        rest(0.4);
+        looks.push_back(feeder.queue->currentTime().value_or(0));
+        looks.push_back(looks.back() + 0.1 * rate);
+        feeder.queue->setVolume(volume);
+    }
+    EXPECT_TRUE(feeder.waitForTheEnd());
+    const Frames heard = withoutPauses(recorder.soundUntilSilence());
+    EXPECT_EQ(heard.size(), sound.size());
+
+    double before = 1;
+    double step = 0;
+    std::vector<double> found;
+    for (std::size_t i = 0; i < std::min(sound.size(), heard.size()); ++i) {
+        if (std::abs(sound[i].first) < 0.05)
+            continue;
+        const double volume = double(heard[i].first) / double(sound[i].first);
+        step = std::max(step, std::abs(volume - before));
+        before = volume;
+        if (found.size() < looks.size() && double(i) >= looks[found.size()])
+            found.push_back(std::round(volume * 1000) / 1000);
+    }
+    return {step, found};
+}
+
 } // namespace
 
 TEST_F(PulseAudioTest, LosesNoFrameInPausesAndResumes)
@@ -108,67 +145,52 @@ TEST_F(PulseAudioTest, LosesNoFrameInPausesAndResumes)
 
 TEST_F(PulseAudioTest, HearsAnotherVolumeSoonAndWithoutAClick)
 {
-    const EncodedTone tone = encodeTone({.seconds = 3});
-    const Frames sound = withoutPauses(decoded(tone));
-    const SinkRecorder recorder(server, 5);
-    ToneFeeder feeder(tone);
-    feeder.play();
-    std::vector<double> changes; // frames heard when it was asked for
-    for (const float volume : {0.5f, 0.1f, 0.8f}) {
-        rest(0.4);
-        changes.push_back(feeder.queue->currentTime().value_or(0));
-        feeder.queue->setVolume(volume);
-    }
-    ASSERT_TRUE(feeder.waitForTheEnd());
-    const Frames heard = withoutPauses(recorder.soundUntilSilence());
-    ASSERT_EQ(heard.size(), sound.size());
-
-    double before = 1; // volume
+    // Other work of the machine may delay one change beyond the sound that was to be exchanged.
+    double step = 1;
     std::vector<double> volumes;
-    for (std::size_t i = 0; i < sound.size(); ++i) {
-        if (std::abs(sound[i].first) < 0.05)
-            continue;
-        const double volume = double(heard[i].first) / double(sound[i].first);
-        EXPECT_LT(std::abs(volume - before), 0.02) << i; // a ramp of 20 ms has far smaller steps
-        before = volume;
-        for (const double change : changes) {
-            if (std::abs(double(i) - change) < 2)
-                volumes.push_back(volume); // not yet another
-            if (std::abs(double(i) - change - 0.1 * rate) < 2)
-                volumes.push_back(volume);
-        }
-    }
-    for (const double expected : {1., 0.5, 0.1, 0.8})
-        EXPECT_TRUE(std::ranges::any_of(volumes, [&](double v) { return std::abs(v - expected) < 1e-3; }))
-            << expected;
+    for (int tries = 0; tries < 3 && step > 0.02; ++tries)
+        std::tie(step, volumes) = playedVolumes(server, {0.5f, 0.1f, 0.8f});
+    EXPECT_LT(step, 0.02); // a ramp of 20 ms has far smaller steps
+    EXPECT_EQ(volumes, (std::vector{1., 0.5, 0.5, 0.1, 0.1, 0.8}));
 }
 
 TEST_F(PulseAudioTest, RunsOnInSilenceUntilTheServerIsThereAgain)
 {
-    const EncodedTone tone = encodeTone({.seconds = 5});
+    const EncodedTone tone = encodeTone({.seconds = 4});
     const Frames sound = withoutPauses(decoded(tone));
-    ToneFeeder feeder(tone);
-    const SinkRecorder first(server);
-    const auto begin = std::chrono::steady_clock::now();
-    feeder.play();
-    rest(1);
-    server.kill();
-    rest(0.3);
-    ASSERT_TRUE(server.start());
-    const SinkRecorder second(server);
-    server.answerPlayers();
-    ASSERT_TRUE(feeder.waitForTheEnd());
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    EXPECT_NEAR(taken.count(), double(sound.size()) / rate, 0.5);
+    for (const double standing : {0., 10.}) {
+        SCOPED_TRACE(standing);
+        ToneFeeder feeder(tone, {.standingSeconds = standing});
+        const SinkRecorder first(server);
+        const auto begin = std::chrono::steady_clock::now();
+        feeder.play();
+        rest(1);
+        server.kill();
+        rest(0.3);
+        ASSERT_TRUE(server.start());
+        const SinkRecorder second(server);
+        server.answerPlayers();
+        const auto answered = std::chrono::steady_clock::now();
+        ASSERT_TRUE(waitUntil([&] { return !withoutPauses(second.samples()).empty(); }));
+        const std::chrono::duration<double> wait = std::chrono::steady_clock::now() - answered;
+        EXPECT_LT(wait.count(), 2);
+        ASSERT_TRUE(feeder.waitForTheEnd());
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
 
-    const std::vector<Piece> before = piecesOf(sound, withoutPauses(first.samples()));
-    const std::vector<Piece> after = piecesOf(sound, withoutPauses(second.soundUntilSilence()));
-    ASSERT_EQ(before.size(), 1u);
-    ASSERT_EQ(after.size(), 1u);
-    EXPECT_EQ(before[0].begin, 0u);
-    EXPECT_EQ(after[0].end, sound.size());
-    EXPECT_GT(after[0].begin, before[0].end);
-    EXPECT_LT(double(after[0].begin), 3.5 * rate);
+        const std::vector<Piece> before = piecesOf(sound, withoutPauses(first.samples()));
+        const std::vector<Piece> after = piecesOf(sound, withoutPauses(second.soundUntilSilence()));
+        ASSERT_EQ(before.size(), 1u);
+        ASSERT_EQ(after.size(), 1u);
+        EXPECT_EQ(before[0].begin, 0u);
+        EXPECT_EQ(after[0].end, sound.size());
+        const double missing = (double(after[0].begin) - double(before[0].end)) / rate;
+        if (standing == 0) {
+            EXPECT_NEAR(taken.count(), double(sound.size()) / rate, 0.5);
+            EXPECT_GT(missing, 0.3);
+        } else {
+            EXPECT_NEAR(missing, 0, 0.1);
+        }
+    }
 }
 
 TEST_F(PulseAudioTest, FollowsItsSinkAwayAndBack)

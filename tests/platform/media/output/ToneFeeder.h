@@ -24,12 +24,15 @@ inline OutputBuffer *filledBuffer(OutputQueue &queue, const EncodedTone &tone)
 class ToneFeeder
 {
 public:
-    explicit ToneFeeder(EncodedTone tone) : m_tone(std::move(tone))
+    explicit ToneFeeder(EncodedTone tone, const OutputQueueOptions &options = {}) : m_tone(std::move(tone))
     {
-        queue = newOutputQueue(m_tone.format, [this](OutputQueue &caller, OutputBuffer &buffer) {
-            onCallback(buffer);
-            fill(caller, buffer);
-        });
+        queue = newOutputQueue(
+            m_tone.format,
+            [this](OutputQueue &caller, OutputBuffer &buffer) {
+                onCallback(buffer);
+                fill(caller, buffer);
+            },
+            options);
         if (!queue)
             qFatal("No queue for the test's tone");
         queue->addIsRunningListener([this](OutputQueue &, bool isRunning) { m_hasEnded = !isRunning; });
