@@ -74,9 +74,12 @@ std::optional<AudioStreamBasicDescription> aacFormat(QByteArrayView config, quin
     static constexpr std::array<quint32, 13> rates = {96000, 88200, 64000, 48000, 44100, 32000, 24000,
                                                       22050, 16000, 12000, 11025, 8000,  7350};
     static constexpr std::array<quint32, 15> channelCounts = {0, 1, 2, 3, 4, 5, 6, 8, 0, 0, 0, 7, 8, 24, 8};
+    constexpr qsizetype leastConfigBytes = 2;
     constexpr quint32 rateElsewhere = 15;
     enum ObjectType : quint32 { Escape = 31, BandReplication = 5, ParametricStereo = 29 };
 
+    if (config.size() < leastConfigBytes)
+        return std::nullopt;
     BitReader reader(config);
     const auto objectType = [&reader] {
         const quint32 type = reader.bits(5);

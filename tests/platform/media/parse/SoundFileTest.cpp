@@ -321,6 +321,47 @@ TEST(SoundFilesTest, ShowTheirTypeByTheirFirstBytes)
     EXPECT_FALSE(ParsedFile(kAudioFileAC3Type).stream);
 }
 
+// The same sound, written otherwise.
+TEST(SoundFilesTest, MayBeWrittenInOtherWays)
+{
+    const QByteArray wave = soundFile("a.wav", {});
+    const QByteArray aiff = soundFile("a.aiff", {});
+    const QByteArray caf = soundFile("a.caf", {});
+    const QByteArray m4a = soundFile("a.m4a", {"-fflags", "+bitexact"});
+    const auto patched = [](QByteArray file, QByteArrayView mark, qsizetype behind, const QByteArray &bytes) {
+        return file.replace(file.indexOf(mark) + mark.size() + behind, bytes.size(), bytes);
+    };
+    const auto inserted = [](QByteArray file, QByteArrayView before, const QByteArray &bytes) {
+        return file.insert(file.indexOf(before), bytes);
+    };
+    const qsizetype common = aiff.indexOf("COMM");
+    const qsizetype samples = aiff.indexOf("SSND");
+    QByteArray otherAiff =
+        aiff.first(common) + "SSND" + bigEndian(quint64(aiff.size() - samples - 8 + 3), 4) + bigEndian(3, 4) +
+        bigEndian(0, 4) + "abc" + aiff.sliced(samples + 16) + '\0' + aiff.sliced(common, samples - common);
+    const qsizetype data = m4a.indexOf("mdat") - 4;
+    const qsizetype movie = m4a.indexOf("moov") - 4;
+    const QByteArray longBox = m4a.first(data - 8) + bigEndian(1, 4) + "mdat" +
+                               bigEndian(quint64(movie - data + 8), 8) + m4a.sliced(data + 8);
+    ASSERT_EQ(m4a.sliced(data - 4, 4), "free");
+    const std::tuple<const char *, QByteArray, QByteArray> cases[] = {
+        {"an odd chunk", wave, inserted(wave, "data", QByteArray("junk\3\0\0\0abc\0", 12))},
+        {"a size left open", wave, patched(wave, "data", 0, bigEndian(0, 4))},
+        {"a size left open", wave, patched(wave, "data", 0, bigEndian(0xFFFFFFFF, 4))},
+        {"the format behind, the sound behind a gap", aiff, otherAiff},
+        {"sound to the end of the file", caf, patched(caf, "data", 0, bigEndian(quint64(-1), 8))},
+        {"a long size", m4a, longBox},
+    };
+    for (const auto &[what, file, other] : cases) {
+        ParsedFile expected;
+        ParsedFile heard;
+        expected.push(file, 1000);
+        heard.push(other, 1000);
+        EXPECT_GT(heard.packets.size(), 10) << what;
+        EXPECT_TRUE(heard.packets == expected.packets) << what;
+    }
+}
+
 TEST(SoundFilesTest, RefuseWhatCanNotBeTrue)
 {
     const QByteArray m4a = soundFile("a.m4a", {"-movflags", "+faststart"});
@@ -340,6 +381,7 @@ TEST(SoundFilesTest, RefuseWhatCanNotBeTrue)
         {"a long index", patched(m4a, "moov", -8, 0x7FFFFFFF, 4)},
         {"a box that is shorter than its header", patched(m4a, "moov", -8, 7, 4)},
         {"another codec", patched(m4a, "mp4a", -4, 0, 4)},
+        {"another codec in its descriptor", patched(m4a, "esds", 17, 0x6B, 1)},
         {"no channels", patched(wave, "fmt ", 6, 0, 2)},
         {"no rate", patched(wave, "fmt ", 8, 0, 4)},
         {"no bits", patched(wave, "fmt ", 18, 0, 2)},
