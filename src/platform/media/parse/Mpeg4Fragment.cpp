@@ -28,14 +28,20 @@ struct TrackDefaults
     quint32 packetBytes = 0;
 };
 
-TrackDefaults readDefaults(QByteArrayView body, qint64 fragmentOffset, quint32 packetBytes)
+// `before` is the end of the track before, or the beginning of the fragment.
+TrackDefaults readDefaults(QByteArrayView body, qint64 fragmentOffset, qint64 before, const Mpeg4Movie &movie)
 {
-    enum Flag : quint32 { Offset = 1, SampleEntry = 2, Duration = 8, Size = 0x10 };
+    enum Flag : quint32 { Offset = 1, SampleEntry = 2, Duration = 8, Size = 0x10, FromFragment = 0x20000 };
     ByteReader reader(body);
     const quint32 flags = Mpeg4BoxVersion(reader).flags;
-    TrackDefaults defaults{reader.u32(), fragmentOffset, packetBytes};
+    TrackDefaults defaults{.track = reader.u32()};
+    const auto packetBytes = movie.fragmentPacketBytes.find(defaults.track);
+    if (packetBytes != movie.fragmentPacketBytes.end())
+        defaults.packetBytes = packetBytes->second;
     if (flags & Offset)
         defaults.offset = qint64(reader.u64());
+    else
+        defaults.offset = flags & FromFragment ? fragmentOffset : before;
     reader.skip((flags & SampleEntry ? 4u : 0u) + (flags & Duration ? 4u : 0u));
     if (flags & Size)
         defaults.packetBytes = reader.u32();
@@ -79,19 +85,20 @@ bool readRun(QByteArrayView body, const TrackDefaults &defaults, qint64 &end, Ru
 std::optional<PacketTable> readMpeg4Fragment(QByteArrayView fragment, qint64 offset, const Mpeg4Movie &movie)
 {
     Runs runs;
+    Runs others; // of the other tracks
+    qint64 end = offset;
     while (const std::optional<Mpeg4Box> track = takeMpeg4Box(fragment)) {
         if (track->type != fourCharacterCode("traf"))
             continue;
-        const TrackDefaults defaults = readDefaults(findMpeg4Box(track->body, {fourCharacterCode("tfhd")}),
-                                                    offset, movie.fragmentPacketBytes);
-        if (defaults.track != movie.trackNumber)
-            continue;
+        const TrackDefaults defaults =
+            readDefaults(findMpeg4Box(track->body, {fourCharacterCode("tfhd")}), offset, end, movie);
         if (defaults.offset < 0 || defaults.offset > ContainerReader::maxFileBytes)
             return std::nullopt;
-        qint64 end = defaults.offset;
+        end = defaults.offset;
+        Runs &found = defaults.track == movie.trackNumber ? runs : others;
         QByteArrayView boxes = track->body;
         while (const std::optional<Mpeg4Box> box = takeMpeg4Box(boxes))
-            if (box->type == fourCharacterCode("trun") && !readRun(box->body, defaults, end, runs))
+            if (box->type == fourCharacterCode("trun") && !readRun(box->body, defaults, end, found))
                 return std::nullopt;
     }
     PacketTable table(std::move(runs.sizes));

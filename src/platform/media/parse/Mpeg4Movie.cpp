@@ -36,12 +36,13 @@ void readFragmentDefaults(QByteArrayView movie, Mpeg4Movie &result)
     while (const std::optional<Mpeg4Box> box = takeMpeg4Box(boxes)) {
         ByteReader reader(box->body);
         reader.skip(4);
-        if (box->type != fourCharacterCode("trex") || reader.u32() != result.trackNumber)
+        if (box->type != fourCharacterCode("trex"))
             continue;
+        const quint32 track = reader.u32();
         reader.skip(8); // sample entry, duration
-        result.isFragmented = true;
-        result.fragmentPacketBytes = reader.u32();
+        result.fragmentPacketBytes[track] = reader.u32();
     }
+    result.isFragmented = result.fragmentPacketBytes.contains(result.trackNumber);
 }
 
 std::optional<Mpeg4Movie> readTrack(QByteArrayView movie, QByteArrayView track)

@@ -2,6 +2,8 @@
 
 #include "platform/media/parse/ContainerReader.h"
 
+#include <map>
+
 namespace orvel {
 
 // The index of an MPEG-4 file.
@@ -11,7 +13,7 @@ struct Mpeg4Movie
     quint32 trackNumber = 0;
     // Further packets come with fragments, which leave out what is the same in all.
     bool isFragmented = false;
-    quint32 fragmentPacketBytes = 0;
+    std::map<quint32, quint32> fragmentPacketBytes = {}; // by track
 };
 
 // Reads a "moov" box. nullopt when no track of it can be played.

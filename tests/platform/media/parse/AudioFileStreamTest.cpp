@@ -46,7 +46,7 @@ Listener parse(QByteArrayView bytes, int largestChunk, AudioFileType hint = Audi
     const auto stream = openFramedAudioFileStream(listener, hint);
     while (!bytes.isEmpty()) {
         const qsizetype size = std::min(sizes(random), bytes.size());
-        listener.isUnderstood = stream->parseBytes(bytes.first(size));
+        listener.isUnderstood &= stream->parseBytes(bytes.first(size));
         bytes = bytes.sliced(size);
     }
     stream->finish();
