@@ -43,6 +43,7 @@ void AudioStreamer::start()
         m_ring->clear();
         m_stopWasRequested = false;
         m_alertWasShown = false;
+        listenToInterruptions();
         m_state = AudioStreamerStateStartingThread;
         postStatusChanged();
     }
@@ -61,6 +62,16 @@ void AudioStreamer::start()
         const StreamerLock::Holder holder(m_lock);
         setState(AudioStreamerStateInitialized);
     }
+}
+
+void AudioStreamer::listenToInterruptions()
+{
+    AudioSession &session = AudioSession::sharedInstance();
+    session.setInterruptionListener(this, [weak = weak_from_this()](InterruptionState state) {
+        if (const std::shared_ptr<AudioStreamer> streamer = weak.lock())
+            streamer->handleInterruptionChangeToState(state);
+    });
+    m_isInterrupted = session.isInterrupted();
 }
 
 void AudioStreamer::pause()

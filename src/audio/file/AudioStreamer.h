@@ -75,6 +75,7 @@ private:
     AudioStreamer(const Url &url, AudioStreamerServices services);
 
     // Under the lock.
+    void listenToInterruptions();
     void setState(AudioStreamerState state);
     void postStatusChanged();
     void failWithErrorCode(AudioStreamerErrorCode code, AudioStatus err = 0);
@@ -95,7 +96,6 @@ private:
 
     // The streamer's own thread.
     void startInternal();
-    void listenToInterruptions();
     void turn(FileDownload &download);
     bool openReadStream(FileDownload &download);
     void handleBytesAvailable(FileDownload &download);
@@ -120,6 +120,7 @@ private:
     void fillDescribed(FileDownload &download, QByteArrayView inputData,
                        std::span<const AudioStreamPacketDescription> descriptions);
     void fillConstant(FileDownload &download, QByteArrayView inputData);
+    bool enqueueAndWait(FileDownload &download);
     bool enqueueBuffer(FileDownload &download);
     void startQueue();
 

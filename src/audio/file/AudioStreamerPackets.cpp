@@ -167,10 +167,10 @@ void AudioStreamer::fillDescribed(FileDownload &download, QByteArrayView inputDa
             failWithErrorCode(AudioStreamerErrorBufferTooSmall);
             return;
         }
-        if (fill.bytesFilled() + packet.dataByteSize > m_packetBufferSize && !enqueueBuffer(download))
+        if (fill.bytesFilled() + packet.dataByteSize > m_packetBufferSize && !enqueueAndWait(download))
             return;
         fill.addPacket(inputData.sliced(packet.startOffset, packet.dataByteSize), packet);
-        if (fill.isFullOfPackets() && !enqueueBuffer(download))
+        if (fill.isFullOfPackets() && !enqueueAndWait(download))
             return;
     }
 }
@@ -185,7 +185,7 @@ void AudioStreamer::fillConstant(FileDownload &download, QByteArrayView inputDat
         return;
     }
     while (!inputData.isEmpty()) {
-        if (download.fill.bytesFilled() == room && !enqueueBuffer(download))
+        if (download.fill.bytesFilled() == room && !enqueueAndWait(download))
             return;
         const qsizetype count = std::min(room - download.fill.bytesFilled(), inputData.size());
         download.fill.addBytes(inputData.first(count));
@@ -194,29 +194,32 @@ void AudioStreamer::fillConstant(FileDownload &download, QByteArrayView inputDat
 }
 
 // Returns false when nothing more may be filled: the streamer is finishing, or about to seek.
+bool AudioStreamer::enqueueAndWait(FileDownload &download)
+{
+    return enqueueBuffer(download) && m_ring->waitUntilFree(download.fillBufferIndex);
+}
+
 bool AudioStreamer::enqueueBuffer(FileDownload &download)
 {
     FillBuffer &fill = download.fill;
-    {
-        const StreamerLock::Holder holder(m_lock);
-        if (isFinishing() || !download.stream || m_ring->isInterrupted())
-            return false;
-        OutputBuffer &buffer = m_ring->buffer(download.fillBufferIndex);
-        const bool isConstant = fill.packetDescs().empty();
-        fill.copyTo(buffer, isConstant ? fill.bytesFilled() % m_asbd.bytesPerPacket : 0);
-        const std::size_t used = m_ring->take(download.fillBufferIndex);
-        if (!m_audioQueue->enqueueBuffer(buffer, fill.packetDescs())) {
-            failWithErrorCode(AudioStreamerErrorAudioQueueEnqueue);
-            return false;
-        }
-        const bool waitsForMore =
-            m_state == AudioStreamerStateWaitingForData || m_state == AudioStreamerStateBuffering;
-        if (m_state == AudioStreamerStateFlushingEndOfFile || (waitsForMore && used >= startThreshold))
-            startQueue();
-        download.fillBufferIndex = (download.fillBufferIndex + 1) % BufferRing::size;
-        fill.clear();
+    const StreamerLock::Holder holder(m_lock);
+    if (isFinishing() || !download.stream || m_ring->isInterrupted())
+        return false;
+    OutputBuffer &buffer = m_ring->buffer(download.fillBufferIndex);
+    const bool isConstant = fill.packetDescs().empty();
+    fill.copyTo(buffer, isConstant ? fill.bytesFilled() % m_asbd.bytesPerPacket : 0);
+    const std::size_t used = m_ring->take(download.fillBufferIndex);
+    if (!m_audioQueue->enqueueBuffer(buffer, fill.packetDescs())) {
+        failWithErrorCode(AudioStreamerErrorAudioQueueEnqueue);
+        return false;
     }
-    return m_ring->waitUntilFree(download.fillBufferIndex);
+    const bool waitsForMore =
+        m_state == AudioStreamerStateWaitingForData || m_state == AudioStreamerStateBuffering;
+    if (m_state == AudioStreamerStateFlushingEndOfFile || (waitsForMore && used >= startThreshold))
+        startQueue();
+    download.fillBufferIndex = (download.fillBufferIndex + 1) % BufferRing::size;
+    fill.clear();
+    return !isOver();
 }
 
 void AudioStreamer::startQueue()

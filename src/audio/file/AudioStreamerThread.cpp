@@ -35,7 +35,9 @@ void AudioStreamer::startInternal()
         }
         m_download = download.get();
     }
-    listenToInterruptions();
+    AudioSession &session = AudioSession::sharedInstance();
+    session.setCategory(AudioSession::Category::Playback);
+    session.setActive(true);
     if (openReadStream(*download)) {
         do {
             turn(*download);
@@ -44,25 +46,6 @@ void AudioStreamer::startInternal()
         } while (!runLoopShouldExit());
     }
     cleanUp(std::move(download));
-}
-
-void AudioStreamer::listenToInterruptions()
-{
-    AudioSession &session = AudioSession::sharedInstance();
-    session.setCategory(AudioSession::Category::Playback);
-    session.setActive(true);
-    MainQueue::async([weak = weak_from_this()] {
-        const std::shared_ptr<AudioStreamer> streamer = weak.lock();
-        if (!streamer)
-            return;
-        AudioSession &main = AudioSession::sharedInstance();
-        main.setInterruptionListener(streamer.get(), [weak](InterruptionState state) {
-            if (const std::shared_ptr<AudioStreamer> listener = weak.lock())
-                listener->handleInterruptionChangeToState(state);
-        });
-        if (main.isInterrupted())
-            streamer->handleInterruptionChangeToState(InterruptionState::Begin);
-    });
 }
 
 // Handles the file's bytes and its end for a quarter of a second, or until something else is to be done.
