@@ -92,6 +92,7 @@ void FileServer::startServer()
     file.close();
     m_server.startCommand("setpriv --pdeathsig KILL /usr/sbin/nginx -p " + m_folder.path() + " -c " +
                           file.fileName());
+    m_server.waitForStarted();
     waitUntil([this] { return m_server.state() == QProcess::NotRunning || answers(); });
 }
 

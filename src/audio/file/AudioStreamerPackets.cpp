@@ -97,6 +97,7 @@ void AudioStreamer::createQueue(const AudioFileStream &stream)
                                              {.bufferReturn = BufferReturn::WhenTaken,
                                               .ringSeconds = ringSeconds,
                                               .mediaName = QUrl(m_url.text()).fileName(),
+                                              .magicCookie = stream.magicCookie(),
                                               .standingSeconds = standingSeconds});
     if (!m_audioQueue) {
         failWithErrorCode(AudioStreamerErrorAudioQueueCreation, AudioStatus(fourCharacterCode("fmt?")));
@@ -123,8 +124,6 @@ void AudioStreamer::createQueue(const AudioFileStream &stream)
         }
     }
     m_ring->use(buffers);
-    if (const QByteArray cookie = stream.magicCookie(); !cookie.isEmpty())
-        m_audioQueue->setMagicCookie(cookie);
     m_audioQueue->setTrim(stream.trim());
 }
 

@@ -19,7 +19,7 @@ double timeOf(const std::function<void()> &call)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-constexpr double maxStop = 0.2; // seconds
+constexpr double maxStop = 0.5; // seconds; 0.2 where nothing else runs
 
 } // namespace
 
@@ -53,7 +53,7 @@ TEST(AudioStreamerStopTest, EndsEachStateAtOnce)
             if (state == AudioStreamerStateBuffering)
                 player.runsDry();
             ASSERT_TRUE(player.reaches(state));
-            EXPECT_LT(timeOf([&] { player->stop(); }), maxStop + 0.1);
+            EXPECT_LT(timeOf([&] { player->stop(); }), maxStop);
             EXPECT_TRUE(player->isIdle());
             EXPECT_FALSE(player->isWaiting());
             EXPECT_EQ(player->errorCode(), 0);

@@ -75,7 +75,7 @@ public:
         m_isDisposed = true;
     }
     void setVolume(float) override {}
-    void setMagicCookie(const QByteArray &cookie) override { note("cookie " + cookie); }
+    void setMagicCookie(const QByteArray &) override {}
     void setTrim(const std::optional<AudioTrim> &trim) override
     {
         if (trim)
@@ -267,14 +267,16 @@ struct StreamerUnderTest
             },
             .newOutputQueue = [this](const AudioStreamBasicDescription &queueFormat,
                                      OutputQueue::BufferCallback callback,
-                                     const OutputQueueOptions &) -> std::shared_ptr<OutputQueue> {
+                                     const OutputQueueOptions &options) -> std::shared_ptr<OutputQueue> {
                 formats.push_back(queueFormat);
+                cookie = options.magicCookie;
                 if (!makesQueues)
                     return nullptr;
                 auto made = std::make_shared<FakeFileQueue>(std::move(callback));
                 prepareQueue(*made);
                 const std::lock_guard lock(mutex);
-                return madeQueue = made;
+                queues.push_back(made);
+                return made;
             },
             .showAlert = [this](const QString &title, const QString &message,
                                 const QString &button) { alerts << title + '|' + message + '|' + button; }};
@@ -336,22 +338,23 @@ struct StreamerUnderTest
     FakeFileQueue &queue()
     {
         const std::lock_guard lock(mutex);
-        return *madeQueue;
+        return *queues.back();
     }
     bool hasQueue()
     {
         const std::lock_guard lock(mutex);
-        return madeQueue != nullptr;
+        return !queues.empty();
     }
 
     FakeFormat format;
     bool makesQueues = true;
     std::function<void(FakeFileQueue &)> prepareQueue = [](FakeFileQueue &) {};
-    std::mutex mutex; // guards the queue's pointer
-    std::shared_ptr<FakeFileQueue> madeQueue;
+    std::mutex mutex; // guards the list
+    std::vector<std::shared_ptr<FakeFileQueue>> queues;
     // To be looked at when the streamer is idle again.
     std::vector<AudioFileType> hints;
     std::vector<AudioStreamBasicDescription> formats;
+    QByteArray cookie;
     std::vector<qsizetype> pieces;
     std::vector<qint64> jumps;
 

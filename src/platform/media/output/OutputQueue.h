@@ -78,6 +78,8 @@ struct OutputQueueOptions
     BufferReturn bufferReturn = BufferReturn::WhenHeard;
     double ringSeconds = 2; // of sound, decoded ahead of what the device has taken
     QString mediaName = {};
+    // As setMagicCookie(), for formats that can't be decoded without one.
+    QByteArray magicCookie = {};
     // How long the time stands while the sound server is gone. After it the time runs on in silence.
     double standingSeconds = 0;
 };

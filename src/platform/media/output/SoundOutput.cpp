@@ -10,7 +10,7 @@ std::shared_ptr<OutputQueue> newOutputQueue(const AudioStreamBasicDescription &f
                                             OutputQueue::BufferCallback callback,
                                             const OutputQueueOptions &options)
 {
-    auto decoder = AudioDecoder::make(format);
+    auto decoder = AudioDecoder::make(format, options.magicCookie);
     if (!decoder)
         return nullptr;
     const auto core =
