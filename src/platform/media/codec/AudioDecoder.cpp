@@ -2,6 +2,7 @@
 
 #include "platform/media/codec/FfmpegHandles.h"
 
+#include <QtEndian>
 #include <cmath>
 #include <cstring>
 
@@ -55,15 +56,34 @@ AVCodecID codecFor(const AudioStreamBasicDescription &format)
     return AV_CODEC_ID_NONE;
 }
 
-// libavcodec wants the cookie of ALAC in the box in which MPEG-4 files keep it.
+// The cookie that ALAC encoders usually write.
+QByteArray usualAlacCookie(const AudioStreamBasicDescription &format)
+{
+    QByteArray cookie;
+    const auto append = [&cookie](quint32 number) {
+        char bytes[sizeof number];
+        qToBigEndian(number, bytes);
+        cookie.append(bytes, sizeof number);
+    };
+    append(format.framesPerPacket);
+    cookie += QByteArray("\x00\x10\x28\x0A\x0E", 5); // version, bits, coding
+    cookie += char(format.channelsPerFrame);
+    cookie += QByteArray("\x00\xFF", 2); // longest run
+    append(0);                           // biggest packet
+    append(0);                           // bit rate
+    append(quint32(format.sampleRate));
+    return cookie;
+}
+
+// libavcodec wants a cookie for ALAC from the beginning, in the box in which MPEG-4 files keep it.
 QByteArray extradataFor(const AudioStreamBasicDescription &format, const QByteArray &cookie)
 {
     if (format.format != AudioFormat::appleLossless)
         return cookie;
-    return QByteArray("\0\0\0\x24"
-                      "alac\0\0\0\0",
-                      12) +
-           cookie;
+    const QByteArray boxStart("\0\0\0\x24"
+                              "alac\0\0\0\0",
+                              12);
+    return boxStart + (cookie.isEmpty() ? usualAlacCookie(format) : cookie);
 }
 
 bool makesSense(const AudioStreamBasicDescription &format)
@@ -104,8 +124,7 @@ std::unique_ptr<AudioDecoder> AudioDecoder::make(const AudioStreamBasicDescripti
     context->sample_rate = int(format.sampleRate);
     av_channel_layout_default(&context->ch_layout, int(format.channelsPerFrame));
     context->pkt_timebase = {1, context->sample_rate};
-    if (!cookie.isEmpty()) {
-        const QByteArray extradata = extradataFor(format, cookie);
+    if (const QByteArray extradata = extradataFor(format, cookie); !extradata.isEmpty()) {
         const auto size = std::size_t(extradata.size());
         context->extradata = static_cast<uint8_t *>(av_mallocz(size + AV_INPUT_BUFFER_PADDING_SIZE));
         if (!context->extradata)

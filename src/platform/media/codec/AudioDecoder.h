@@ -16,7 +16,8 @@ class AudioDecoder
 {
 public:
     // Returns nullptr when there is no decoder for the format. The cookie is the codec's out-of-band
-    // configuration, an AudioSpecificConfig or an ALACSpecificConfig; empty when there is none.
+    // configuration, an AudioSpecificConfig or an ALACSpecificConfig; empty when there is none, or none
+    // yet.
     static std::unique_ptr<AudioDecoder> make(const AudioStreamBasicDescription &format,
                                               const QByteArray &cookie = {});
     ~AudioDecoder();

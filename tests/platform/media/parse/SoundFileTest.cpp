@@ -1,5 +1,6 @@
 #include "support/SoundFile.h"
 #include "ParsedFile.h"
+#include "platform/media/codec/AudioDecoder.h"
 #include "support/EncodedTone.h"
 
 #include <cmath>
@@ -99,6 +100,7 @@ TEST_P(SoundFileTest, IsHeardAsFfmpegHearsIt)
         expected.erase(expected.begin() + 2);
     EXPECT_EQ(whole.properties, expected);
     EXPECT_EQ(whole.stream->dataFormat()->format, kind.format);
+    EXPECT_TRUE(AudioDecoder::make(*whole.stream->dataFormat())); // the cookie comes later
     const auto dataOffset = whole.stream->dataOffset();
     ASSERT_TRUE(dataOffset);
     EXPECT_TRUE(QByteArrayView(file).sliced(*dataOffset).startsWith(whole.packets.front()));
