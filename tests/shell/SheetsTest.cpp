@@ -123,6 +123,10 @@ TEST_F(SheetsTest, WhatAnInputMethodMakesReachesEveryFieldButNotThroughTheGate)
     compose("", "3");
     InputGate::shared().release();
     EXPECT_EQ(root->recipientsField.text(), "12");
+    compose("4", "");
+    InputGate::shared().hold();
+    EXPECT_EQ(root->recipientsField.text(), "124") << "kept when it closes before another key was pressed";
+    InputGate::shared().release();
     key(Qt::Key_Tab);
     root->bodyView.setText(u"Été\u00a0!"_qs);
     EXPECT_EQ(root->bodyView.text(), u"Été\u00a0!"_qs) << "shown, not edited";
