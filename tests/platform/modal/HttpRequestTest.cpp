@@ -162,7 +162,7 @@ TEST(HttpRequestTest, FailsWithATextForPeople)
         {"http://127.0.0.1:1/", {}, "Le serveur ne répond pas."},
         {"http://" + QString("aa.").repeated(130) + "invalid/", // too long for any
          {},
-         hasNetworkInterface() ? "Le serveur est introuvable." : "Il n'y a pas de connexion à Internet."},
+         hasRouteToInternet() ? "Le serveur est introuvable." : "Il n'y a pas de connexion à Internet."},
         // Keeps sending, so that it is never idle.
         {{}, {Send{httpHead()}, SendForever{"x", 0.01}}, "Le serveur met trop de temps à répondre."},
         {{},
