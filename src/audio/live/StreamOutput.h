@@ -76,7 +76,7 @@ private:
     float m_volume = 0.5F;
 
     std::unique_ptr<AudioFileStream> m_audioFileStream;
-    std::optional<AudioStreamBasicDescription> m_hqASBD; // the high-quality format this parser has told
+    std::optional<AudioStreamBasicDescription> m_hqASBD; // this parser's high-quality format
     bool m_isParsing = false;
     bool m_closeParser = false; // asked for while it parses
 };
