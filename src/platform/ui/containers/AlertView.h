@@ -8,12 +8,7 @@ namespace orvel {
 
 class AlertView;
 
-class AlertViewDelegate
-{
-public:
-    virtual ~AlertViewDelegate() = default;
-    virtual void clickedButtonAtIndex(AlertView &alertView, int buttonIndex) = 0;
-};
+using AlertViewDelegate = QuestionDelegate<AlertView>;
 
 // A message over everything else that waits for one of its buttons. Window::showAlert shows it.
 class AlertView : public orvel::Question
