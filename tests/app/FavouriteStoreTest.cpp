@@ -3,10 +3,6 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/wait.h>
-#include <unistd.h>
-
 using namespace orvel;
 
 namespace {
@@ -104,31 +100,4 @@ TEST_F(FavouriteStoreTest, DoesNotTakeMoreThanEveryStartCanRead)
     EXPECT_EQ(ids(store), QStringList("1"));
     store.add(radio(3));
     EXPECT_EQ(ids(store), QStringList({"3", "1"}));
-}
-
-TEST_F(FavouriteStoreTest, AKillAtAnyMomentLosesNothingStored)
-{
-    store.remove(0);
-    const auto onDisk = [this] {
-        UserDefaults reopened(path);
-        return ids(FavouriteStore(reopened));
-    };
-    qsizetype kept = 0;
-    for (int round = 0; round < 6; ++round) {
-        const pid_t writer = fork();
-        if (writer == 0) {
-            UserDefaults own(path);
-            for (qsizetype id = kept + 1;; ++id)
-                FavouriteStore(own).add(radio(int(id)));
-        }
-        for (int i = 0; i < 10'000 && onDisk().size() <= kept; ++i)
-            usleep(500);
-        usleep(useconds_t(round * 433 % 2000));
-        kill(writer, SIGKILL);
-        waitpid(writer, nullptr, 0);
-        const QStringList found = onDisk();
-        ASSERT_GT(found.size(), kept);
-        kept = found.size();
-        EXPECT_EQ(found.first() + " to " + found.last(), QString::number(kept) + " to 1");
-    }
 }
