@@ -1,4 +1,3 @@
-#include "api/StationConfiguration.h"
 #include "app/AppFixture.h"
 #include "app/ShareData.h"
 #include "platform/ui/composers/MailComposeViewController.h"

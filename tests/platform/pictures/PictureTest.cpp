@@ -178,9 +178,8 @@ TEST_F(PictureTest, ThePictureOnDiskOutlivesTheProgramAndASpoiltOneIsLoadedAnew)
     HeaderFields fields;
     fields.set("Cache-Control", "max-age=60");
     const QTemporaryDir earlier;
-    const QString folder = earlier.path();
-    PictureCache(folder).keep(url, fields, png(20, 20), QImage(20, 20, QImage::Format_RGB32));
-    PictureCache thisRun(folder);
+    PictureCache(earlier.path()).keep(url, fields, png(20, 20), QImage(20, 20, QImage::Format_RGB32));
+    PictureCache thisRun(earlier.path());
     EXPECT_TRUE(thisRun.decoded(url).isNull());
     const auto stored = thisRun.stored(url);
     ASSERT_TRUE(stored && stored->fresh);
