@@ -1,4 +1,3 @@
-#include "audio/icy/StreamFileType.h"
 #include "audio/live/FakeMedia.h"
 #include "platform/foundation/BackgroundTask.h"
 #include "platform/media/output/AudioSession.h"
@@ -105,15 +104,6 @@ TEST_F(StreamerTest, StartsOnlyWhenMoreThanTheThresholdIsQueued)
     ASSERT_TRUE(waitUntil([&] { return media.firstPieces.size() == 2; }));
     EXPECT_EQ(media.firstPieces, std::vector<qsizetype>({4096, 4096}));
     EXPECT_EQ(streamer->radioState(), RadioStateBuffering);
-}
-
-TEST(FileTypeHintTest, KnowsTwoTypesInAnyCase)
-{
-    EXPECT_EQ(fileTypeHint(u"Audio/MPEG"), AudioFileType::kAudioFileMP3Type);
-    for (const QString type : {"AUDIO/AACP", "audio/aac"})
-        EXPECT_EQ(fileTypeHint(type), AudioFileType::kAudioFileAAC_ADTSType);
-    for (const QString type : {"audio/mpeg; x", "audio/mp3", "text/html", ""})
-        EXPECT_EQ(fileTypeHint(type), AudioFileType::none);
 }
 
 TEST_F(StreamerTest, ReadsABareAnswerAndOpensASecondParserForIt)
