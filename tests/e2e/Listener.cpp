@@ -15,22 +15,13 @@
 
 namespace orvel::test {
 
-namespace {
-
-StationConfiguration configurationFor(const DemoStation &station)
-{
-    StationConfiguration configuration = StationConfiguration::compiledIn();
-    configuration.siteUrl = station.siteUrl();
-    configuration.networkWebradioUrl = station.networkWebradioUrl();
-    return configuration;
-}
-
-} // namespace
-
 Listener::Listener() : m_station(DemoStation::start({}))
 {
+    StationConfiguration configuration = StationConfiguration::compiledIn();
+    configuration.siteUrl = m_station->siteUrl();
+    configuration.networkWebradioUrl = m_station->networkWebradioUrl();
     m_application = std::make_unique<Application>(
-        configurationFor(*m_station), StreamerServices{.reachability = reachabilityForLocalStation});
+        configuration, StreamerServices{.reachability = reachabilityForLocalStation});
     if (!m_application->start())
         qFatal("The window can't be shown");
     if (!QTest::qWaitForWindowExposed(&window()))

@@ -6,14 +6,6 @@
 
 using namespace orvel;
 
-namespace {
-
-QStringList logged;
-
-void keepMessage(QtMsgType, const QMessageLogContext &, const QString &message) { logged.append(message); }
-
-} // namespace
-
 TEST(JsonCodecTest, HandsOnItsSettingsAndTheLastErrorWithItsChain)
 {
     JsonCodec codec;
@@ -58,7 +50,9 @@ TEST(JsonCodecTest, WritesLinesAndSortsKeysWhenAsked)
 
 TEST(JsonCodecTest, OneCallFormsLogWhatFailed)
 {
-    const QtMessageHandler before = qInstallMessageHandler(keepMessage);
+    static QStringList logged;
+    const QtMessageHandler before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext &, const QString &message) { logged.append(message); });
     EXPECT_TRUE(JSONValue("1").isAbsent());
     EXPECT_TRUE(JSONFragmentValue("x").isAbsent());
     EXPECT_TRUE(JSONRepresentation(1).isNull());
