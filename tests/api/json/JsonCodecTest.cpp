@@ -11,10 +11,7 @@ TEST(JsonCodecTest, HandsOnItsSettingsAndTheLastErrorWithItsChain)
     JsonCodec codec;
     JsonError error;
     EXPECT_TRUE(codec.objectWithString("\"lone\"", false, &error).isAbsent());
-    EXPECT_EQ(error.code, 4);
     EXPECT_EQ(error.localizedDescription, "Valid fragment, but not JSON");
-    EXPECT_TRUE(codec.objectWithString(QString(), &error).isAbsent());
-    EXPECT_EQ(error.localizedDescription, "Input was 'nil'");
     EXPECT_EQ(codec.objectWithString("\"lone\"", true, &error).string(), "lone");
     EXPECT_TRUE(codec.errorTrace().empty());
     EXPECT_TRUE(codec.fragmentWithString("x", nullptr).isAbsent());

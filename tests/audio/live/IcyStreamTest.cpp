@@ -17,6 +17,7 @@ struct Record : IcyStreamClient
     QStringList events;
     QByteArray audio;
     quint32 size;
+    bool opensParser = true;
     int pieces = 0;
 
     explicit Record(quint32 bufferSize) : size(bufferSize) { stream.setBufferSize(size); }
@@ -31,7 +32,7 @@ struct Record : IcyStreamClient
     bool icyHeadersEnded() override
     {
         events << "headers ended";
-        return true;
+        return opensParser;
     }
     void icyMetadataReady() override { events << "metadata ready"; }
     void icyTitleChanged(const QString &title) override { events << "title " + title; }
@@ -99,7 +100,7 @@ TEST(IcyStreamTest, ReadsTheHeaderBlockOfABareAnswerWhereverItIsSplit)
     for (qsizetype first = 10; first <= icyHead.size() + 3; ++first) {
         Record record(8);
         record.stream.parse(QByteArrayView(all).first(first));
-        EXPECT_EQ(record.events.contains("metadata ready"), first >= icyHead.indexOf("icy-genre")) << first;
+        EXPECT_EQ(record.events.contains("metadata ready"), first > icyHead.indexOf("icy-genre")) << first;
         record.feed(QByteArrayView(all).sliced(first), [first] { return 1 + first % 5; });
         EXPECT_EQ(record.audio, "12345678abcdefgh") << first;
         EXPECT_EQ(record.events.count("headers ended"), 1) << first;
@@ -138,6 +139,14 @@ TEST(IcyStreamTest, KnowsNothingOfAnEarlierConnectionAfterAReset)
             EXPECT_EQ(record.audio, "12345678" + title.first(12)) << earlier.constData();
         }
     }
+}
+
+TEST(IcyStreamTest, DropsTheChunkWhenNoParserOpens)
+{
+    Record record(1);
+    record.opensParser = false;
+    record.stream.parse(icyHead + "12345678");
+    EXPECT_TRUE(record.audio.isEmpty());
 }
 
 TEST(IcyStreamTest, ReadsOnlyPlainTitles)
