@@ -178,7 +178,7 @@ void RadioViewController::function_PlayPause()
 // (RadioViewControllerTest.ShowsTheLiveTitleAsTheListAllowsUntilTheFirstScreenAbove).
 void RadioViewController::functionsongtitle(const QString &object)
 {
-    const QStringList parts = object.split(QStringLiteral("&&&"));
+    const QStringList parts = object.trimmed().split(QStringLiteral("&&&"));
     if (!m_array.empty()) {
         viewHeader.hl3.setText(parts[0]);
         viewHideShow.bl1.setText(parts[0]);
