@@ -49,7 +49,7 @@ void FlickedRounds::begin(Phase phase)
 void FlickedRounds::beginRound()
 {
     RunLoop::main().cancelAll();
-    m_screen->fire();
+    TitleProbes::start(m_screen);
 }
 
 void FlickedRounds::end()

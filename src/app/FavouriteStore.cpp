@@ -14,7 +14,7 @@ namespace {
 const QString key = QStringLiteral("arrayFav");
 const QString damagedKey = QStringLiteral("arrayFavDamaged");
 // Thousands of radios as stations send them. A server that sends them larger is not to slow down every start.
-constexpr qsizetype largestArchive = 4 * 1024 * 1024;
+constexpr qsizetype maxArchiveBytes = 4 * 1024 * 1024;
 
 bool isListOfRadios(const JsonValue &archive)
 {
@@ -67,7 +67,7 @@ void FavouriteStore::store(const std::optional<Radios> &radios)
     const QByteArray archive = JSONFragment(radios ? JsonValue::array(*radios) : JsonValue::null()).toUtf8();
     if (archive.isNull()) // not to be written, and told; what was stored stays
         return;
-    if (archive.size() > largestArchive) {
+    if (archive.size() > maxArchiveBytes) {
         qCWarning(logApp) << "The favourites are too large to be stored:" << archive.size() << "bytes";
         return;
     }

@@ -9,7 +9,7 @@ namespace orvel {
 
 class ViewController;
 
-// Shows the composer of a mail, to the station or about an item, and tells how the mail ended. Main thread.
+// Shows the composer of a mail, to the station or about an item, and reports how the mail ended. Main thread.
 class MailPresenter
 {
 public:

@@ -8,7 +8,7 @@
 #include "platform/media/output/SoundOutput.h"
 #include "platform/net/UrlConnection.h"
 #include "platform/ui/containers/ProgressHud.h"
-#include "shell/AllScreens.h"
+#include "screens/all/AllScreens.h"
 #include "shell/Shell.h"
 
 #include <QGuiApplication>

@@ -10,6 +10,7 @@
 #include "platform/ui/containers/NavigationController.h"
 #include "platform/ui/containers/ProgressHud.h"
 #include "screens/account/MonoCompteController.h"
+#include "screens/all/AllScreens.h"
 #include "screens/radio/RadioFav.h"
 #include "screens/radio/RadioViewController.h"
 #include "support/TestLoop.h"
@@ -17,21 +18,6 @@
 #include <gtest/gtest.h>
 
 namespace orvel::test {
-
-class Screens : public ScreenCatalogue
-{
-public:
-    std::shared_ptr<ViewController> screenNamed(const QString &layoutName) const override
-    {
-        if (layoutName == "RadioViewController")
-            return std::make_shared<RadioViewController>();
-        if (layoutName == "MenuController")
-            return std::make_shared<MenuController>();
-        if (layoutName == "MonoCompteController")
-            return std::make_shared<MonoCompteController>();
-        return nullptr;
-    }
-};
 
 // The launched application without a window on the screen and without sound, on a system that takes all it is
 // handed. Time stands still.
@@ -45,7 +31,7 @@ struct AppFixture : testing::Test
     int overlays = 0; // how often the overlay has come up
     QObject overlayWatch;
 
-    explicit AppFixture(std::unique_ptr<ScreenCatalogue> catalogue = std::make_unique<Screens>())
+    explicit AppFixture(std::unique_ptr<ScreenCatalogue> catalogue = std::make_unique<AllScreens>())
         : app(std::make_shared<AppDelegate>(std::move(catalogue), media.services()))
     {
         SystemServices::use(system);

@@ -19,7 +19,7 @@ QString fullHeart(const QString &radio) { return "Retirer des favoris : " + radi
 
 } // namespace
 
-TEST(FavouritesEndToEndTest, AreKeptFromTheSecondOnPlayedAndRemoved)
+TEST(FavouritesEndToEndTest, AreKeptOnceLoggedInPlayedAndRemoved)
 {
     for (const char *name : {"arrayFav", "user_save"})
         UserDefaults::standardUserDefaults().removeObjectForKey(name);
@@ -27,11 +27,19 @@ TEST(FavouritesEndToEndTest, AreKeptFromTheSecondOnPlayedAndRemoved)
     ASSERT_TRUE(listener.touches(emptyHeart(laRadio)));
     ASSERT_TRUE(listener.acknowledges("You must login before do favriout/unfavriout"));
     ASSERT_TRUE(listener.touches("vous@exemple.fr"));
-    listener.types("camille@example.org");
-    listener.presses(Qt::Key_Tab);
-    listener.types("musique");
+    listener.types("camille@example.org\tmusiqu");
+    ASSERT_TRUE(listener.touches("Se souvenir de moi"));
     ASSERT_TRUE(listener.touches("Se connecter"));
+    ASSERT_TRUE(listener.acknowledges("Adresse e-mail ou mot de passe incorrect."));
+    EXPECT_FALSE(listener.app().isLogin);
+    ASSERT_TRUE(listener.touches("musiqu"));
+    listener.presses(Qt::Key_End);
+    listener.types("e\t\t"); // past the box
+    listener.presses(Qt::Key_Return);
     ASSERT_TRUE(listener.acknowledges("User successfully Login."));
+    EXPECT_TRUE(listener.app().isLogin);
+    EXPECT_TRUE(UserDefaults::standardUserDefaults().boolForKey("user_save"));
+    EXPECT_FALSE(listener.sees("Se connecter"));
     for (const QString &radio : {laRadio, electro}) {
         ASSERT_TRUE(listener.touches(emptyHeart(radio)));
         ASSERT_TRUE(listener.waitsToSee(fullHeart(radio)));

@@ -1,7 +1,6 @@
 #include "e2e/Listener.h"
 
 #include "app/AppDelegate.h"
-#include "app/MenuController.h"
 #include "platform/modal/InputGate.h"
 #include "platform/ui/containers/NavigationController.h"
 #include "screens/radio/RadioViewController.h"
@@ -9,31 +8,26 @@
 
 #include <QFile>
 #include <QTest>
+#include <algorithm>
 #include <cmath>
+#include <gtest/gtest.h>
+#include <span>
 
 namespace orvel::test {
 
-namespace {
-
-StationConfiguration configurationFor(const DemoStation &station)
-{
-    StationConfiguration configuration = StationConfiguration::compiledIn();
-    configuration.siteUrl = station.siteUrl();
-    configuration.networkWebradioUrl = station.networkWebradioUrl();
-    return configuration;
-}
-
-} // namespace
-
 Listener::Listener() : m_station(DemoStation::start({}))
 {
+    StationConfiguration configuration = StationConfiguration::compiledIn();
+    configuration.siteUrl = m_station->siteUrl();
+    configuration.networkWebradioUrl = m_station->networkWebradioUrl();
     m_application = std::make_unique<Application>(
-        configurationFor(*m_station), StreamerServices{.reachability = reachabilityForLocalStation});
+        configuration, StreamerServices{.reachability = reachabilityForLocalStation});
     if (!m_application->start())
         qFatal("The window can't be shown");
     if (!QTest::qWaitForWindowExposed(&window()))
         qFatal("The window was not exposed");
     m_visitor = std::make_unique<Visitor>(window());
+    EXPECT_TRUE(waitsToSee("Orvel La Radio"));
 }
 
 Listener::~Listener() = default;
@@ -81,19 +75,14 @@ bool Listener::plays() const
     return radio && radio->radioState() == RadioStatePlaying;
 }
 
-bool Listener::choosesInMenu(const QString &row) { return chooses(row, false); }
-
-bool Listener::choosesAtMenusEnd(const QString &row) { return chooses(row, true); }
-
-bool Listener::chooses(const QString &row, bool atEnd)
+bool Listener::choosesInMenu(const QString &row, bool scrolledToItsEnd)
 {
     const auto &panel = app().revealSideViewController();
     if (!panel->isOpen() && !touches(QStringLiteral("Menu")))
         return false;
-    TableView &table = dynamic_cast<MenuController &>(*panel->leftController()).tableCont;
     // The rows get their titles a moment after the menu was first made.
     const bool there = waitsFor([&] {
-        table.setContentOffset(atEnd ? table.contentHeight() - table.frame().height() : 0);
+        m_visitor->scroll(scrolledToItsEnd ? 1 : 0);
         return sees(row);
     });
     return there && touches(row);
@@ -107,21 +96,18 @@ void Listener::scrollsTo(double offset)
         .tableCont.setContentOffset(offset);
 }
 
-double Listener::loudness()
+bool Listener::isHeard()
 {
     QFile file(qEnvironmentVariable("SDL_DISKAUDIOFILE"));
     if (!file.open(QIODevice::ReadOnly))
-        return 0;
+        return false;
     // 44.1 kHz, two channels, floating point.
     constexpr qint64 halfSecond = 44100 * 4;
     file.seek(std::max<qint64>(0, file.size() / 8 * 8 - halfSecond));
     const QByteArray bytes = file.readAll();
-    const auto *const samples = reinterpret_cast<const float *>(bytes.constData());
-    const qsizetype count = bytes.size() / qsizetype(sizeof(float));
-    double sum = 0;
-    for (qsizetype i = 0; i < count; ++i)
-        sum += double(samples[i]) * double(samples[i]);
-    return count == 0 ? 0 : std::sqrt(sum / double(count));
+    const std::span samples(reinterpret_cast<const float *>(bytes.constData()),
+                            std::size_t(bytes.size()) / sizeof(float));
+    return std::ranges::any_of(samples, [](float sample) { return std::abs(sample) > 0.01F; });
 }
 
 } // namespace orvel::test

@@ -15,6 +15,7 @@ namespace orvel::test {
 class Listener
 {
 public:
+    // Waits until the station's radios are there.
     Listener();
     ~Listener();
 
@@ -28,23 +29,21 @@ public:
     bool acknowledges(const QString &message);
     // Once the application takes input.
     void presses(Qt::Key key);
+    // A tab goes to the next field.
     void types(const char *text);
-    // Opens the menu if it isn't and touches one of its first rows, or of its last.
-    bool choosesInMenu(const QString &row);
-    bool choosesAtMenusEnd(const QString &row);
+    // Opens the menu if it isn't and touches one of the rows that it then shows.
+    bool choosesInMenu(const QString &row, bool scrolledToItsEnd = false);
     void scrollsTo(double offset);
     bool waitsFor(const std::function<bool()> &condition);
     bool plays() const;
-    // How loud the sound written so far is at its end: the root mean square of the last half second, 0 to 1.
-    static double loudness();
+    // Whether the sound written so far ends in a half second that is not silent.
+    static bool isHeard();
 
     AppDelegate &app() { return m_application->delegate(); }
     const DemoStation &station() const { return *m_station; }
     QQuickWindow &window() const { return m_application->shell().quickWindow(); }
 
 private:
-    bool chooses(const QString &row, bool atEnd);
-
     std::unique_ptr<DemoStation> m_station;
     std::unique_ptr<Application> m_application;
     std::unique_ptr<Visitor> m_visitor;

@@ -3,7 +3,6 @@
 #include "support/TestLoop.h"
 
 #include <QFile>
-#include <QRegularExpression>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QUrl>
@@ -122,13 +121,9 @@ bool IcecastStation::setTitle(const QString &title) const
     return get("/admin/metadata?mount=/live&mode=updinfo&song=" + text).contains("<return>1</return>");
 }
 
-int IcecastStation::listeners() const
+bool IcecastStation::hasListeners() const
 {
-    // The server's own count comes before those of its sources.
-    static const QRegularExpression all("<listeners>(\\d+)</listeners>.*<sources>",
-                                        QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = all.match(get("/admin/stats"));
-    return match.hasMatch() ? match.captured(1).toInt() : -1;
+    return !get("/admin/stats").contains("<listeners>0</listeners>");
 }
 
 QByteArray IcecastStation::get(const QString &path, qsizetype max) const

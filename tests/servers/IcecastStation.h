@@ -25,8 +25,8 @@ public:
     QString url() const;
     // Hands the bytes on as they are. False unless the server says that it is done.
     bool setTitle(const QString &title) const;
-    // The number that the server counts.
-    int listeners() const;
+    // As the server counts them.
+    bool hasListeners() const;
 
     static constexpr auto name = "Orvel Essai";
     static constexpr auto genre = "Chanson";

@@ -48,7 +48,7 @@ TEST_P(IcecastTest, IsPlayedWithItsNamesAndTitles)
     EXPECT_EQ(player->streamer->radioState(), RadioStatePlaying);
     player->streamer->pause();
     ASSERT_TRUE(reaches(RadioStateStopped));
-    EXPECT_TRUE(waitUntil([&] { return station.listeners() == 0; }));
+    EXPECT_TRUE(waitUntil([&] { return !station.hasListeners(); }));
 }
 
 TEST_P(IcecastTest, StopsWithTheSource)

@@ -2,6 +2,7 @@
 #include "layouts/kit/ScreenView.h"
 #include "platform/modal/InputGate.h"
 #include "platform/ui/composers/MessageComposeViewController.h"
+#include "platform/ui/containers/Answers.h"
 #include "platform/ui/containers/NavigationController.h"
 #include "platform/ui/containers/RevealSideViewController.h"
 #include "shell/ShellFixture.h"
@@ -167,12 +168,7 @@ TEST_F(ContainersTest, AScreenReadersPressIsATapThatTheGateAndAnAlertHoldBack)
 TEST_F(ContainersTest, AnAlertTakesTapsAndKeysFromWhatLiesBeneath)
 {
     side->open(false);
-    struct Answers : AlertViewDelegate
-    {
-        void clickedButtonAtIndex(AlertView &, int button) override { seen << button; }
-        QList<int> seen;
-    };
-    const auto answers = std::make_shared<Answers>();
+    const auto answers = std::make_shared<test::Answers>();
     Window::showAlert("Un", QString(), {"Non", "Oui"}, answers);
     Window::showAlert("Deux", QString(), {"Non", "Oui"}, answers);
     tap({350, 600});

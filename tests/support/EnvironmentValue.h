@@ -4,19 +4,21 @@
 
 namespace orvel::test {
 
-// An environment variable of a test's time.
+// An environment variable of a test's time. A null value: there is none of that name.
 class EnvironmentValue
 {
 public:
     EnvironmentValue(const char *name, const QByteArray &value) : m_name(name), m_before(qgetenv(name))
     {
-        qputenv(name, value);
+        set(value);
     }
-    ~EnvironmentValue() { m_before.isNull() ? qunsetenv(m_name) : qputenv(m_name, m_before); }
+    ~EnvironmentValue() { set(m_before); }
     EnvironmentValue(const EnvironmentValue &) = delete;
     EnvironmentValue &operator=(const EnvironmentValue &) = delete;
 
 private:
+    void set(const QByteArray &value) const { value.isNull() ? qunsetenv(m_name) : qputenv(m_name, value); }
+
     const char *const m_name;
     const QByteArray m_before;
 };

@@ -10,9 +10,8 @@ namespace orvel::test {
 FakeDesktop::FakeDesktop()
 {
     const auto set = [this](const char *name, const QString &folder) {
-        m_before.insert(name, qgetenv(name));
         QDir().mkpath(path(folder));
-        qputenv(name, path(folder).toUtf8());
+        m_environment.emplace_back(name, path(folder).toUtf8());
     };
     set("HOME", QStringLiteral("."));
     set("PATH", QStringLiteral("bin"));
@@ -21,17 +20,8 @@ FakeDesktop::FakeDesktop()
     set("XDG_CONFIG_HOME", QStringLiteral("config"));
     set("XDG_CONFIG_DIRS", QStringLiteral("system-config"));
     set("XDG_CACHE_HOME", QStringLiteral("cache"));
-    for (const char *name : {"BROWSER", "XDG_CURRENT_DESKTOP"}) {
-        m_before.insert(name, qgetenv(name));
-        qunsetenv(name);
-    }
-}
-
-FakeDesktop::~FakeDesktop()
-{
-    for (auto before = m_before.cbegin(); before != m_before.cend(); ++before)
-        before->isNull() ? qunsetenv(before.key().constData())
-                         : qputenv(before.key().constData(), before.value());
+    for (const char *name : {"BROWSER", "XDG_CURRENT_DESKTOP"})
+        m_environment.emplace_back(name, QByteArray());
 }
 
 void FakeDesktop::install(const QString &program) const

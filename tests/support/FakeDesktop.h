@@ -1,8 +1,10 @@
 #pragma once
 
-#include <QHash>
+#include "support/EnvironmentValue.h"
+
 #include <QStringList>
 #include <QTemporaryDir>
+#include <list>
 
 namespace orvel::test {
 
@@ -12,9 +14,6 @@ class FakeDesktop
 {
 public:
     FakeDesktop();
-    ~FakeDesktop();
-    FakeDesktop(const FakeDesktop &) = delete;
-    FakeDesktop &operator=(const FakeDesktop &) = delete;
 
     // A program on the PATH that notes its arguments, and keeps a copy of the file named after "--attach".
     void install(const QString &program) const;
@@ -30,7 +29,7 @@ public:
 
 private:
     const QTemporaryDir m_home;
-    QHash<QByteArray, QByteArray> m_before;
+    std::list<EnvironmentValue> m_environment;
 };
 
 } // namespace orvel::test

@@ -12,7 +12,5 @@ inline constexpr bool isSanitized = false;
 
 // What this process holds now, as the kernel counts it. Memory: resident bytes that no file backs.
 qint64 anonymousMemory();
-qsizetype threadCount();
-qsizetype descriptorCount();
 
 } // namespace orvel::test

@@ -14,6 +14,7 @@ public:
         for (const char *name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
             qputenv(name, m_home.path().toUtf8());
         set("QT_QPA_PLATFORM", "offscreen");
+        set("QT_QUICK_BACKEND", "software");
         set("SDL_AUDIODRIVER", "disk");
         set("SDL_DISKAUDIOFILE", m_home.filePath(QStringLiteral("sound.raw")).toUtf8());
     }

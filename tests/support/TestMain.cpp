@@ -3,14 +3,20 @@
 #include "platform/foundation/SerialQueue.h"
 #include "support/TestEnvironment.h"
 
-#include <QCoreApplication>
 #include <gtest/gtest.h>
+#ifdef QT_GUI_LIB // what is compiled into a program that draws
+#include <QGuiApplication>
+using Application = QGuiApplication;
+#else
+#include <QCoreApplication>
+using Application = QCoreApplication;
+#endif
 
 int main(int argc, char **argv)
 {
     ::testing::InitGoogleTest(&argc, argv);
     const orvel::test::TestEnvironment environment;
-    QCoreApplication application(argc, argv);
+    const Application application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("OrvelTests"));
     QCoreApplication::setApplicationName(QStringLiteral("tests"));
     orvel::RunLoop::main();

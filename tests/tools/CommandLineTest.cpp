@@ -82,7 +82,6 @@ TEST(CommandLineTest, ExitStatusTellsTheKindOfFailure)
         {"no byte", {"record", empty.url(), file}, 6},
         {"play out of time", {"play", silent.url(), "--seconds", "0.2"}, 9},
         {"record out of time", {"record", silent.url(), file, "--seconds", "0.2"}, 9},
-        {"probe out of time", {"probe", silent.url(), "--deadline", "0.2"}, 9},
         {"resolve out of time", {"resolve", silent.url("/a.pls"), "--deadline", "0.2"}, 9},
     });
     EXPECT_FALSE(QFile::exists(file));

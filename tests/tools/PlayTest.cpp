@@ -55,16 +55,14 @@ TEST(PlayTest, ShowsNoControlCharacterOfAServer)
         << tool.out().toStdString();
 }
 
-TEST(PlayTest, SignalsEndItInOrder)
+TEST(PlayTest, ASignalEndsItInOrder)
 {
-    for (const int number : {SIGINT, SIGTERM}) {
-        Tool tool({"play", "--json", stationStream("la-radio.mp3")});
-        ASSERT_TRUE(tool.says("\"sound\""));
-        tool.signal(number);
-        EXPECT_EQ(tool.status(), 128 + number);
-        EXPECT_EQ(tool.event("end")["status"].integerValue(), 128 + number);
-        EXPECT_EQ(tool.errors(), QByteArray());
-    }
+    Tool tool({"play", "--json", stationStream("la-radio.mp3")});
+    ASSERT_TRUE(tool.says("\"sound\""));
+    tool.signal(SIGINT);
+    EXPECT_EQ(tool.status(), 128 + SIGINT);
+    EXPECT_EQ(tool.event("end")["status"].integerValue(), 128 + SIGINT);
+    EXPECT_EQ(tool.errors(), QByteArray());
 }
 
 TEST(PlayTest, EndsWhenNobodyReads)

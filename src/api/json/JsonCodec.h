@@ -10,15 +10,25 @@ namespace orvel {
 class JsonCodec : public JsonBase
 {
 public:
-    QString stringWithObject(const JsonValue &value);
     QString stringWithObject(const JsonValue &value, bool allowScalar, JsonError *error);
-    QString stringWithFragment(const JsonValue &value, JsonError *error);
-    QString stringWithObject(const JsonValue &value, JsonError *error);
+    QString stringWithObject(const JsonValue &value, JsonError *error = nullptr)
+    {
+        return stringWithObject(value, false, error);
+    }
+    QString stringWithFragment(const JsonValue &value, JsonError *error)
+    {
+        return stringWithObject(value, true, error);
+    }
 
-    JsonValue objectWithString(const JsonInput &text);
     JsonValue objectWithString(const JsonInput &text, bool allowScalar, JsonError *error);
-    JsonValue fragmentWithString(const JsonInput &text, JsonError *error);
-    JsonValue objectWithString(const JsonInput &text, JsonError *error);
+    JsonValue objectWithString(const JsonInput &text, JsonError *error = nullptr)
+    {
+        return objectWithString(text, false, error);
+    }
+    JsonValue fragmentWithString(const JsonInput &text, JsonError *error)
+    {
+        return objectWithString(text, true, error);
+    }
 
     // Of reader and writer.
     void setMaxDepth(unsigned maxDepth);

@@ -16,42 +16,43 @@ void logFailure(const char *operation, const JsonBase &failed)
         << '-' << operation << " failed. Error trace is: " << formatTrace(failed.errorTrace());
 }
 
-} // namespace
-
-JsonValue JSONValue(const JsonInput &text)
+JsonValue read(const char *operation, const JsonInput &text,
+               JsonValue (JsonParser::*readText)(const JsonInput &))
 {
     JsonParser parser;
-    JsonValue value = parser.objectWithString(text);
+    JsonValue value = (parser.*readText)(text);
     if (value.isAbsent())
-        logFailure("JSONValue", parser);
+        logFailure(operation, parser);
     return value;
 }
 
+QString write(const char *operation, const JsonValue &value,
+              QString (JsonWriter::*writeValue)(const JsonValue &))
+{
+    JsonWriter writer;
+    QString text = (writer.*writeValue)(value);
+    if (text.isNull())
+        logFailure(operation, writer);
+    return text;
+}
+
+} // namespace
+
+JsonValue JSONValue(const JsonInput &text) { return read("JSONValue", text, &JsonParser::objectWithString); }
+
 JsonValue JSONFragmentValue(const JsonInput &text)
 {
-    JsonParser parser;
-    JsonValue value = parser.fragmentWithString(text);
-    if (value.isAbsent())
-        logFailure("JSONFragmentValue", parser);
-    return value;
+    return read("JSONFragmentValue", text, &JsonParser::fragmentWithString);
 }
 
 QString JSONRepresentation(const JsonValue &value)
 {
-    JsonWriter writer;
-    QString text = writer.stringWithObject(value);
-    if (text.isNull())
-        logFailure("JSONRepresentation", writer);
-    return text;
+    return write("JSONRepresentation", value, &JsonWriter::stringWithObject);
 }
 
 QString JSONFragment(const JsonValue &value)
 {
-    JsonWriter writer;
-    QString text = writer.stringWithFragment(value);
-    if (text.isNull())
-        logFailure("JSONFragment", writer);
-    return text;
+    return write("JSONFragment", value, &JsonWriter::stringWithFragment);
 }
 
 QString JsonValue::text() const

@@ -33,7 +33,7 @@ bool JsonTreeReader::readTree()
         else if (m_open.empty())
             return true;
         else
-            next = m_open.back().isObject ? readBehindMember() : readBehindElement();
+            next = readBehindItem(m_open.back().isObject);
     }
     return false;
 }
@@ -87,6 +87,11 @@ JsonTreeReader::Next JsonTreeReader::openContainer(bool isObject)
     m_scanner.skipSpace();
     if (m_scanner.skipIf(isObject ? '}' : ']'))
         return closeContainer();
+    return readItem(isObject);
+}
+
+JsonTreeReader::Next JsonTreeReader::readItem(bool isObject)
+{
     return isObject ? readMember() : readElement();
 }
 
@@ -129,39 +134,26 @@ bool JsonTreeReader::readKey()
     return true;
 }
 
-JsonTreeReader::Next JsonTreeReader::readBehindElement()
+JsonTreeReader::Next JsonTreeReader::readBehindItem(bool isObject)
 {
+    const char end = isObject ? '}' : ']';
     m_scanner.skipSpace();
     if (m_scanner.skipIf(',')) {
         m_scanner.skipSpace();
-        if (m_scanner.peek() == ']')
+        if (m_scanner.peek() == end)
             return failContainer(JsonError::TrailingComma,
-                                 QStringLiteral("Trailing comma disallowed in array"));
-        return readElement();
+                                 isObject ? QStringLiteral("Trailing comma disallowed in object")
+                                          : QStringLiteral("Trailing comma disallowed in array"));
+        return readItem(isObject);
     }
-    if (m_scanner.skipIf(']'))
+    if (m_scanner.skipIf(end))
         return closeContainer();
     // Without a comma nothing more can come, at the end or before it.
     if (m_scanner.isAtEnd())
-        return readElement();
-    return failContainer(JsonError::BadSyntax, QStringLiteral("Expected value while parsing array"));
-}
-
-JsonTreeReader::Next JsonTreeReader::readBehindMember()
-{
-    m_scanner.skipSpace();
-    if (m_scanner.skipIf(',')) {
-        m_scanner.skipSpace();
-        if (m_scanner.peek() == '}')
-            return failContainer(JsonError::TrailingComma,
-                                 QStringLiteral("Trailing comma disallowed in object"));
-        return readMember();
-    }
-    if (m_scanner.skipIf('}'))
-        return closeContainer();
-    if (m_scanner.isAtEnd())
-        return readMember();
-    return failContainer(JsonError::BadSyntax, QStringLiteral("Object key string expected"));
+        return readItem(isObject);
+    return failContainer(JsonError::BadSyntax, isObject
+                                                   ? QStringLiteral("Object key string expected")
+                                                   : QStringLiteral("Expected value while parsing array"));
 }
 
 JsonTreeReader::Next JsonTreeReader::closeContainer()

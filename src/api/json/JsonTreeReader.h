@@ -30,11 +30,11 @@ private:
     bool readTree();
     Next readValue();
     Next readWord(QByteArrayView rest, const JsonValue &value, const QString &description);
+    Next readItem(bool isObject);
     Next readElement();
     Next readMember();
     bool readKey();
-    Next readBehindElement();
-    Next readBehindMember();
+    Next readBehindItem(bool isObject);
     Next openContainer(bool isObject);
     Next closeContainer();
     // Reports that the value that is due is missing, and with it that of each array or object around it.

@@ -37,24 +37,23 @@ void NetworkWait::startBufferTimerWithTimeout(double seconds)
 {
     stopBufferTimer();
     m_background.begin();
-    m_bufferTimer = RunLoop::main().after(
-        seconds,
-        [this] {
-            m_bufferTimer = 0;
-            m_handlers.onBufferTimerFired();
-        },
-        RunLoop::Lane::Service);
+    startTimer(m_bufferTimer, seconds, m_handlers.onBufferTimerFired);
 }
 
 void NetworkWait::startReconnectTimerWithTimeout(double seconds)
 {
     stopReconnectTimer();
     m_background.begin();
-    m_reconnectTimer = RunLoop::main().after(
+    startTimer(m_reconnectTimer, seconds, m_handlers.onReconnectTimerFired);
+}
+
+void NetworkWait::startTimer(RunLoop::Token &timer, double seconds, const std::function<void()> &onFired)
+{
+    timer = RunLoop::main().after(
         seconds,
-        [this] {
-            m_reconnectTimer = 0;
-            m_handlers.onReconnectTimerFired();
+        [&timer, &onFired] {
+            timer = 0;
+            onFired();
         },
         RunLoop::Lane::Service);
 }

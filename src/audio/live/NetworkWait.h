@@ -48,6 +48,8 @@ private:
     void startReachability();
     void startReconnectTimerWithTimeout(double seconds);
     void stopReconnectTimer();
+    // `timer` is 0 again when `onFired` is called. Both belong to this object, whose end stops the timer.
+    static void startTimer(RunLoop::Token &timer, double seconds, const std::function<void()> &onFired);
 
     const ReachabilityFactory m_newReachability;
     BackgroundStay &m_background;

@@ -38,7 +38,7 @@ public:
         unsigned timeout = 30; // seconds without a byte after which a request has failed
     };
 
-    // `url` becomes the stream's once a playlist has named it; `station` is what headers tell. Both outlive
+    // `url` becomes the stream's once a playlist has named it; `station` takes what headers say. Both outlive
     // the connection.
     StreamConnection(StreamConnectionClient &client, IcyStreamClient &streamClient, Url &url,
                      StationInfo &station);

@@ -86,6 +86,8 @@ void StreamOutput::setMediaName(const QString &name)
 
 void StreamOutput::handlePropertyChange(AudioFileStream &stream, AudioFileStreamProperty property)
 {
+    if (m_closeParser)
+        return;
     if (property == AudioFileStreamProperty::ReadyToProducePackets) {
         readyToProducePackets(stream);
     } else if (property == AudioFileStreamProperty::FormatList) {
@@ -144,6 +146,8 @@ RadioError StreamOutput::makeOutputQueue(const AudioStreamBasicDescription &form
 void StreamOutput::handlePacket(AudioFileStream &, quint32 numberOfPackets, QByteArrayView inputData,
                                 std::span<const AudioStreamPacketDescription> descriptions)
 {
+    if (m_closeParser)
+        return;
     const OutputBuffers::Level level = m_buffers.addPackets(numberOfPackets, inputData, descriptions);
     if (m_queueStarted && !m_buffers.isBuffering()) {
         afterFilling(m_buffers.fillIdle());
@@ -151,7 +155,8 @@ void StreamOutput::handlePacket(AudioFileStream &, quint32 numberOfPackets, QByt
         primeQueueBuffers();
         startQueue();
     }
-    m_client.packetsWaiting(level.waiting, startThreshold());
+    if (!m_closeParser)
+        m_client.packetsWaiting(level.waiting, startThreshold());
 }
 
 // What changes states, timers or the queue itself is left to the main thread.

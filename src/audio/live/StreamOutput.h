@@ -79,7 +79,7 @@ private:
     QString m_mediaName;
 
     std::unique_ptr<AudioFileStream> m_audioFileStream;
-    std::optional<AudioStreamBasicDescription> m_hqASBD; // the high-quality format this parser has told
+    std::optional<AudioStreamBasicDescription> m_hqASBD; // this parser's high-quality format
     bool m_isParsing = false;
     bool m_closeParser = false; // asked for while it parses
 };

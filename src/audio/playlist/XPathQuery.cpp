@@ -40,14 +40,14 @@ std::nullopt_t fail(const char *message)
 // libxml2 takes quadratic time for the attributes of one tag: it compares each with the differing ones before
 // it, whose names the parser's dictionary bounds, and looks for the end of its list of them all. A megabyte
 // of attributes would take minutes. Counted here, whatever encoding the document is in.
-constexpr std::size_t mostNameBytes = 16 * 1024;
-constexpr int mostAttributes = 5000;
+constexpr std::size_t maxNameBytes = 16 * 1024;
+constexpr int maxAttributes = 5000;
 
 void startElement(void *parser, const xmlChar *name, const xmlChar *prefix, const xmlChar *uri,
                   int namespaceCount, const xmlChar **namespaces, int attributeCount, int defaultedCount,
                   const xmlChar **attributes)
 {
-    if (attributeCount > mostAttributes)
+    if (attributeCount > maxAttributes)
         xmlStopParser(static_cast<xmlParserCtxtPtr>(parser));
     else
         xmlSAX2StartElementNs(parser, name, prefix, uri, namespaceCount, namespaces, attributeCount,
@@ -63,8 +63,8 @@ void refuseAttributeDeclaration(void *parser, const xmlChar *, const xmlChar *, 
     xmlStopParser(static_cast<xmlParserCtxtPtr>(parser));
 }
 
-// libxml2 tells of bytes that are not in a document's encoding on stderr, whatever the options, while a
-// thread has no handler of its own.
+// libxml2 reports bytes that are not in a document's encoding on stderr, whatever the options, while a thread
+// has no handler of its own.
 class SilentErrors
 {
 public:
@@ -85,11 +85,11 @@ Document documentOf(const QByteArray &bytes)
     if (!parser || bytes.size() > std::numeric_limits<int>::max())
         return nullptr;
     const SilentErrors silent;
-    xmlDictSetLimit(parser->dict, mostNameBytes);
+    xmlDictSetLimit(parser->dict, maxNameBytes);
     parser->sax->startElementNs = startElement;
     parser->sax->attributeDecl = refuseAttributeDeclaration;
-    return Document(xmlCtxtReadMemory(parser.get(), bytes.constData(), static_cast<int>(bytes.size()), "",
-                                      nullptr, options));
+    return Document(
+        xmlCtxtReadMemory(parser.get(), bytes.constData(), int(bytes.size()), "", nullptr, options));
 }
 
 } // namespace

@@ -44,7 +44,7 @@ public:
         m_connection = UrlConnection::start(request, shared_from_this());
     }
 
-    // Gives back what was to be called at the end.
+    // Returns what was to be called at the end.
     EndHandler cancel()
     {
         if (const std::shared_ptr<UrlConnection> connection = std::exchange(m_connection, nullptr))

@@ -27,6 +27,7 @@ Column {
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.Wrap
         text: root.title
+        textFormat: Text.PlainText
         color: Theme.text
         font.pixelSize: Theme.fontTitle
         font.weight: Font.DemiBold
@@ -37,6 +38,7 @@ Column {
         wrapMode: Text.Wrap
         lineHeight: 1.25
         text: root.hint
+        textFormat: Text.PlainText
         color: Theme.textSoft
         font.pixelSize: Theme.fontSmall
     }

@@ -47,6 +47,7 @@ FocusScope {
         id: title
         width: parent.width
         text: root.label
+        textFormat: Text.PlainText
         color: Theme.textSoft
         elide: Text.ElideRight
         font.pixelSize: Theme.fontSmall
@@ -95,6 +96,7 @@ FocusScope {
             width: input.width - x - input.rightPadding
             visible: input.text === "" && input.preeditText === ""
             text: root.hint
+            textFormat: Text.PlainText
             color: Theme.textSoft
             elide: Text.ElideRight
             font: input.font

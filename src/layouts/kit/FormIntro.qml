@@ -16,6 +16,7 @@ Column {
     Text {
         width: parent.width
         text: root.title
+        textFormat: Text.PlainText
         wrapMode: Text.Wrap
         color: Theme.text
         font.pixelSize: Theme.fontLarge
@@ -26,6 +27,7 @@ Column {
     Text {
         width: parent.width
         text: root.hint
+        textFormat: Text.PlainText
         wrapMode: Text.Wrap
         lineHeight: 1.25
         color: Theme.textSoft

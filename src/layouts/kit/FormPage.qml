@@ -48,7 +48,7 @@ FocusScope {
         id: shift
         y: -root.lift
 
-        Behavior on y { NumberAnimation { id: anim; duration: 300 } }
+        Behavior on y { NumberAnimation { id: anim; duration: Motion.reduced ? 0 : 300 } }
     }
     Keys.onEscapePressed: buttonClicked()
     Keys.onBackPressed: buttonClicked()

@@ -20,7 +20,7 @@ Rectangle {
     // The elements of the table: each a component with the roles of TableView's elements as required properties.
     required property Component row
     property Component header: Item {}
-    // How much of the table is no rows.
+    // The height of what the table shows besides rows.
     property real headerHeight: 0
     readonly property bool empty: outlet.contentHeight <= headerHeight
     readonly property Table table: list

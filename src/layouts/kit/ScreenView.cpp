@@ -2,7 +2,7 @@
 
 #include "platform/foundation/KeepAlive.h"
 
-#include <QFile>
+#include <QDir>
 #include <QLoggingCategory>
 #include <QQmlComponent>
 #include <QQmlContext>
@@ -14,15 +14,16 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcKit, "orvel.kit")
 
-// The layout of that name in one of the folders of layouts.
+// Returns the layout of that name in one of the folders of layouts.
 QUrl layoutNamed(const QString &name)
 {
-    for (const QLatin1String room :
-         {QLatin1String("App"), QLatin1String("Account"), QLatin1String("Radio")}) {
-        const QString path = QStringLiteral("/qt/qml/Orvel/Layouts/%1/%2Layout.qml").arg(room, name);
-        if (QFile::exists(QLatin1Char(':') + path))
-            return QUrl(QStringLiteral("qrc:") + path);
+    const QDir layouts(QStringLiteral(":/qt/qml/Orvel/Layouts"));
+    for (const QString &room : layouts.entryList(QDir::Dirs)) {
+        const QString path = layouts.filePath(QStringLiteral("%1/%2Layout.qml").arg(room, name));
+        if (QFile::exists(path))
+            return QUrl(QStringLiteral("qrc") + path);
     }
+    qCCritical(lcKit).noquote() << "There is no layout for" << name;
     return {};
 }
 

@@ -62,6 +62,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: field.text === "" && field.preeditText === ""
             text: field.placeholderText
+            textFormat: Text.PlainText
             color: "#a89f8f"
             font: field.font
             Accessible.ignored: true
@@ -100,6 +101,7 @@ Item {
 
         contentItem: Text {
             text: cancel.text
+            textFormat: Text.PlainText
             color: Theme.inkText
             horizontalAlignment: Text.AlignHCenter
             verticalAlignment: Text.AlignVCenter

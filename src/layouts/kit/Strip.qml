@@ -16,7 +16,7 @@ Flickable {
         contentX = Math.max(0, Math.min(contentWidth - root.width, left - width, Math.max(contentX, left + 2 * width - root.width)));
     }
     // Gives the keyboard to an item; to the first or last one for an index before or behind.
-    function focusItem(index: int): void {
+    function focusItem(index: real): void {
         items.itemAt(Math.max(0, Math.min(items.count - 1, index))).forceActiveFocus(Qt.TabFocusReason);
     }
 

@@ -33,7 +33,12 @@ FocusScope {
         id: keys
         table: root.outlet
         elements: flick.contentItem
-        bottomInset: root.bottomInset
+    }
+    Binding {
+        target: root.outlet
+        property: "bottomInset"
+        value: root.bottomInset
+        restoreMode: Binding.RestoreNone
     }
     Binding {
         target: root.outlet

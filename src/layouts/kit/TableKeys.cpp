@@ -35,7 +35,7 @@ bool TableKeys::press(int key)
 
 void TableKeys::reveal(double top, double height)
 {
-    const double seen = m_table->frame().height() - m_bottomInset;
+    const double seen = m_table->frame().height() - m_table->bottomInset();
     const double around = std::clamp((seen - height) / 2, 0.0, height);
     scrollTo(std::min(top - around, std::max(m_table->contentOffset(), top + height + around - seen)));
 }
@@ -66,7 +66,7 @@ bool TableKeys::step(int direction)
 bool TableKeys::page(int direction)
 {
     const double wanted = m_table->contentOffset() + direction * pageShare * m_table->frame().height();
-    if (wanted <= 0 || wanted >= maxOffset())
+    if (wanted <= 0 || wanted >= m_table->maxOffset())
         return goToEnd(direction);
     scrollTo(wanted);
     if (QQuickItem *const first = nearest(wanted - 1, 1))
@@ -76,7 +76,7 @@ bool TableKeys::page(int direction)
 
 bool TableKeys::goToEnd(int direction)
 {
-    scrollTo(direction < 0 ? 0 : maxOffset());
+    scrollTo(direction < 0 ? 0 : m_table->maxOffset());
     if (QQuickItem *const last = nearest(direction * farAway, -direction))
         focus(*last, direction);
     return true;
@@ -106,13 +106,8 @@ QQuickItem *TableKeys::nearest(double top, int direction) const
 bool TableKeys::scrollTo(double offset)
 {
     const double before = m_table->contentOffset();
-    m_table->setContentOffset(std::max(0.0, std::min(offset, maxOffset())));
+    m_table->setContentOffset(std::max(0.0, std::min(offset, m_table->maxOffset())));
     return m_table->contentOffset() != before;
-}
-
-double TableKeys::maxOffset() const
-{
-    return m_table->contentHeight() + m_bottomInset - m_table->frame().height();
 }
 
 } // namespace orvel

@@ -16,12 +16,10 @@ class TableKeys : public QObject
     Q_PROPERTY(orvel::TableView *table MEMBER m_table REQUIRED)
     // The parent of the elements' items, each at its place from the top of the list.
     Q_PROPERTY(QQuickItem *elements MEMBER m_elements REQUIRED)
-    // Points at the table's lower end that something else covers.
-    Q_PROPERTY(double bottomInset MEMBER m_bottomInset)
 public:
     // Arrow keys go to the next element, Page Up and Page Down a page further, Home and End to the list's
-    // ends. Up leaves the table before its first element. Returns false for any other key, and for one that
-    // moves nothing.
+    // ends. Up leaves the table before its first element. Returns false for any other key, and for an arrow
+    // key that moves nothing.
     Q_INVOKABLE bool press(int key);
     // Scrolls so far that what lies there can be seen, with as much of its neighbours as fits. What is higher
     // than the table is shown from its top.
@@ -38,11 +36,9 @@ private:
     QQuickItem *nearest(double top, int direction) const;
     // Returns whether the table has moved.
     bool scrollTo(double offset);
-    double maxOffset() const;
 
     orvel::TableView *m_table = nullptr;
     QQuickItem *m_elements = nullptr;
-    double m_bottomInset = 0;
 };
 
 } // namespace orvel

@@ -21,6 +21,7 @@ FocusScope {
         id: title
         width: parent.width
         text: root.label
+        textFormat: Text.PlainText
         color: Theme.textSoft
         elide: Text.ElideRight
         font.pixelSize: Theme.fontSmall

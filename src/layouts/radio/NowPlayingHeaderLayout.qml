@@ -200,6 +200,7 @@ Item {
             width: parent.width
             wrapMode: Text.Wrap
             text: "Choisissez une radio"
+            textFormat: Text.PlainText
             color: Theme.inkText
             font.pixelSize: 28
             font.weight: Font.Bold
@@ -211,6 +212,7 @@ Item {
             wrapMode: Text.Wrap
             lineHeight: 1.2
             text: (root.seen < root.height ? "Faites défiler la liste et touchez une radio" : "Touchez une radio de la liste") + " : elle démarre aussitôt, en direct."
+            textFormat: Text.PlainText
             color: Theme.inkTextSoft
             font.pixelSize: Theme.fontBody
         }

@@ -6,7 +6,7 @@ namespace orvel {
 
 // What "%@" writes for a value that is absent, and for a JSON null.
 // Deliberate: an absent part of an address or a text is written as its marker, as the station's server knows
-// it (FormatTextTest.WritesMarkersForWhatIsAbsent)
+// it (FrequenceControllerTest.ShowsWhatTheServerSends).
 inline const QString absentText = QStringLiteral("(null)");
 inline const QString nullObjectText = QStringLiteral("<null>");
 

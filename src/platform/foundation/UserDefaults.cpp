@@ -24,7 +24,7 @@ void removeNamelessLock(const QString &path)
 }
 
 // Far more than the application ever stores, and read in a few seconds.
-constexpr qint64 largestFile = 256 * 1024 * 1024;
+constexpr qint64 maxFileBytes = 256 * 1024 * 1024;
 
 bool keepAside(const QString &path)
 {
@@ -44,7 +44,7 @@ QString readyFile(const QString &path)
     removeNamelessLock(path);
     const QFileInfo info(path);
     // Qt would read a pipe, or a file beyond all memory, to the bitter end.
-    if (info.exists() && (!info.isFile() || info.size() > largestFile) && !keepAside(path))
+    if (info.exists() && (!info.isFile() || info.size() > maxFileBytes) && !keepAside(path))
         return {};
     QSettings settings(path, QSettings::IniFormat);
     const QStringList readable = settings.allKeys(); // only this reads every line

@@ -13,11 +13,12 @@ InputGate &InputGate::shared()
 
 void InputGate::hold()
 {
-    if (m_holds++ > 0)
-        return;
-    Q_EMIT closed();
-    // Again, when it still watches for repeats: a filter is installed once.
-    QCoreApplication::instance()->installEventFilter(this);
+    // Not held yet, so that what closed() leads to, a text committed to its field, passes a filter that still
+    // watches for repeats.
+    if (m_holds == 0)
+        Q_EMIT closed();
+    if (m_holds++ == 0)
+        QCoreApplication::instance()->installEventFilter(this); // which installs it once
 }
 
 // The filter stays until the first fresh key.

@@ -119,6 +119,9 @@ NetError CurlConnection::errorOf(CURLcode result) const
     // What came was no answer of HTTP; else it is a redirect's address that is not.
     if (result == CURLE_UNSUPPORTED_PROTOCOL && m_awaitsAnswer)
         return netError(NetError::Code::Other);
+    if (result == CURLE_UNSUPPORTED_PROTOCOL && mustStaySecure(m_demand, m_url))
+        return {NetError::Code::NotSecure,
+                QStringLiteral("Le serveur renvoie vers une adresse non sécurisée : rien n'y a été envoyé.")};
     return netError(result, m_easy.get());
 }
 

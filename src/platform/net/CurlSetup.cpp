@@ -60,9 +60,7 @@ void setMethod(CurlOptions &options, const std::optional<QByteArray> &post)
 // and holds no key.
 void setRedirects(CurlOptions &options, const CurlDemand &demand, const QByteArray &url)
 {
-    // What was posted under encryption is not posted again in the clear.
-    const bool mustStaySecure = demand.post && url.toLower().startsWith("https:");
-    options.set(CURLOPT_REDIR_PROTOCOLS_STR, mustStaySecure ? "https" : "http,https");
+    options.set(CURLOPT_REDIR_PROTOCOLS_STR, mustStaySecure(demand, url) ? "https" : "http,https");
     options.set(CURLOPT_FOLLOWLOCATION, 1L);
     options.set(CURLOPT_MAXREDIRS, long(demand.request.maxRedirects));
     // 307 and 308 keep the method anyway; 303 asks for a GET.
@@ -70,6 +68,11 @@ void setRedirects(CurlOptions &options, const CurlDemand &demand, const QByteArr
 }
 
 } // namespace
+
+bool mustStaySecure(const CurlDemand &demand, const QByteArray &url)
+{
+    return demand.post && url.toLower().startsWith("https:");
+}
 
 CurlList setUp(CurlOptions &options, const CurlDemand &demand, const QByteArray &url)
 {

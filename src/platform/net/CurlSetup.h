@@ -17,6 +17,9 @@ struct CurlDemand
     std::optional<QByteArray> post{};
 };
 
+// Whether redirects must stay under encryption: what was posted so is not posted again in the clear.
+bool mustStaySecure(const CurlDemand &demand, const QByteArray &url);
+
 // Sets what to ask for and under which rules; the callbacks are the connection's business. Returns the header
 // list, which must live as long as the transfer, as must the demand.
 CurlList setUp(CurlOptions &options, const CurlDemand &demand, const QByteArray &url);

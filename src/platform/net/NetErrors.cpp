@@ -45,7 +45,7 @@ bool isWithoutNetwork(CURLcode result, CURL *easy)
 {
     long systemError = 0;
     curl_easy_getinfo(easy, CURLINFO_OS_ERRNO, &systemError);
-    return systemError == ENETUNREACH || (result == CURLE_COULDNT_RESOLVE_HOST && !hasNetworkInterface());
+    return systemError == ENETUNREACH || (result == CURLE_COULDNT_RESOLVE_HOST && !hasRouteToInternet());
 }
 
 } // namespace

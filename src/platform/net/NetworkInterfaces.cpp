@@ -3,8 +3,11 @@
 #include "platform/foundation/Log.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QNetworkInterface>
 #include <QPointer>
+#include <QRegularExpression>
+#include <QSet>
 #include <QSocketNotifier>
 
 #include <algorithm>
@@ -24,7 +27,8 @@ int openSocket()
     const int socket = ::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE);
     sockaddr_nl address{};
     address.nl_family = AF_NETLINK;
-    address.nl_groups = RTMGRP_LINK | RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR;
+    address.nl_groups =
+        RTMGRP_LINK | RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR | RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE;
     if (socket < 0 || ::bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
         qCWarning(logNet) << "Changes of the network can't be watched:" << qt_error_string(errno);
     return socket;
@@ -66,13 +70,38 @@ private:
     const int m_socket = openSocket();
 };
 
+// Adds the interface of each line of the kernel's table of routes that begins with `isDefault`.
+void addInterfaces(const char *table, const QRegularExpression &isDefault, QSet<QString> &names)
+{
+    QFile file(QString::fromLatin1(table));
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n'))
+        if (const QRegularExpressionMatch match = isDefault.match(line); match.hasMatch())
+            names.insert(match.captured(u"name"));
+}
+
+QSet<QString> interfacesOfDefaultRoutes()
+{
+    static const QRegularExpression ipv4(
+        QStringLiteral(R"(^(?<name>\S+)\t0{8}\t(?:\S+\t){5}0{8}\t)")); // destination and mask
+    static const QRegularExpression ipv6(
+        QStringLiteral(R"(^0{32} 00 .*\s(?<name>\S+)\s*$)")); // destination and its length
+    QSet<QString> names;
+    addInterfaces("/proc/thread-self/net/route", ipv4, names);
+    addInterfaces("/proc/thread-self/net/ipv6_route", ipv6, names);
+    return names;
+}
+
 } // namespace
 
-bool hasNetworkInterface()
+bool hasRouteToInternet()
 {
-    const auto isUsable = [](const QNetworkInterface &it) {
+    const QSet<QString> routed = interfacesOfDefaultRoutes();
+    const auto isUsable = [&routed](const QNetworkInterface &it) {
         const auto addresses = it.addressEntries();
-        return it.flags().testFlags(QNetworkInterface::IsUp | QNetworkInterface::IsRunning) &&
+        return routed.contains(it.name()) &&
+               it.flags().testFlags(QNetworkInterface::IsUp | QNetworkInterface::IsRunning) &&
                !it.flags().testFlag(QNetworkInterface::IsLoopBack) &&
                std::any_of(addresses.begin(), addresses.end(),
                            [](const QNetworkAddressEntry &entry) { return !entry.ip().isLinkLocal(); });

@@ -5,12 +5,12 @@
 
 namespace orvel {
 
-// Returns whether an interface other than the loopback is up with a carrier and an address that is not
-// link-local.
-bool hasNetworkInterface();
+// Returns whether a default route leads over an interface that is up with a carrier and an address that is
+// not link-local.
+bool hasRouteToInternet();
 
-// Calls `changed`, as long as `context` lives, when the kernel reports (rtnetlink) that an interface or an
-// address has come, gone or changed. Main thread.
+// Calls `changed`, as long as `context` lives, when the kernel reports (rtnetlink) that an interface, an
+// address or a route has come, gone or changed. Main thread.
 void watchNetworkInterfaces(const QObject &context, std::function<void()> changed);
 
 } // namespace orvel

@@ -63,7 +63,7 @@ std::unique_ptr<Reachability> reachabilityForInternetConnection()
 std::unique_ptr<Reachability> reachabilityByInterfaces()
 {
     auto monitor = std::make_unique<SystemReachability>([] {
-        return hasNetworkInterface() ? Reachability::Status::WiFi : Reachability::Status::NotReachable;
+        return hasRouteToInternet() ? Reachability::Status::WiFi : Reachability::Status::NotReachable;
     });
     watchNetworkInterfaces(*monitor->context(), [it = monitor.get()] {
         const auto check = [it] { it->check(); };

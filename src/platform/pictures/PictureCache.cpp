@@ -119,7 +119,7 @@ void PictureCache::keepValidated(const Url &url, const HeaderFields &answer, con
 
 void PictureCache::keepDecoded(const Url &url, const QImage &picture)
 {
-    const auto cost = static_cast<int>(picture.sizeInBytes() / 1024 + 1);
+    const auto cost = int(picture.sizeInBytes() / 1024 + 1);
     m_decoded.insert(url.text(), new Decoded{picture, freshUntil(m_disk.metaData(key(url)))}, cost);
 }
 

@@ -10,7 +10,7 @@ QString safeFileName(const QString &name)
         if (character.isPrint() && !(safe.isEmpty() && character == u'.'))
             safe += character;
     }
-    safe = safe.right(maxLength); // the end tells the kind
+    safe = safe.right(maxLength); // the kind of file stands at the end
     return safe.isEmpty() ? QStringLiteral("document") : safe;
 }
 

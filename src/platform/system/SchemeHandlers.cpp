@@ -9,14 +9,14 @@ namespace orvel {
 
 namespace {
 
-constexpr qint64 maximumFileBytes = qint64(8) * 1024 * 1024;
+constexpr qint64 maxFileBytes = qint64(8) * 1024 * 1024;
 
 // The programs that a file of the desktop names for one type, by the group they stand under.
 QHash<QString, QStringList> programsByGroup(const QString &path, const QString &type)
 {
     QHash<QString, QStringList> programs;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > maximumFileBytes)
+    if (!file.open(QIODevice::ReadOnly) || file.size() > maxFileBytes)
         return programs;
     const QByteArray key = type.toUtf8();
     QString group;

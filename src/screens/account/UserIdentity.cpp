@@ -7,7 +7,7 @@ namespace orvel {
 namespace {
 
 // Far above any id. A server that sends more is not to slow down every start.
-constexpr qsizetype longestId = 64 * 1024;
+constexpr qsizetype maxIdLength = 64 * 1024;
 
 } // namespace
 
@@ -18,7 +18,7 @@ void storeUserIdentity(const JsonValue &userId, const QString &email)
     const qint64 whole = userId.integerValue();
     if (userId.isNumber() && userId == JsonValue(whole))
         defaults.setObject(whole, idKey);
-    else if ((userId.isNumber() || userId.isString()) && userId.text().size() <= longestId)
+    else if ((userId.isNumber() || userId.isString()) && userId.text().size() <= maxIdLength)
         defaults.setObject(userId.text(), idKey);
     else
         defaults.removeObjectForKey(idKey);

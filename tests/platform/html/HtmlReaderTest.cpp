@@ -78,12 +78,24 @@ TEST(HtmlReaderTest, ReadsNoMoreThanItsBound)
     }
 }
 
+QString attributesOf(qsizetype bytes)
+{
+    QString attributes;
+    for (int i = 0; attributes.size() < bytes; ++i)
+        attributes += QStringLiteral(" a%1").arg(i);
+    return attributes;
+}
+
+TEST(HtmlReaderTest, LeavesOutAttributesWhereTheNamesAreTooMany)
+{
+    EXPECT_EQ(read("<p" + attributesOf(3 * 1024) + " title=x>a").events, "<p title=x>a</p>");
+    EXPECT_EQ(read("<p" + attributesOf(16 * 1024) + " title=x>a<br>b").events, "<p>a<br></br>b</p>");
+}
+
 // Far above what each takes, far below what it takes where the time grows with the square.
 TEST(HtmlReaderTest, TakesTimeInProportionToTheSize)
 {
-    QString attributes;
-    for (int i = 0; attributes.size() < 256 * 1024; ++i)
-        attributes += QStringLiteral(" a%1").arg(i);
+    const QString attributes = attributesOf(256 * 1024);
     const auto many = [](const char *tag) {
         return QString(tag).repeated(128 * 1024 / qsizetype(qstrlen(tag)));
     };

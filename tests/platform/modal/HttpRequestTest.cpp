@@ -15,32 +15,24 @@ using namespace orvel::test;
 
 namespace {
 
-class Screen : public HttpRequestDelegate
+struct Screen : HttpRequestDelegate
 {
-public:
     void requestFinished(HttpRequest &request) override
     {
         text = request.responseString();
         status = request.response().statusCode;
-        note();
+        inputWasHeld = InputGate::shared().isHeld();
     }
-    void requestFailed(HttpRequest &request) override
-    {
-        failure = request.error().localizedDescription;
-        note();
-    }
+    void requestFailed(HttpRequest &request) override { failure = request.error().localizedDescription; }
     bool isAnswered() const { return !failure.isNull() || status > 0; }
 
     QString text;
     int status = 0;
     QString failure;
     bool inputWasHeld = false;
-
-private:
-    void note() { inputWasHeld = InputGate::shared().isHeld(); }
 };
 
-std::shared_ptr<HttpRequest> post(const QString &url, const std::shared_ptr<Screen> &screen)
+std::shared_ptr<HttpRequest> post(const QString &url, const std::shared_ptr<Screen> &screen = {})
 {
     const auto request = std::make_shared<HttpRequest>(url);
     request->setRequestMethod("POST");
@@ -58,11 +50,14 @@ void runSoon(
     });
 }
 
-// The answer to a request that runs so.
-bool isAnswered(const std::shared_ptr<HttpRequest> &request, const std::shared_ptr<Screen> &screen)
+// Returns the screen of a request that ran so.
+std::shared_ptr<Screen> answered(const std::shared_ptr<HttpRequest> &request)
 {
+    const auto screen = std::make_shared<Screen>();
+    request->setDelegate(screen);
     runSoon(request);
-    return waitUntil([&] { return screen->isAnswered(); });
+    EXPECT_TRUE(waitUntil([&] { return screen->isAnswered(); }));
+    return screen;
 }
 
 } // namespace
@@ -70,14 +65,13 @@ bool isAnswered(const std::shared_ptr<HttpRequest> &request, const std::shared_p
 TEST(HttpRequestTest, PostsHeadersAndForm)
 {
     const ScriptedServer server(Script{Send{httpHead({}, "HTTP/1.1 500 No") + "text"}});
-    const auto screen = std::make_shared<Screen>();
-    const auto request = post(server.url(), screen);
+    const auto request = post(server.url());
     request->addRequestHeader("X-Public-Key", "first");
     request->addRequestHeader("Content-Type", "application/json; charset=utf-8");
     request->addRequestHeader("x-public-key", "second");
     request->addPostValue("Zoé & Cie", "name");
     request->addPostValue("a+b=c@d.fr", "e mail");
-    ASSERT_TRUE(isAnswered(request, screen));
+    const auto screen = answered(request);
     EXPECT_EQ(screen->status, 500);
     EXPECT_EQ(screen->text, "text");
     const QByteArray sent = server.requests().at(0);
@@ -95,11 +89,10 @@ TEST(HttpRequestTest, KeepsItsMethodAndBodyOverARedirect)
         const ScriptedServer server(
             {Script{Send{httpHead("Location: {server}/moved\r\n", "HTTP/1.1 " + status + " Moved")}},
              Script{Send{httpHead() + "text"}}});
-        const auto screen = std::make_shared<Screen>();
-        const auto request = post(server.url(), screen);
+        const auto request = post(server.url());
         request->addRequestHeader("X-Public-Key", "key");
         request->addPostValue("Zoé", "name");
-        ASSERT_TRUE(isAnswered(request, screen));
+        const auto screen = answered(request);
         EXPECT_EQ(screen->text, "text");
         const QByteArray sent = server.requests().at(1);
         EXPECT_TRUE(sent.startsWith(status == "303" ? "GET /moved" : "POST /moved")) << sent.constData();
@@ -114,14 +107,10 @@ TEST(HttpRequestTest, IsNeverPostedTwice)
     // Each keeps its connection, and closes it at the next request without an answer.
     const ScriptedServer server({Script{Send{httpHead("Content-Length: 4\r\n") + "page"}, NextRequest{}},
                                  Script{Send{moved}, NextRequest{}}, Script{Send{httpHead() + "again"}}});
-    const auto screen = std::make_shared<Screen>();
-    const auto page = post(server.url(), screen);
+    const auto page = post(server.url());
     page->setRequestMethod("GET");
-    ASSERT_TRUE(isAnswered(page, screen));
-    EXPECT_EQ(screen->text, "page");
-    const auto posting = std::make_shared<Screen>();
-    ASSERT_TRUE(isAnswered(post(server.url(), posting), posting));
-    EXPECT_EQ(posting->failure, "La connexion au serveur a été perdue.");
+    EXPECT_EQ(answered(page)->text, "page");
+    EXPECT_EQ(answered(post(server.url()))->failure, "La connexion au serveur a été perdue.");
     EXPECT_EQ(server.requestCount(), 3u);
     EXPECT_TRUE(server.requests().back().startsWith("POST"));
 }
@@ -142,8 +131,7 @@ TEST(HttpRequestTest, ReadsTheBodyAsText)
     for (const auto &it : cases) {
         const ScriptedServer server(
             Script{Send{httpHead(QByteArray("Content-Type: ") + it.type + "\r\n") + it.body}});
-        const auto screen = std::make_shared<Screen>();
-        ASSERT_TRUE(isAnswered(post(server.url(), screen), screen));
+        const auto screen = answered(post(server.url()));
         EXPECT_EQ(screen->text, it.text) << it.type;
         EXPECT_EQ(screen->text.isNull(), it.text.isNull());
     }
@@ -162,7 +150,7 @@ TEST(HttpRequestTest, FailsWithATextForPeople)
         {"http://127.0.0.1:1/", {}, "Le serveur ne répond pas."},
         {"http://" + QString("aa.").repeated(130) + "invalid/", // too long for any
          {},
-         hasNetworkInterface() ? "Le serveur est introuvable." : "Il n'y a pas de connexion à Internet."},
+         hasRouteToInternet() ? "Le serveur est introuvable." : "Il n'y a pas de connexion à Internet."},
         // Keeps sending, so that it is never idle.
         {{}, {Send{httpHead()}, SendForever{"x", 0.01}}, "Le serveur met trop de temps à répondre."},
         {{},
@@ -171,10 +159,9 @@ TEST(HttpRequestTest, FailsWithATextForPeople)
     };
     for (const auto &it : cases) {
         const ScriptedServer server(it.script);
-        const auto screen = std::make_shared<Screen>();
-        const auto request = post(it.url.isNull() ? server.url() : it.url, screen);
+        const auto request = post(it.url.isNull() ? server.url() : it.url);
         request->setTimeOutSeconds(it.failure.contains("temps") ? 0.2 : 60);
-        ASSERT_TRUE(isAnswered(request, screen));
+        const auto screen = answered(request);
         EXPECT_EQ(screen->failure, it.failure);
         EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
     }

@@ -22,14 +22,17 @@ public:
     OwnNetwork &operator=(const OwnNetwork &) = delete;
 
     bool isUsed() const { return m_isUsed; }
-    // One with an address and a link-local one, both of IPv4: IPv6 would report more than the cable. Its
-    // other end is called "wall".
+    // One with an address, a link-local one and the default route, all of IPv4: IPv6 would report more than
+    // the cable. Its other end is called "wall". A bridge of this machine's own, up all the time, leads
+    // nowhere.
     bool plugInCable() const
     {
         return run("ip link add cable type veth peer name wall && "
                    "ip link set cable addrgenmode none && ip link set wall addrgenmode none && "
                    "ip addr add 10.9.8.7/24 dev cable && ip addr add 169.254.9.8/16 scope link dev cable && "
-                   "ip link set wall up && ip link set cable up");
+                   "ip link add bridge type veth peer name guest && ip addr add 10.1.1.1/24 dev bridge && "
+                   "ip link set bridge up && ip link set guest up && "
+                   "ip link set wall up && ip link set cable up && ip route add default via 10.9.8.1");
     }
     static bool run(const char *command) { return std::system(command) == 0; }
 

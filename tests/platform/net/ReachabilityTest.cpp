@@ -68,6 +68,8 @@ TEST(ReachabilityTest, NoticesAnUnpluggedCable)
         Status status;
     } steps[] = {{"ip link set wall down", Status::NotReachable},
                  {"ip link set wall up", Status::WiFi},
+                 {"ip route del default", Status::NotReachable},
+                 {"ip route add default via 10.9.8.1", Status::WiFi},
                  {"ip addr flush dev cable scope global", Status::NotReachable}};
     int changes = 0;
     for (const auto &[command, status] : steps) {

@@ -27,12 +27,6 @@ QByteArray png(int width, int height)
 
 struct PictureTest : testing::Test
 {
-    static void SetUpTestSuite() { qputenv("XDG_CACHE_HOME", cacheFolder().path().toUtf8()); }
-    static QTemporaryDir &cacheFolder()
-    {
-        static QTemporaryDir folder;
-        return folder;
-    }
     // Loads and waits for the end.
     static QSize load(ImageView &view, const QString &url)
     {
@@ -183,9 +177,9 @@ TEST_F(PictureTest, ThePictureOnDiskOutlivesTheProgramAndASpoiltOneIsLoadedAnew)
     const Url url = *Url::fromText(server.url("/disk"));
     HeaderFields fields;
     fields.set("Cache-Control", "max-age=60");
-    const QString folder = cacheFolder().filePath("earlier");
-    PictureCache(folder).keep(url, fields, png(20, 20), QImage(20, 20, QImage::Format_RGB32));
-    PictureCache thisRun(folder);
+    const QTemporaryDir earlier;
+    PictureCache(earlier.path()).keep(url, fields, png(20, 20), QImage(20, 20, QImage::Format_RGB32));
+    PictureCache thisRun(earlier.path());
     EXPECT_TRUE(thisRun.decoded(url).isNull());
     const auto stored = thisRun.stored(url);
     ASSERT_TRUE(stored && stored->fresh);

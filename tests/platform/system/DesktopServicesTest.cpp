@@ -54,13 +54,12 @@ TEST_F(DesktopServicesTest, KnowsWhoTakesASchemeFromTheDesktopsOwnData)
     qputenv("XDG_CURRENT_DESKTOP", "Here:There");
     desktop.write("config/there-mimeapps.list", "[Default Applications]\nx-scheme-handler/geo=a.desktop\n");
     EXPECT_TRUE(services.canOpen("geo"));
-    qunsetenv("XDG_CURRENT_DESKTOP");
 
     QFile::remove(desktop.path("bin/xdg-open"));
     EXPECT_FALSE(services.canSendText()) << "nobody would hand it over";
 }
 
-TEST_F(DesktopServicesTest, OpensAURLInTheProgramOfItsScheme)
+TEST_F(DesktopServicesTest, OpensAURLOrATextMessageInTheProgramOfItsScheme)
 {
     desktop.install("xdg-open");
     desktop.takeScheme("tel");
@@ -69,6 +68,10 @@ TEST_F(DesktopServicesTest, OpensAURLInTheProgramOfItsScheme)
     desktop.takeScheme("https");
     EXPECT_TRUE(services.openURL(u"https://orvel.example/été?a=%20#b"_qs));
     EXPECT_EQ(desktop.given("xdg-open"), QStringList{"https://orvel.example/%C3%A9t%C3%A9?a=%20#b"});
+    desktop.takeScheme("sms");
+    EXPECT_TRUE(services.sendMessage({{"70000", "+33 6"}, "TRV votre texte\n& plus"}, error));
+    EXPECT_EQ(desktop.given("xdg-open"),
+              QStringList{"sms:70000,+33%206?body=TRV%20votre%20texte%0A%26%20plus"});
     for (const char *refused : {"", "http://orvel.example", "--help", "https://a b", "https://a\n", "--tel:1",
                                 "file:///etc/passwd", ":"})
         EXPECT_FALSE(services.openURL(refused)) << refused;
@@ -118,15 +121,6 @@ TEST_F(DesktopServicesTest, HandsAMailWithItsAttachmentToTheMailProgram)
     EXPECT_TRUE(services.sendMail(draft, error));
     EXPECT_FALSE(QFile::exists(kept));
     desktop.given("xdg-email");
-}
-
-TEST_F(DesktopServicesTest, HandsATextMessageToTheMessagingProgram)
-{
-    desktop.install("xdg-open");
-    desktop.takeScheme("sms");
-    EXPECT_TRUE(services.sendMessage({{"70000", "+33 6"}, "TRV votre texte\n& plus"}, error));
-    EXPECT_EQ(desktop.given("xdg-open"),
-              QStringList{"sms:70000,+33%206?body=TRV%20votre%20texte%0A%26%20plus"});
 }
 
 TEST_F(DesktopServicesTest, TellsWhyNothingWasTaken)

@@ -9,7 +9,7 @@ namespace {
 
 constexpr qsizetype id3HeaderBytes = 10;
 constexpr qint64 id3v1Bytes = 128;
-// Behind a frame, so many bytes decide whether it was one.
+// The bytes behind a frame that decide whether it was one.
 constexpr qsizetype confirmationBytes = id3HeaderBytes;
 
 // Returns the size of the ID3v2 tag (header, body, footer) that begins with these ten bytes; 0 when they are

@@ -8,12 +8,7 @@ namespace orvel {
 
 class ActionSheet;
 
-class ActionSheetDelegate
-{
-public:
-    virtual ~ActionSheetDelegate() = default;
-    virtual void clickedButtonAtIndex(ActionSheet &actionSheet, int buttonIndex) = 0;
-};
+using ActionSheetDelegate = QuestionDelegate<ActionSheet>;
 
 // A choice that slides in over the window. Window::showActionSheet shows it. Buttons are numbered in display
 // order, the cancel button last.

@@ -8,12 +8,7 @@ namespace orvel {
 
 class AlertView;
 
-class AlertViewDelegate
-{
-public:
-    virtual ~AlertViewDelegate() = default;
-    virtual void clickedButtonAtIndex(AlertView &alertView, int buttonIndex) = 0;
-};
+using AlertViewDelegate = QuestionDelegate<AlertView>;
 
 // A message over everything else that waits for one of its buttons. Window::showAlert shows it.
 class AlertView : public orvel::Question
@@ -25,13 +20,13 @@ class AlertView : public orvel::Question
     Q_PROPERTY(QStringList buttons MEMBER m_buttons CONSTANT)
 public:
     // In characters. A server can send a longer one, which would hold up the window; the rest is cut off.
-    static constexpr qsizetype longestMessage = 2000;
+    static constexpr qsizetype maxMessageLength = 2000;
 
     // Button 0 is the first of `buttons`, and what Escape and Back choose.
     AlertView(const QString &title, const QString &message, const QStringList &buttons,
               std::weak_ptr<AlertViewDelegate> delegate, int tag)
         : Question(*this, title, std::move(delegate))
-        , m_message(message.left(longestMessage))
+        , m_message(message.left(maxMessageLength))
         , m_buttons(buttons)
         , m_tag(tag)
     {

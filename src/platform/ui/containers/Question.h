@@ -7,6 +7,15 @@
 
 namespace orvel {
 
+// Is told which button of an alert or an action sheet was clicked.
+template<class Asked>
+class QuestionDelegate
+{
+public:
+    virtual ~QuestionDelegate() = default;
+    virtual void clickedButtonAtIndex(Asked &question, int buttonIndex) = 0;
+};
+
 // The common part of an alert and an action sheet. It stands in front of everything else until one of its
 // buttons is clicked, and reports to its delegate which one. The delegate is not kept alive. Main thread.
 class Question : public QObject, public std::enable_shared_from_this<Question>

@@ -18,17 +18,11 @@ public:
     using Action = std::function<void(SearchBar &searchBar)>;
     SearchBar() = default;
 
-    void setSearchButtonClicked(Action action) { m_searchButtonClicked = std::move(action); }
-    void setCancelButtonClicked(Action action) { m_cancelButtonClicked = std::move(action); }
+    OUTLET_ACTION(searchButtonClicked, setSearchButtonClicked);
+    OUTLET_ACTION(cancelButtonClicked, setCancelButtonClicked);
     // The bar is edited while its field or one of its buttons has the keyboard.
-    void setTextDidBeginEditing(Action action) { m_textDidBeginEditing = std::move(action); }
-    void setTextDidEndEditing(Action action) { m_textDidEndEditing = std::move(action); }
-
-    // Called by layouts.
-    Q_INVOKABLE void searchButtonClicked() { run(m_searchButtonClicked); }
-    Q_INVOKABLE void cancelButtonClicked() { run(m_cancelButtonClicked); }
-    Q_INVOKABLE void beginEditing() { run(m_textDidBeginEditing); }
-    Q_INVOKABLE void endEditing() { run(m_textDidEndEditing); }
+    OUTLET_ACTION(beginEditing, setTextDidBeginEditing);
+    OUTLET_ACTION(endEditing, setTextDidEndEditing);
 
     OUTLET_VALUE(QString, text, setText) = QStringLiteral("");
     // The inner field is drawn on dark grey with its text at the left.
@@ -38,17 +32,6 @@ public:
     OUTLET_VALUE(bool, showsCancelButton, setShowsCancelButton) = false;
     // The image of the button that empties the field, shown while there is a text. An empty name: no button.
     OUTLET_VALUE(QString, clearIcon, setClearIcon) = QStringLiteral("");
-
-    // A copy: the action may end the screen that owns this bar.
-    void run(const Action &action)
-    {
-        if (const Action copy = action)
-            copy(*this);
-    }
-    Action m_searchButtonClicked;
-    Action m_cancelButtonClicked;
-    Action m_textDidBeginEditing;
-    Action m_textDidEndEditing;
 };
 
 } // namespace orvel

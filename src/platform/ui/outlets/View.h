@@ -24,6 +24,20 @@ public:                                                                         
 private:                                                                                                     \
     Type m_##name
 
+// Declares what an outlet does for its screen: a setter for the action, and the function by which layouts run
+// it. The class has a type Action, which takes the outlet. Leaves the access at private.
+#define OUTLET_ACTION(name, setName)                                                                         \
+public:                                                                                                      \
+    void setName(Action action) { m_##name = std::move(action); }                                            \
+    Q_INVOKABLE void name()                                                                                  \
+    {                                                                                                        \
+        if (const Action copy = m_##name) /* the action may end the outlet */                                \
+            copy(*this);                                                                                     \
+    }                                                                                                        \
+                                                                                                             \
+private:                                                                                                     \
+    Action m_##name
+
 // A passive place on a screen that a layout draws. Setting a value notifies the layout and has no other
 // effect.
 class View : public QObject

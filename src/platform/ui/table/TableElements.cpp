@@ -50,7 +50,7 @@ const TableElement *TableElements::find(const TablePlace &place) const
 
 int TableElements::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_elements.size());
+    return parent.isValid() ? 0 : int(m_elements.size());
 }
 
 QVariant TableElements::data(const QModelIndex &index, int role) const

@@ -21,7 +21,7 @@ void TableGeometry::setCounts(const std::vector<int> &rowsInSection)
 {
     m_places.clear();
     for (std::size_t section = 0; section < rowsInSection.size(); ++section)
-        append(m_places, static_cast<int>(section), rowsInSection[section]);
+        append(m_places, int(section), rowsInSection[section]);
     m_heights.assign(m_places.size(), 0);
     m_tops.assign(m_places.size() + 1, 0);
 }
@@ -43,7 +43,7 @@ void TableGeometry::setSection(int section, int rows, const HeightOf &heightOf)
     replace(m_places, places);
     replace(m_heights, std::vector<double>(places.size()));
     m_tops.resize(m_places.size() + 1);
-    const std::size_t begin = static_cast<std::size_t>(first);
+    const std::size_t begin = std::size_t(first);
     ask(begin, begin + places.size(), heightOf);
     sumFrom(begin + places.size());
 }
@@ -63,7 +63,7 @@ std::size_t TableGeometry::indexOf(const TablePlace &place) const
 {
     const auto found = std::ranges::lower_bound(m_places, place);
     const bool exists = found != m_places.end() && *found == place;
-    return exists ? static_cast<std::size_t>(found - m_places.begin()) : m_places.size();
+    return exists ? std::size_t(found - m_places.begin()) : m_places.size();
 }
 
 std::pair<std::size_t, std::size_t> TableGeometry::placesBetween(double top, double bottom) const
@@ -72,7 +72,7 @@ std::pair<std::size_t, std::size_t> TableGeometry::placesBetween(double top, dou
     const auto bottoms = m_tops.begin() + 1;
     const auto first = std::upper_bound(bottoms, m_tops.end(), top) - bottoms;
     const auto last = std::lower_bound(m_tops.begin(), m_tops.end() - 1, bottom) - m_tops.begin();
-    return {static_cast<std::size_t>(first), static_cast<std::size_t>(std::max(first, last))};
+    return {std::size_t(first), std::size_t(std::max(first, last))};
 }
 
 void TableGeometry::ask(std::size_t first, std::size_t last, const HeightOf &heightOf)

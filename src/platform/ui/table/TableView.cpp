@@ -116,7 +116,7 @@ void TableView::scrollToRowAtIndexPath(IndexPath indexPath, ScrollPosition, bool
     if (!m_geometry->contains(place))
         return;
     const double top = m_geometry->top(m_geometry->indexOf(place));
-    const double offset = std::max(0.0, std::min(top, contentHeight() - frame().height()));
+    const double offset = std::max(0.0, std::min(top, maxOffset()));
     if (animated)
         Q_EMIT scrollWanted(offset);
     else
@@ -134,6 +134,8 @@ void TableView::setContentOffset(double offset)
     if (delegate)
         delegate->scrollViewDidScroll(*this);
 }
+
+double TableView::maxOffset() const { return contentHeight() + m_bottomInset - frame().height(); }
 
 double TableView::contentHeight() const { return m_geometry->contentHeight(); }
 

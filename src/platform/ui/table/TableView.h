@@ -30,6 +30,8 @@ class TableView : public orvel::View
     // Points scrolled from the top. Written by the layout while the user scrolls, read by it when a screen
     // has set it.
     Q_PROPERTY(double contentOffset READ contentOffset WRITE setContentOffset NOTIFY contentOffsetChanged)
+    // Points at the table's lower end that something else covers. Set by the layout.
+    Q_PROPERTY(double bottomInset MEMBER m_bottomInset)
 public:
     // Rows and sections change at once with either.
     enum class RowAnimation { Fade = 0, None = 5 };
@@ -65,6 +67,8 @@ public:
     // Not clamped: a layout's overshoot is reported as it is. A value that is not finite has no effect.
     void setContentOffset(double offset);
     double contentHeight() const;
+    double maxOffset() const; // negative when all of the list can be seen
+    double bottomInset() const { return m_bottomInset; }
     QAbstractItemModel *elements() const;
 
     // Called by layouts when a row is tapped, clicked or chosen by keyboard.
@@ -91,6 +95,7 @@ private:
     void frameHasChanged();
 
     double m_contentOffset = 0;
+    double m_bottomInset = 0;
     double m_width = 0;
     double m_heightTold = 0; // in contentHeightChanged
     bool m_loaded = false;

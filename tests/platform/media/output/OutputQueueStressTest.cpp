@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <random>
 #include <thread>
+#include <utility>
 
 using namespace orvel;
 using namespace orvel::test;
@@ -16,21 +17,13 @@ namespace {
 struct LastReference
 {
     std::mutex mutex;
-    bool isGone = false;
     std::shared_ptr<OutputQueue> queue;
 
-    void hold(std::shared_ptr<OutputQueue> last)
+    // What it held ends behind the lock.
+    std::shared_ptr<OutputQueue> exchange(std::shared_ptr<OutputQueue> other)
     {
         const std::lock_guard lock(mutex);
-        if (!isGone)
-            queue.swap(last);
-    }
-    void letGo()
-    {
-        std::shared_ptr<OutputQueue> last;
-        const std::lock_guard lock(mutex);
-        isGone = true;
-        queue.swap(last);
+        return std::exchange(queue, std::move(other));
     }
 };
 
@@ -41,7 +34,7 @@ constexpr Deed deeds[] = {
     [](OutputQueue &queue, LastReference &) { queue.dispose(); },
     [](OutputQueue &queue, LastReference &) { queue.stop(true), queue.start(); },
     [](OutputQueue &queue, LastReference &) { queue.pause(), queue.start(); },
-    [](OutputQueue &, LastReference &last) { last.letGo(); },
+    [](OutputQueue &, LastReference &last) { last.exchange(nullptr); },
 };
 
 // One queue after another, each started, disturbed and ended in one of many ways.
@@ -67,8 +60,8 @@ void churn(const EncodedTone &tone, quint32 seed)
             queue->stop(random() % 2 == 0);
         if (random() % 2 == 0)
             queue->start();
-        last->hold(std::move(queue));
-        last->letGo();
+        last->exchange(std::move(queue));
+        last->exchange(nullptr);
     }
 }
 

@@ -61,6 +61,17 @@ EncodedTone asPcm(const std::vector<float> &samples, const AudioStreamBasicDescr
     return tone;
 }
 
+// What is heard of a tone.
+std::vector<float> played(const EncodedTone &tone)
+{
+    const CapturedSound sound;
+    ToneFeeder feeder(tone);
+    feeder.play();
+    EXPECT_TRUE(feeder.waitForTheEnd());
+    EXPECT_EQ(feeder.packetsLeft(), 0u);
+    return sound.samples();
+}
+
 const ToneRequest radio{.bitrate = 128000, .seconds = 20};
 
 } // namespace
@@ -84,12 +95,7 @@ TEST(OutputQueueTest, PlaysWhatTheDecoderGivesWithoutGapOrLoss)
                                asPcm(samples, pcm(type, bits, order)), samples);
     for (const auto &[name, tone, expected] : cases) {
         SCOPED_TRACE(name);
-        const CapturedSound sound;
-        ToneFeeder feeder(tone);
-        feeder.play();
-        ASSERT_TRUE(feeder.waitForTheEnd());
-        EXPECT_EQ(feeder.packetsLeft(), 0u);
-        expectSameSound(sound.samples(), expected);
+        expectSameSound(played(tone), expected);
     }
 }
 
@@ -134,11 +140,7 @@ TEST(OutputQueueTest, PassesOverBrokenPackets)
     for (std::size_t i = 10; i < tone.packets.size(); i += 7)
         for (quint32 byte = 0; byte < tone.packets[i].dataByteSize; ++byte)
             tone.bytes[tone.packets[i].startOffset + byte] = char(random() >> 8);
-    const CapturedSound sound;
-    ToneFeeder feeder(tone);
-    feeder.play();
-    ASSERT_TRUE(feeder.waitForTheEnd());
-    expectSameSound(sound.samples(), decoded(tone));
+    expectSameSound(played(tone), decoded(tone));
 }
 
 TEST(OutputQueueTest, GoesOnAtTheDevicesRateWhenTheStreamsChanges)
@@ -151,11 +153,7 @@ TEST(OutputQueueTest, GoesOnAtTheDevicesRateWhenTheStreamsChanges)
         tone.packets.push_back(packet);
     }
     tone.bytes += other.bytes;
-    const CapturedSound sound;
-    ToneFeeder feeder(tone);
-    feeder.play();
-    ASSERT_TRUE(feeder.waitForTheEnd());
-    const std::vector<float> captured = sound.samples();
+    const std::vector<float> captured = played(tone);
     const auto heard = std::count_if(captured.begin(), captured.end(), [](float s) { return s != 0; });
     EXPECT_NEAR(double(heard), double(expected), 4000); // the encoders' lead-in is silent
 }
@@ -305,7 +303,7 @@ TEST(AudioSessionTest, TellsTheFirstBeginAndTheLastEnd)
 TEST(OutputQueueTest, APauseIsHeardAtOnce)
 {
     const EncodedTone tone = encodeTone({.seconds = 30});
-    qputenv("ORVEL_AUDIO_DEVICE", "null");
+    const SilentDevice device;
     const auto queue = newOutputQueue(tone.format, [](OutputQueue &, OutputBuffer &) {});
     queue->enqueueBuffer(*filledBuffer(*queue, tone), tone.packets);
     // Other work of the machine may be in the way of one pause; the device would go on for a second or more.
@@ -322,20 +320,20 @@ TEST(OutputQueueTest, APauseIsHeardAtOnce)
         return paused > 0 && now < bound;
     }));
     joinOutputQueues();
-    qunsetenv("ORVEL_AUDIO_DEVICE");
 }
 
 TEST(OutputQueueTest, WithoutADeviceKeepsTheTimeAndSaysSoOnce)
 {
     joinOutputQueues();
-    qputenv("SDL_AUDIODRIVER", "there is no such driver");
+    const EnvironmentValue driver("SDL_AUDIODRIVER", "there is no such driver");
     static int told = 0;
     NotificationCentre::defaultCentre().addObserver(&told, noSoundDeviceNotification,
                                                     [&](const Notification &) { ++told; });
     const std::atomic<float> volume = 1;
-    qputenv("ORVEL_AUDIO_DEVICE", "null");
-    openAudioDevice({.sampleRate = 8000, .channels = 1, .volume = &volume, .wantsData = {}});
-    qunsetenv("ORVEL_AUDIO_DEVICE");
+    {
+        const SilentDevice wanted;
+        openAudioDevice({.sampleRate = 8000, .channels = 1, .volume = &volume, .wantsData = {}});
+    }
     letEventsRun();
     EXPECT_EQ(told, 0); // who asks for silence misses no device
     const EncodedTone tone = encodeTone({.seconds = 1});
@@ -359,7 +357,6 @@ TEST(OutputQueueTest, WithoutADeviceKeepsTheTimeAndSaysSoOnce)
     letEventsRun();
     EXPECT_EQ(told, 1);
     NotificationCentre::defaultCentre().removeObserver(&told);
-    qputenv("SDL_AUDIODRIVER", "disk");
 }
 
 TEST(OutputQueueTest, RefusesWhatMakesNoSense)

@@ -3,9 +3,7 @@
 #include "platform/ui/composers/MailComposeViewController.h"
 #include "platform/ui/composers/MessageComposeViewController.h"
 #include "platform/ui/containers/Window.h"
-#include "support/FakeDesktop.h"
 
-#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace orvel;
@@ -108,15 +106,6 @@ TEST_F(ComposersTest, AMailKeepsItsHtmlUntilItsTextIsEdited)
     EXPECT_TRUE(composer->draft().body.contains("1 &lt; 2"));
     composer->addAttachmentData({}, "image/jpeg", "photo.jpeg");
     EXPECT_TRUE(composer->attachmentName.hidden());
-}
-
-TEST_F(ComposersTest, ASavedMailIsAFileAndItsPlaceIsTold)
-{
-    const test::FakeDesktop desktop;
-    mail()->saveButton.touchUpInside();
-    EXPECT_EQ(results->seen, QStringList{"mail 1"});
-    const QString place = window.alert()->message();
-    EXPECT_TRUE(QFile::exists(place) && place.startsWith(desktop.path("")));
 }
 
 TEST_F(ComposersTest, AShareSheetDismissesItselfAndThenTells)

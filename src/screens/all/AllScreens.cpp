@@ -1,4 +1,4 @@
-#include "shell/AllScreens.h"
+#include "screens/all/AllScreens.h"
 
 #include "app/MenuController.h"
 #include "screens/account/MonoCompteController.h"
