@@ -3,6 +3,7 @@
 #include "demo/Accounts.h"
 #include "demo/PictureBook.h"
 #include "demo/Playlists.h"
+#include "demo/SoundBook.h"
 #include "demo/StationApi.h"
 #include "demo/StreamServer.h"
 
@@ -36,6 +37,7 @@ struct DemoStation::Parts
           std::unique_ptr<StreamServer> streamServer, std::unique_ptr<WebServer> networkServer)
         : content(address(siteServer->port()), address(streamServer->port()))
         , pictures(content.programmes())
+        , sounds(content.programmes())
         , api({keyOr(options.stationSigningKey, ORVEL_STATION_SIGNING_KEY),
                keyOr(options.stationPublicKey, ORVEL_STATION_PUBLIC_KEY)},
               {{"webradio", content.webradio()}, {"frequences", content.frequences()}}, &accounts)
@@ -54,6 +56,8 @@ struct DemoStation::Parts
             return *answer;
         if (const auto answer = pictures.answer(request))
             return *answer;
+        if (const auto answer = sounds.answer(request))
+            return *answer;
         if (const auto answer = playlistAnswer(content, request))
             return *answer;
         if (!request.post && request.path == QLatin1String("/"))
@@ -65,6 +69,7 @@ struct DemoStation::Parts
 
     StationContent content;
     PictureBook pictures;
+    SoundBook sounds;
     Accounts accounts;
     StationApi api;
     StationApi networkApi;

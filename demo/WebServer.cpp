@@ -26,7 +26,8 @@ WebRequest readRequest(const httplib::Request &request, bool post)
 
 void writeAnswer(const WebRequest &request, const WebAnswer &answer, httplib::Response &response)
 {
-    response.status = answer.status;
+    if (answer.status != 200) // the library makes it 206 for a range
+        response.status = answer.status;
     if (answer.maxAge > 0) {
         const QByteArray tag =
             '"' + QCryptographicHash::hash(answer.body, QCryptographicHash::Sha1).toHex() + '"';
@@ -37,6 +38,8 @@ void writeAnswer(const WebRequest &request, const WebAnswer &answer, httplib::Re
             return;
         }
     }
+    if (answer.takesRanges)
+        response.set_header("Accept-Ranges", "bytes");
     response.set_content(answer.body.constData(), std::size_t(answer.body.size()), answer.type.constData());
 }
 

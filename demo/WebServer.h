@@ -28,7 +28,8 @@ struct WebAnswer
     int status = 200;
     QByteArray type;
     QByteArray body;
-    int maxAge = 0; // seconds a client may keep it without asking again
+    int maxAge = 0;           // seconds a client may keep it without asking again
+    bool takesRanges = false; // says so; every answer can be had in parts
 };
 
 // An HTTP server on 127.0.0.1 with threads of its own.

@@ -70,3 +70,30 @@ TEST(StationApiTest, RefusesWhatIsNotSignedForTheService)
         EXPECT_EQ(envelope["error"]["message"].toString().isEmpty(), status == 200);
     }
 }
+
+TEST(SoundBookTest, ServesEachKindWithRanges)
+{
+    const auto station = DemoStation::start({});
+    httplib::Client client(station->siteUrl().toStdString());
+    const std::tuple<const char *, const char *, std::size_t, const char *> cases[] = {
+        {"mp3", "audio/mpeg", 0, "\xff\xfb"}, {"aac", "audio/aac", 0, "\xff\xf1"},
+        {"m4a", "audio/mp4", 4, "ftypM4A "},  {"wav", "audio/wav", 0, "RIFF"},
+        {"aiff", "audio/aiff", 0, "FORM"},
+    };
+    for (const auto &[type, contentType, at, bytes] : cases) {
+        SCOPED_TRACE(type);
+        const std::string path = std::string("/sons/la-radio.") + type;
+        const auto whole = client.Get(path);
+        ASSERT_TRUE(whole);
+        EXPECT_EQ(whole->get_header_value("Content-Type"), contentType);
+        EXPECT_EQ(whole->get_header_value("Accept-Ranges"), "bytes");
+        EXPECT_EQ(whole->body.find(bytes), at);
+        EXPECT_GT(whole->body.size(), 400'000u);
+        const auto part = client.Get(path, {{"Range", "bytes=1000-" + std::to_string(whole->body.size())}});
+        ASSERT_TRUE(part);
+        EXPECT_EQ(part->status, 206);
+        EXPECT_EQ(part->body, whole->body.substr(1000));
+    }
+    EXPECT_EQ(client.Get("/sons/la-radio.ogg")->status, 404);
+    EXPECT_EQ(client.Get("/sons/nulle.mp3")->status, 404);
+}

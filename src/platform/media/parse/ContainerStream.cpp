@@ -146,10 +146,6 @@ void ContainerStream::cutHeld()
 
 qsizetype ContainerStream::cut(QByteArrayView bytes)
 {
-    if (m_position > m_step.offset) { // a packet reaches into what should be headers
-        m_step = ContainerStep::fail();
-        return 0;
-    }
     if (isSoundOver()) {
         const qsizetype rest = qsizetype(std::min<qint64>(m_step.offset - m_position, bytes.size()));
         m_position += rest;
@@ -162,6 +158,11 @@ qsizetype ContainerStream::cut(QByteArrayView bytes)
     const qsizetype taken = hasConstantPackets() ? takeConstant(bytes) : takeVarying(bytes);
     m_position += taken;
     return taken;
+}
+
+bool ContainerStream::isSoundOver() const
+{
+    return packets().isEnd(m_cursor) || m_cursor.offset + packets().sizeOf(m_cursor.packet) > m_step.offset;
 }
 
 qsizetype ContainerStream::takeVarying(QByteArrayView bytes)

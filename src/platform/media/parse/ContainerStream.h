@@ -39,8 +39,8 @@ private:
     qsizetype completePacket(QByteArrayView bytes);
     const PacketTable &packets() const { return m_reader->sound().packets; }
     bool hasConstantPackets() const { return m_reader->sound().format.bytesPerPacket > 0; }
-    // Where the sound ends that may be cut now.
-    bool isSoundOver() const { return packets().isEnd(m_cursor) || m_cursor.offset >= m_step.offset; }
+    // No packet is left that ends before headers go on.
+    bool isSoundOver() const;
 
     const std::unique_ptr<ContainerReader> m_reader;
     PacketOutlet m_outlet;

@@ -3,6 +3,7 @@
 #include "platform/media/codec/AudioDecoder.h"
 #include "support/EncodedTone.h"
 
+#include <QtEndian>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -368,6 +369,22 @@ TEST(SoundFilesTest, MayBeWrittenInOtherWays)
         EXPECT_GT(heard.packets.size(), 10) << what;
         EXPECT_TRUE(heard.packets == expected.packets) << what;
     }
+}
+
+TEST(SoundFilesTest, HaveNoPacketBeyondTheirFragment)
+{
+    QByteArray file =
+        soundFile("a.mp4", {"-frag_duration", "300000", "-movflags", "+frag_keyframe+empty_moov"});
+    ParsedFile original;
+    original.push(file, file.size());
+    const qsizetype size = file.indexOf("mdat") - 4;
+    const auto bytes = qFromBigEndian<quint32>(file.constData() + size);
+    file.replace(size, 4, bigEndian(bytes - 10, 4));
+    ParsedFile whole;
+    ParsedFile slow;
+    EXPECT_TRUE(whole.push(file, file.size()).packets == slow.push(file, 1).packets);
+    EXPECT_EQ(whole.packets, original.packets.first(whole.packets.size()));
+    EXPECT_LT(whole.packets.size(), original.packets.size());
 }
 
 TEST(SoundFilesTest, RefuseWhatCanNotBeTrue)
