@@ -63,10 +63,12 @@ struct PulseAudioServer::Waiting
     PulseAudioHandle<pa_stream> stream;
     std::function<void()> ended; // empty after the end
 
+    // The stream is let go of later: it may be calling.
     void end()
     {
         if (const auto function = std::exchange(ended, nullptr))
             function();
+        instance().callAfter({});
     }
 };
 
@@ -81,9 +83,10 @@ bool PulseAudioServer::add(PulseAudioClient &client)
 {
     const std::lock_guard users(m_users);
     if (!m_loop) {
-        m_loop.reset(pa_threaded_mainloop_new());
-        if (pa_threaded_mainloop_start(m_loop.get()) < 0)
+        PulseAudioHandle<pa_threaded_mainloop> loop(pa_threaded_mainloop_new());
+        if (!loop || pa_threaded_mainloop_start(loop.get()) < 0)
             return false;
+        m_loop = std::move(loop);
     }
     const Lock lock;
     if (!m_context || !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())))
