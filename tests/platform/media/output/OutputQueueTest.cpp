@@ -183,6 +183,7 @@ TEST(OutputQueueTest, StopsAtOnceAndStartsAnew)
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
             before = queue->currentTime().value_or(0);
             EXPECT_GT(before, 0);
+            queue->pause(); // notes the time
             queue->stop(true);
             EXPECT_EQ(queue->currentTime(), std::nullopt);
             ASSERT_TRUE(waitUntil([&] { return changes == 2 * round; }));

@@ -1,4 +1,5 @@
 #include "platform/media/output/AudioSession.h"
+#include "platform/media/output/RecordedPieces.h"
 #include "platform/media/output/ToneFeeder.h"
 #include "support/PulseServer.h"
 #include "support/SoundComparison.h"
@@ -42,40 +43,11 @@ void rest(double seconds)
     }
 }
 
-using Frames = std::vector<std::pair<float, float>>;
-
-// Pauses are silence in the midst of a sound.
-Frames withoutPauses(const std::vector<float> &samples)
+// Nothing else may have been recorded.
+std::vector<Piece> wholePiecesOf(const Frames &sound, const std::vector<float> &recorded)
 {
-    Frames frames;
-    for (std::size_t i = 0; i + 1 < samples.size(); i += 2)
-        if (samples[i] != 0 || samples[i + 1] != 0)
-            frames.emplace_back(samples[i], samples[i + 1]);
-    return frames;
-}
-
-// A recorded piece of a sound: where it begins and ends in the sound, in frames.
-struct Piece
-{
-    std::size_t begin;
-    std::size_t end;
-};
-
-std::vector<Piece> piecesOf(const Frames &sound, const Frames &recorded)
-{
-    constexpr std::ptrdiff_t sample = 8; // frames that stand once in the sound
-    std::vector<Piece> pieces;
-    auto at = recorded.begin();
-    while (recorded.end() - at >= sample) {
-        const auto found = std::search(sound.begin(), sound.end(), at, at + sample);
-        if (found == sound.end()) {
-            ADD_FAILURE() << "frame " << at - recorded.begin() << " of the recording is none of the sound's";
-            break;
-        }
-        const auto [here, there] = std::mismatch(at, recorded.end(), found, sound.end());
-        at = here;
-        pieces.push_back({std::size_t(found - sound.begin()), std::size_t(there - sound.begin())});
-    }
+    const auto [pieces, strays] = piecesOf(sound, withoutPauses(recorded));
+    EXPECT_EQ(strays, 0u);
     return pieces;
 }
 
@@ -140,7 +112,7 @@ TEST_F(PulseAudioTest, LosesNoFrameInPausesAndResumes)
         feeder.queue->start();
     }
     ASSERT_TRUE(feeder.waitForTheEnd());
-    expectWhole(piecesOf(sound, withoutPauses(recorder.soundUntilSilence())), sound);
+    expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound);
 }
 
 TEST_F(PulseAudioTest, HearsAnotherVolumeSoonAndWithoutAClick)
@@ -177,8 +149,8 @@ TEST_F(PulseAudioTest, RunsOnInSilenceUntilTheServerIsThereAgain)
         ASSERT_TRUE(feeder.waitForTheEnd());
         const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
 
-        const std::vector<Piece> before = piecesOf(sound, withoutPauses(first.samples()));
-        const std::vector<Piece> after = piecesOf(sound, withoutPauses(second.soundUntilSilence()));
+        const std::vector<Piece> before = wholePiecesOf(sound, first.samples());
+        const std::vector<Piece> after = wholePiecesOf(sound, second.soundUntilSilence());
         ASSERT_EQ(before.size(), 1u);
         ASSERT_EQ(after.size(), 1u);
         EXPECT_EQ(before[0].begin, 0u);
@@ -208,7 +180,7 @@ TEST_F(PulseAudioTest, FollowsItsSinkAwayAndBack)
     ASSERT_TRUE(feeder.waitForTheEnd());
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
     EXPECT_NEAR(taken.count(), double(sound.size()) / rate, 0.5);
-    const std::vector<Piece> after = piecesOf(sound, withoutPauses(recorder.soundUntilSilence()));
+    const std::vector<Piece> after = wholePiecesOf(sound, recorder.soundUntilSilence());
     ASSERT_EQ(after.size(), 1u);
     EXPECT_EQ(after[0].end, sound.size());
     EXPECT_LT(double(after[0].begin), 2.2 * rate);
@@ -238,7 +210,7 @@ TEST_F(PulseAudioTest, IsSilentForACallAndLosesNothing)
         ASSERT_TRUE(waitUntil([&] { return told.size() == 2; }));
         EXPECT_EQ(told.back(), InterruptionState::End);
         ASSERT_TRUE(feeder.waitForTheEnd());
-        expectWhole(piecesOf(sound, withoutPauses(recorder.soundUntilSilence())), sound);
+        expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound);
     }
     // Who stops for the call learns of its end, too.
     ToneFeeder feeder(tone);
