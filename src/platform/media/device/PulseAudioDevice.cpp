@@ -18,6 +18,7 @@ constexpr milliseconds startLevel(50);
 // From what is heard now to the first frame that can still be exchanged for a louder or softer one.
 constexpr milliseconds exchangeDelay(30);
 constexpr milliseconds volumeRamp(20);
+constexpr milliseconds endDelay(30);
 // Sent in one piece while the queue still decodes.
 constexpr milliseconds piece(250);
 
@@ -278,9 +279,21 @@ void PulseAudioDevice::noteHeard() const
         const qint64 due = m_silentFrom + framesIn(std::max(now - m_silentSince, Clock::duration()));
         m_heard = std::clamp(due, m_heard, written());
     } else if (const std::optional<qint64> frames = streamFrames()) {
-        m_heard = std::clamp(m_origin + *frames, m_heard, std::max(m_heard, m_sent));
+        m_heard = std::clamp(m_origin + *frames, m_heard, std::max(m_heard, beforeEnd(m_origin + *frames)));
     }
     m_seen = now;
+}
+
+// The most that can have been heard. The position is an estimate, and who closes the device at the end cuts
+// off what is still to be heard: the last frame counts a moment after it is due.
+qint64 PulseAudioDevice::beforeEnd(qint64 due) const
+{
+    const Clock::time_point now = Clock::now();
+    if (due < m_sent || m_endOf != m_sent) {
+        m_endOf = due < m_sent ? -1 : m_sent;
+        m_endSeen = now;
+    }
+    return due < m_sent || now - m_endSeen >= endDelay ? m_sent : m_sent - 1;
 }
 
 // Frames of the stream that have been heard.

@@ -52,6 +52,7 @@ private:
     void beginSilence();
     void countSilenceFromNow();
     void noteHeard() const;
+    qint64 beforeEnd(qint64 due) const;
     std::optional<qint64> streamFrames() const;
     qint64 room() const;
     qint64 taken() const;
@@ -77,12 +78,14 @@ private:
     bool m_isInterrupted = false; // by the server
     bool m_isCorked = true;
     bool m_isUnderrun = false;
-    qint64 m_origin = 0;              // the frame of the sound that is the stream's first
-    qint64 m_sent = 0;                // frames of the sound that the server has
-    mutable qint64 m_heard = 0;       // frames of the sound, at ...
-    mutable Clock::time_point m_seen; // ... this time
-    qint64 m_silentFrom = 0;          // the frame that was due when ...
-    Clock::time_point m_silentSince;  // ... the silence began to count
+    qint64 m_origin = 0;                 // the frame of the sound that is the stream's first
+    qint64 m_sent = 0;                   // frames of the sound that the server has
+    mutable qint64 m_heard = 0;          // frames of the sound, at ...
+    mutable Clock::time_point m_seen;    // ... this time
+    mutable qint64 m_endOf = -1;         // the frames sent when the last one was due ...
+    mutable Clock::time_point m_endSeen; // ... first
+    qint64 m_silentFrom = 0;             // the frame that was due when ...
+    Clock::time_point m_silentSince;     // ... the silence began to count
     Clock::time_point m_goneAt;
 };
 
