@@ -384,7 +384,8 @@ TEST(SoundFilesTest, HaveNoPacketBeyondTheirFragment)
     ParsedFile slow;
     EXPECT_TRUE(whole.push(file, file.size()).packets == slow.push(file, 1).packets);
     EXPECT_EQ(whole.packets, original.packets.first(whole.packets.size()));
-    EXPECT_LT(whole.packets.size(), original.packets.size());
+    EXPECT_FALSE(whole.packets.isEmpty());
+    EXPECT_LE(whole.packets.join().size(), bytes - 8 - 10);
 }
 
 TEST(SoundFilesTest, RefuseWhatCanNotBeTrue)
