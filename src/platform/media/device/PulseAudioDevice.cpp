@@ -144,12 +144,13 @@ void PulseAudioDevice::setMediaName(const QString &name)
 
 void PulseAudioDevice::serverAnswers(pa_context &context)
 {
-    if (!isGone())
+    if (!isGone() && !isSpent())
         return;
     noteHeard();
+    m_heard = isSpent() ? m_sent : m_heard;
     m_origin = m_sent = m_heard;
     m_isCorked = true;
-    m_isUnderrun = false;
+    m_isUnderrun = m_isDrained = false;
     m_stream = newStream(context);
     if (!m_stream || !connectStream())
         PulseAudioServer::instance().streamHasFailed();
@@ -173,8 +174,7 @@ PulseAudioHandle<pa_stream> PulseAudioDevice::newStream(pa_context &context)
         this);
     pa_stream_set_underflow_callback(
         stream.get(),
-        [](pa_stream *, void *device) { static_cast<PulseAudioDevice *>(device)->m_isUnderrun = true; },
-        this);
+        [](pa_stream *, void *device) { static_cast<PulseAudioDevice *>(device)->onUnderflow(); }, this);
     pa_stream_set_started_callback(
         stream.get(),
         [](pa_stream *, void *device) { static_cast<PulseAudioDevice *>(device)->m_isUnderrun = false; },
@@ -228,6 +228,17 @@ void PulseAudioDevice::onRequest()
         send();
     if (room() >= capacity() / 4)
         m_wantsData();
+}
+
+// PipeWire keeps what does not fill one of its cycles until more comes, or until it is told that this is all.
+// A stream that was told plays nothing that follows whole.
+void PulseAudioDevice::onUnderflow()
+{
+    m_isUnderrun = true;
+    if (PulseAudioServer::instance().isPipeWire() && !m_isCorked && written() == m_sent) {
+        m_isDrained = true;
+        ignore(pa_stream_drain(m_stream.get(), nullptr, nullptr));
+    }
 }
 
 void PulseAudioDevice::onEvent(const char *name)
@@ -340,7 +351,9 @@ void PulseAudioDevice::send()
     if (!isReady())
         return;
     const qint64 frames = std::min(written() - m_sent, framesOf(pa_stream_writable_size(m_stream.get())));
-    if (frames <= 0)
+    if (isSpent())
+        PulseAudioServer::instance().streamIsSpent();
+    if (frames <= 0 || isSpent())
         return;
     put(m_sent, frames, PA_SEEK_RELATIVE);
     m_sent += frames;

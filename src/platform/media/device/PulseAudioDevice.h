@@ -44,10 +44,12 @@ private:
     bool connectStream();
     void onState();
     void onRequest();
+    void onUnderflow();
     void onEvent(const char *name);
 
     bool isReady() const;
     bool isGone() const;
+    bool isSpent() const { return m_isDrained && written() > m_sent; }
     bool isToSound() const { return m_isPlaying && !m_isInterrupted; }
     void beginSilence();
     void countSilenceFromNow();
@@ -78,6 +80,7 @@ private:
     bool m_isInterrupted = false; // by the server
     bool m_isCorked = true;
     bool m_isUnderrun = false;
+    bool m_isDrained = false;            // the stream takes no more
     qint64 m_origin = 0;                 // the frame of the sound that is the stream's first
     qint64 m_sent = 0;                   // frames of the sound that the server has
     mutable qint64 m_heard = 0;          // frames of the sound, at ...

@@ -60,9 +60,11 @@ public:
 
     // Whether the server is PipeWire. With the lock held.
     bool isPipeWire() const { return m_isPipeWire; }
-    // A client's stream works, or has failed. With the lock held, also inside libpulse's callbacks.
+    // A client's stream works, has failed, or is to be made anew. With the lock held, also inside libpulse's
+    // callbacks.
     void streamWorks() { m_failingSince.reset(); }
     void streamHasFailed();
+    void streamIsSpent() { callAfter({}); }
     // Keeps a corked stream until the server no longer wants it corked, or fails, and calls `ended` then.
     // With the lock held.
     void awaitUncork(PulseAudioHandle<pa_stream> stream, std::function<void()> ended);

@@ -115,6 +115,22 @@ TEST_F(PulseAudioTest, LosesNoFrameInPausesAndResumes)
     expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound);
 }
 
+TEST_F(PulseAudioTest, GoesOnAfterAnUnderrunWithWhatFollows)
+{
+    const EncodedTone tone = encodeTone({.seconds = 3});
+    const Frames sound = withoutPauses(decoded(tone));
+    const SinkRecorder recorder(server);
+    ToneFeeder feeder(tone, {.ringSeconds = 0.4});
+    int returned = 0;
+    feeder.onCallback = [&](OutputBuffer &) {
+        if (++returned == 2)
+            std::this_thread::sleep_for(std::chrono::seconds(1));
+    };
+    feeder.play();
+    ASSERT_TRUE(feeder.waitForTheEnd());
+    expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound);
+}
+
 TEST_F(PulseAudioTest, HearsAnotherVolumeSoonAndWithoutAClick)
 {
     // Other work of the machine may delay one change beyond the sound that was to be exchanged.
