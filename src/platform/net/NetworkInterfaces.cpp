@@ -27,8 +27,7 @@ int openSocket()
     const int socket = ::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE);
     sockaddr_nl address{};
     address.nl_family = AF_NETLINK;
-    address.nl_groups =
-        RTMGRP_LINK | RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR | RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE;
+    address.nl_groups = RTMGRP_LINK | RTMGRP_IPV4_ROUTE | RTMGRP_IPV6_ROUTE; // an address has a route, too
     if (socket < 0 || ::bind(socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0)
         qCWarning(logNet) << "Changes of the network can't be watched:" << qt_error_string(errno);
     return socket;

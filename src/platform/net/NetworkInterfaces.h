@@ -9,8 +9,8 @@ namespace orvel {
 // not link-local.
 bool hasRouteToInternet();
 
-// Calls `changed`, as long as `context` lives, when the kernel reports (rtnetlink) that an interface, an
-// address or a route has come, gone or changed. Main thread.
+// Calls `changed`, as long as `context` lives, when the kernel reports (rtnetlink) that an interface or
+// a route has come, gone or changed. Main thread.
 void watchNetworkInterfaces(const QObject &context, std::function<void()> changed);
 
 } // namespace orvel

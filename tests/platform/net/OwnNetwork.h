@@ -23,12 +23,12 @@ public:
 
     bool isUsed() const { return m_isUsed; }
     // One with an address, a link-local one and the default route, all of IPv4: IPv6 would report more than
-    // the cable. Its other end is called "wall". A bridge of this machine's own, up all the time, leads
+    // the cable, about both of its ends. Its other end is called "wall". A bridge of this machine's own, up all the time, leads
     // nowhere.
     bool plugInCable() const
     {
-        return run("ip link add cable type veth peer name wall && "
-                   "ip link set cable addrgenmode none && ip link set wall addrgenmode none && "
+        return run("echo 1 > /proc/sys/net/ipv6/conf/default/disable_ipv6 && "
+                   "ip link add cable type veth peer name wall && "
                    "ip addr add 10.9.8.7/24 dev cable && ip addr add 169.254.9.8/16 scope link dev cable && "
                    "ip link add bridge type veth peer name guest && ip addr add 10.1.1.1/24 dev bridge && "
                    "ip link set bridge up && ip link set guest up && "
