@@ -75,6 +75,18 @@ TEST_F(RunLoopTest, AHoldKeepsScreensWaitingButNotServices)
     EXPECT_EQ(ran, QStringList({"service", "screen"}));
 }
 
+TEST_F(RunLoopTest, KnowsAScreensEntryAgainAfterOneInsideIt)
+{
+    loop.after(0, [this] {
+        loop.after(
+            0, [this] { ran << (loop.isInScreenEntry() ? "screen" : "service"); }, RunLoop::Lane::Service);
+        clock.turn(0);
+        ran << (loop.isInScreenEntry() ? "screen" : "service");
+    });
+    clock.turn(0);
+    EXPECT_EQ(ran, QStringList({"service", "screen"}));
+}
+
 TEST_F(RunLoopTest, WhatACancelledEntryHeldMayCancelMore)
 {
     const RunLoop::Token other = loop.after(2, note("other"));
