@@ -1,6 +1,7 @@
 #include "support/SoundFile.h"
 #include "ParsedFile.h"
 #include "platform/media/codec/AudioDecoder.h"
+#include "platform/media/parse/PacketTable.h"
 #include "support/EncodedTone.h"
 
 #include <QtEndian>
@@ -369,6 +370,17 @@ TEST(SoundFilesTest, MayBeWrittenInOtherWays)
         EXPECT_GT(heard.packets.size(), 10) << what;
         EXPECT_TRUE(heard.packets == expected.packets) << what;
     }
+}
+
+TEST(SoundFilesTest, HaveTablesWithinBounds)
+{
+    PacketTable table(quint32(4));
+    for (qint64 run = 0; run < qint64(PacketTable::maxRuns); ++run)
+        ASSERT_TRUE(table.addRun(run * 8, 1));
+    EXPECT_FALSE(table.addRun(qint64(PacketTable::maxRuns) * 8, 1));
+    EXPECT_TRUE(table.addRun(table.endOffset(), 1000));
+    EXPECT_FALSE(table.addRun(table.endOffset() - 1, 1));
+    EXPECT_FALSE(table.addRun(table.endOffset(), std::numeric_limits<qint64>::max()));
 }
 
 TEST(SoundFilesTest, HaveNoPacketBeyondTheirFragment)
