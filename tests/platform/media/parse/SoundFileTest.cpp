@@ -184,7 +184,7 @@ struct Ranges
 {
     explicit Ranges(QByteArrayView file)
     {
-        for (qsizetype at = 0; at < file.size() && parsed.isUnderstood; at += 2048) {
+        for (qsizetype at = 0; at < file.size() && parsed.isUnderstood && jumps < 10; at += 2048) {
             parsed.push(file.sliced(at, std::min<qsizetype>(2048, file.size() - at)), 2048);
             readBeforeSound += parsed.packets.isEmpty() ? 2048 : 0;
             if (const auto wanted = parsed.stream->wantedOffset()) {
@@ -220,6 +220,11 @@ TEST(SoundFilesTest, FetchTheIndexBehindTheSoundFirst)
     }
     EXPECT_EQ(Ranges(longSound("a.m4a", "-c:a alac -movflags +faststart")).jumps, 0);
     EXPECT_EQ(Ranges(soundFile("a.m4a", {"-c:a", "aac"})).jumps, 0); // read sooner than asked for
+    // A fragment whose first packets lie before it sends nobody back.
+    QByteArray fragments =
+        soundFile("a.mp4", {"-frag_duration", "300000", "-movflags", "+frag_keyframe+empty_moov"});
+    fragments.replace(fragments.indexOf("trun") + 12, 4, bigEndian(0, 4));
+    EXPECT_EQ(Ranges(fragments).jumps, 0);
 }
 
 TEST(SoundFilesTest, HoldSoundBeforeItsIndexUpToABound)
