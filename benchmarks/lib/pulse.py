@@ -21,13 +21,28 @@ class SoundServer:
     def __enter__(self):
         self._folder = tempfile.TemporaryDirectory(prefix="orvel-benchmark-pulse-")
         os.chmod(self._folder.name, 0o755)  # for the player that does not run as root
-        socket = f"{self._folder.name}/{self.socket}"
-        self.environment = {"PULSE_SERVER": f"unix:{socket}"}
+        self._socket = f"{self._folder.name}/{self.socket}"
+        self.environment = {"PULSE_SERVER": f"unix:{self._socket}"}
+        self._log = open(f"{self._folder.name}/log", "w+b")
+        self.start()
+        return self
+
+    def __exit__(self, *_):
+        self.kill(signal.SIGTERM)
+        self._log.close()
+        self._folder.cleanup()
+
+    def kill(self, number=signal.SIGKILL):
+        for pid in reversed(process.tree(self.pid)):
+            os.kill(pid, number)
+        self._process.wait()
+
+    def start(self):
+        """Anew, after a kill."""
         own = os.environ | {"HOME": self._folder.name, "XDG_RUNTIME_DIR": self._folder.name}
         for name in ("PULSE_SERVER", "DBUS_SESSION_BUS_ADDRESS", "DISPLAY"):
             own.pop(name, None)
-        self._log = open(f"{self._folder.name}/log", "w+b")
-        self._process = subprocess.Popen(self.command(socket), env=own, stdin=subprocess.DEVNULL, stdout=self._log,
+        self._process = subprocess.Popen(self.command(self._socket), env=own, stdin=subprocess.DEVNULL, stdout=self._log,
                                          stderr=self._log, start_new_session=True)
         self.pid = self._process.pid
         while b"nowhere" not in self.pactl("info"):
@@ -35,14 +50,6 @@ class SoundServer:
                 raise SystemExit(f"{self.name} does not start: " + open(self._log.name, errors="replace").read())
             time.sleep(0.05)
             self.prepare()
-        return self
-
-    def __exit__(self, *_):
-        for pid in reversed(process.tree(self.pid)):
-            os.kill(pid, signal.SIGTERM)
-        self._process.wait()
-        self._log.close()
-        self._folder.cleanup()
 
     def pactl(self, *arguments):
         return subprocess.run(["pactl", *arguments], env=os.environ | self.environment, capture_output=True).stdout

@@ -61,9 +61,9 @@ public:
     virtual void continueAt(qint64 fileOffset) = 0;
     // Returns the file's offset that should come next, by way of continueAt(): of an index that lies behind
     // the sound, then of the sound. It is the file's own word, and may lie behind its end. nullopt when just
-    // the next byte should come. Who can't jump goes on pushing,
-    // and the stream holds the bytes until the index comes, or fails when they are too many. The end of the
-    // file is not the end of the sound while an offset is wanted.
+    // the next byte should come. Who can't jump goes on pushing, and the stream holds the bytes until the
+    // index comes, or fails when they are too many. The end of the file is not the end of the sound while an
+    // offset is wanted.
     virtual std::optional<qint64> wantedOffset() const { return std::nullopt; }
 
     // nullopt before it was told, as the others that follow.

@@ -55,8 +55,9 @@ void ContainerStream::continueAt(qint64 fileOffset)
 std::optional<qint64> ContainerStream::wantedOffset() const
 {
     const bool isReading = m_step.kind == ContainerStep::Kind::Read && m_part.isEmpty();
-    const bool isBeforeSound =
-        m_step.kind == ContainerStep::Kind::Sound && m_mean.isEmpty() && m_part.isEmpty();
+    // Fragments come one after the other: who went back to the first would meet it again.
+    const bool isBeforeSound = m_step.kind == ContainerStep::Kind::Sound && m_reader->sound().isComplete &&
+                               m_mean.isEmpty() && m_part.isEmpty();
     if (!isReading && !isBeforeSound)
         return std::nullopt;
     const qint64 wanted = isReading ? m_step.offset : *m_dataOffset;

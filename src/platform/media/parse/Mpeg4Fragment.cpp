@@ -6,7 +6,8 @@ namespace orvel {
 
 namespace {
 
-constexpr quint32 maxPackets = 1 << 16; // of a fragment
+constexpr quint32 maxPackets = 1 << 18;      // of a fragment
+constexpr quint32 maxEqualPackets = 1 << 12; // of a run that does not list them
 
 struct Run
 {
@@ -68,7 +69,8 @@ bool readRun(QByteArrayView body, const TrackDefaults &defaults, qint64 &end, Ru
         reader.skip(4);
     const quint64 rowBytes = 4u * ((flags & Duration ? 1 : 0) + (flags & Size ? 1 : 0) +
                                    (flags & Flags ? 1 : 0) + (flags & Shift ? 1 : 0));
-    if (packets > maxPackets - runs.sizes.size() || packets * rowBytes > quint64(reader.rest().size()))
+    if (packets > maxPackets - runs.sizes.size() || packets * rowBytes > quint64(reader.rest().size()) ||
+        (rowBytes == 0 && packets > maxEqualPackets))
         return false;
     runs.runs.push_back({end, packets});
     for (quint32 i = 0; i < packets; ++i) {

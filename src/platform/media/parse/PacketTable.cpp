@@ -32,8 +32,11 @@ bool PacketTable::addRun(qint64 offset, qint64 packets)
     }
     if (maxSize > maxPacketBytes || end > maxOffset)
         return false;
-    if (m_runs.empty() || offset != m_end)
+    if (m_runs.empty() || offset != m_end) {
+        if (m_runs.size() == maxRuns)
+            return false;
         m_runs.push_back({offset, m_packets});
+    }
     m_packets += packets;
     m_end = end;
     m_maxSize = maxSize;

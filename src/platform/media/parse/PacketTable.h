@@ -13,6 +13,7 @@ public:
     // A file that claims more is not believed.
     static constexpr qint64 maxPackets = 1 << 22; // described one by one: 27 hours of AAC
     static constexpr quint32 maxPacketBytes = 1 << 20;
+    static constexpr std::size_t maxRuns = 1 << 20;
 
     // A place between two packets, or in front of the next run.
     struct Cursor
@@ -28,8 +29,8 @@ public:
     // All packets have this size, which is not 0.
     explicit PacketTable(quint32 constantSize) : m_constantSize(constantSize) {}
 
-    // Returns false for a run in front of the end of the last one, with too big a packet or offset, or with
-    // more packets than there are sizes for.
+    // Returns false for a run in front of the end of the last one, with too big a packet or offset, with more
+    // packets than there are sizes for, or for one run too many.
     bool addRun(qint64 offset, qint64 packets);
 
     qint64 packetCount() const { return m_packets; }
