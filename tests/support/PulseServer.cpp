@@ -2,6 +2,7 @@
 
 #include "support/TestLoop.h"
 
+#include <QDir>
 #include <QFile>
 #include <QStandardPaths>
 #include <algorithm>
@@ -38,22 +39,25 @@ void end(QProcess &process)
 
 } // namespace
 
-PulseServer::PulseServer() : m_address("PULSE_SERVER", "unix:" + socket(QStringLiteral("players")).toUtf8())
+PulseServer::PulseServer(Kind kind)
+    : m_kind(kind), m_address("PULSE_SERVER", "unix:" + socket(QStringLiteral("players")).toUtf8())
 {
 }
 
 PulseServer::~PulseServer() { end(m_process); }
 
-bool PulseServer::isThere()
+bool PulseServer::isThere(Kind kind)
 {
-    return !QStandardPaths::findExecutable(QStringLiteral("pulseaudio")).isEmpty() &&
-           !QStandardPaths::findExecutable(QStringLiteral("parec")).isEmpty();
+    const auto isInstalled = [](const char *name) { return !QStandardPaths::findExecutable(name).isEmpty(); };
+    return isInstalled("parec") &&
+           (kind == Kind::PulseAudio ? isInstalled("pulseaudio")
+                                     : isInstalled("pipewire-pulse") && isInstalled("wireplumber"));
 }
 
 bool PulseServer::start()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char *name : {"HOME", "XDG_RUNTIME_DIR"})
+    for (const char *name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"})
         environment.insert(name, m_path);
     for (const char *name : {"PULSE_SERVER", "DBUS_SESSION_BUS_ADDRESS", "DISPLAY"})
         environment.remove(name);
@@ -61,15 +65,48 @@ bool PulseServer::start()
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     for (const char *name : {"control", "players"}) // of a server that was killed
         QFile::remove(socket(name));
-    const auto command = QStringLiteral(
-        "pulseaudio -n --daemonize=no --use-pid-file=no --exit-idle-time=-1 --high-priority=no "
-        "-L \"%1\" -L \"module-native-protocol-unix auth-anonymous=1 socket=%2\"");
-    return startCommand(m_process, command.arg(sinkIn(m_path), socket(QStringLiteral("control")))) &&
-           waitUntil([&] {
-               return m_process.state() != QProcess::Running ||
-                      QFile::exists(socket(QStringLiteral("control")));
-           }) &&
-           m_process.state() == QProcess::Running;
+    const bool isThere =
+        startCommand(m_process, command()) && waitUntil([&] {
+            return m_process.state() != QProcess::Running || QFile::exists(socket("control"));
+        }) &&
+        m_process.state() == QProcess::Running;
+    if (isThere && m_kind == Kind::PipeWire) {
+        pactl("load-module module-null-sink sink_name=nowhere rate=44100 channels=2");
+        pactl("set-default-sink nowhere");
+    }
+    return isThere;
+}
+
+// All its processes end with the one that is started.
+QString PulseServer::command() const
+{
+    if (m_kind == Kind::PulseAudio)
+        return QStringLiteral("pulseaudio -n --daemonize=no --use-pid-file=no --exit-idle-time=-1 "
+                              "--high-priority=no -L \"%1\" "
+                              "-L \"module-native-protocol-unix auth-anonymous=1 socket=%2\"")
+            .arg(sinkIn(m_path), socket(QStringLiteral("control")));
+
+    const auto configure = [&](const QString &program, const QString &text) {
+        const QString folder = m_path + "/pipewire/" + program + ".conf.d";
+        QDir().mkpath(folder);
+        QFile file(folder + "/test.conf");
+        file.open(QIODevice::WriteOnly);
+        file.write(text.toUtf8());
+    };
+    configure("pipewire", "context.properties = { default.clock.rate = 44100 }");
+    configure("pipewire-pulse",
+              QStringLiteral("pulse.properties = { server.address = [ \"unix:%1\" \"unix:%2\" ] }")
+                  .arg(socket("control"), socket("players")));
+    QFile script(m_path + "/start");
+    script.open(QIODevice::WriteOnly);
+    script.write("export DBUS_SESSION_BUS_ADDRESS=unix:path=$HOME/bus\n"
+                 "run() { setpriv --pdeathsig KILL \"$@\" & }\n"
+                 "run dbus-daemon --session --nofork --nopidfile --address=$DBUS_SESSION_BUS_ADDRESS\n"
+                 "run pipewire\n"
+                 "while [ ! -e $HOME/bus ] || [ ! -e $HOME/pipewire-0 ]; do sleep 0.02; done\n"
+                 "run wireplumber\n"
+                 "exec pipewire-pulse\n");
+    return "sh " + script.fileName();
 }
 
 void PulseServer::answerPlayers() const

@@ -8,22 +8,25 @@
 
 namespace orvel::test {
 
-// Debian's PulseAudio, in a folder of its own, with a sink that keeps 44.1 kHz, stereo, floats as they come.
-// While an object of this class lives, the program's sound goes there. Never outlives the program.
+// Debian's PulseAudio, or PipeWire, in a folder of its own, with a sink that keeps 44.1 kHz, stereo, floats
+// as they come. While an object of this class lives, the program's sound goes there. Never outlives the
+// program.
 class PulseServer
 {
 public:
-    PulseServer();
+    enum class Kind { PulseAudio, PipeWire };
+    explicit PulseServer(Kind kind = Kind::PulseAudio);
     ~PulseServer();
 
     // Whether the server is installed.
-    static bool isThere();
-    // Starts the server, which does not yet answer players.
+    static bool isThere(Kind kind = Kind::PulseAudio);
+    // Starts the server. PulseAudio does not yet answer players.
     bool start();
     void answerPlayers() const;
     // Ends it as a crash does.
     void kill();
     void addSink() const;
+    // PulseAudio's.
     void removeSink() const { pactl("unload-module module-pipe-sink"); }
     void pactl(const QString &arguments) const;
     // Plays silence in a role while the process runs.
@@ -32,8 +35,10 @@ public:
     const QString &folder() const { return m_path; }
 
 private:
+    QString command() const;
     QString socket(const QString &name) const { return m_path + u'/' + name; }
 
+    const Kind m_kind;
     const QTemporaryDir m_folder;
     const QString m_path = m_folder.path();
     const EnvironmentValue m_address;

@@ -18,21 +18,27 @@ namespace {
 
 constexpr double rate = 44100;
 
-class PulseAudioTest : public testing::Test
+class SoundServerTest : public testing::TestWithParam<PulseServer::Kind>
 {
 protected:
+    explicit SoundServerTest(PulseServer::Kind ofServer = GetParam()) : kind(ofServer), server(kind) {}
+    ~SoundServerTest() override { joinOutputQueues(); }
     void SetUp() override
     {
-        if (!PulseServer::isThere())
-            GTEST_SKIP() << "PulseAudio is not installed";
+        if (!PulseServer::isThere(kind))
+            GTEST_SKIP() << "The sound server is not installed";
         joinOutputQueues();
         ASSERT_TRUE(server.start());
         server.answerPlayers();
     }
-    ~PulseAudioTest() override { joinOutputQueues(); }
 
+    const PulseServer::Kind kind;
+    // PipeWire's recordings have gaps when other work of the machine keeps it from its clock.
+    const double allowed = kind == PulseServer::Kind::PipeWire ? 0.2 : 0;
     PulseServer server;
 };
+INSTANTIATE_TEST_SUITE_P(, SoundServerTest,
+                         testing::Values(PulseServer::Kind::PulseAudio, PulseServer::Kind::PipeWire));
 
 void rest(double seconds)
 {
@@ -51,11 +57,18 @@ std::vector<Piece> wholePiecesOf(const Frames &sound, const std::vector<float> &
     return pieces;
 }
 
-void expectWhole(const std::vector<Piece> &pieces, const Frames &sound)
+// `allowed` is in seconds that may be missing.
+void expectWhole(const std::vector<Piece> &pieces, const Frames &sound, double allowed = 0)
 {
-    ASSERT_EQ(pieces.size(), 1u);
-    EXPECT_EQ(pieces[0].begin, 0u);
-    EXPECT_EQ(pieces[0].end, sound.size());
+    std::size_t missing = 0;
+    std::size_t end = 0;
+    for (const Piece &piece : pieces) {
+        EXPECT_GE(piece.begin, end);
+        missing += piece.begin - end;
+        end = piece.end;
+    }
+    EXPECT_LE(double(missing), allowed * rate);
+    EXPECT_EQ(end, sound.size());
 }
 
 // Plays at one volume after another. Returns the greatest step between two frames, and the volumes when each
@@ -77,7 +90,8 @@ std::pair<double, std::vector<double>> playedVolumes(const PulseServer &server,
     }
     EXPECT_TRUE(feeder.waitForTheEnd());
     const Frames heard = withoutPauses(recorder.soundUntilSilence());
-    EXPECT_EQ(heard.size(), sound.size());
+    if (heard.size() != sound.size())
+        return {1, {}};
 
     double before = 1;
     double step = 0;
@@ -96,7 +110,7 @@ std::pair<double, std::vector<double>> playedVolumes(const PulseServer &server,
 
 } // namespace
 
-TEST_F(PulseAudioTest, LosesNoFrameInPausesAndResumes)
+TEST_P(SoundServerTest, LosesNoFrameInPausesAndResumes)
 {
     const EncodedTone tone = encodeTone({.seconds = 3});
     const Frames sound = withoutPauses(decoded(tone));
@@ -112,10 +126,10 @@ TEST_F(PulseAudioTest, LosesNoFrameInPausesAndResumes)
         feeder.queue->start();
     }
     ASSERT_TRUE(feeder.waitForTheEnd());
-    expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound);
+    expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound, allowed);
 }
 
-TEST_F(PulseAudioTest, GoesOnAfterAnUnderrunWithWhatFollows)
+TEST_P(SoundServerTest, GoesOnAfterAnUnderrunWithWhatFollows)
 {
     const EncodedTone tone = encodeTone({.seconds = 3});
     const Frames sound = withoutPauses(decoded(tone));
@@ -128,10 +142,10 @@ TEST_F(PulseAudioTest, GoesOnAfterAnUnderrunWithWhatFollows)
     };
     feeder.play();
     ASSERT_TRUE(feeder.waitForTheEnd());
-    expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound);
+    expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound, allowed);
 }
 
-TEST_F(PulseAudioTest, HearsAnotherVolumeSoonAndWithoutAClick)
+TEST_P(SoundServerTest, HearsAnotherVolumeSoonAndWithoutAClick)
 {
     // Other work of the machine may delay one change beyond the sound that was to be exchanged.
     double step = 1;
@@ -141,6 +155,13 @@ TEST_F(PulseAudioTest, HearsAnotherVolumeSoonAndWithoutAClick)
     EXPECT_LT(step, 0.02); // a ramp of 20 ms has far smaller steps
     EXPECT_EQ(volumes, (std::vector{1., 0.5, 0.5, 0.1, 0.1, 0.8}));
 }
+
+// What PipeWire has no tools for.
+class PulseAudioTest : public SoundServerTest
+{
+protected:
+    PulseAudioTest() : SoundServerTest(PulseServer::Kind::PulseAudio) {}
+};
 
 TEST_F(PulseAudioTest, RunsOnInSilenceUntilTheServerIsThereAgain)
 {
@@ -226,7 +247,8 @@ TEST_F(PulseAudioTest, IsSilentForACallAndLosesNothing)
         ASSERT_TRUE(waitUntil([&] { return told.size() == 2; }));
         EXPECT_EQ(told.back(), InterruptionState::End);
         ASSERT_TRUE(feeder.waitForTheEnd());
-        expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound);
+        // The server mutes the stream itself before it is corked.
+        expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound, 0.1);
     }
     // Who stops for the call learns of its end, too.
     ToneFeeder feeder(tone);
