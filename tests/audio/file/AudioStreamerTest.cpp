@@ -293,6 +293,35 @@ TEST(AudioStreamerTest, ShowsAnAlertForAnAddressThatIsNotOfTheWeb)
     EXPECT_EQ(player->errorCode(), 0);
 }
 
+TEST(AudioStreamerTest, TakesNoEndOfItsQueueForTheBegin)
+{
+    const ScriptedServer server(answer(longFile));
+    StreamerUnderTest player(server.url());
+    player.prepareQueue = [](FakeFileQueue &queue) { queue.automatic = false; };
+    player->start();
+    ASSERT_TRUE(player.reaches(AudioStreamerStateWaitingForQueueStart));
+    player.queue().tellRunning(false);
+    EXPECT_FALSE(player.reachesWithin(playing, 0.2));
+}
+
+TEST(BufferRingTest, IgnoresAnEarlierQueue)
+{
+    BufferRing ring;
+    OutputBuffer buffer(1), foreign(1);
+    BufferRing::Buffers buffers;
+    buffers.fill(&buffer);
+    ring.use(buffers);
+    const quint64 earlier = ring.queueNumber();
+    EXPECT_FALSE(ring.giveBack(foreign, earlier));
+    ring.clear();
+    EXPECT_EQ(ring.take(0), 1u);
+    EXPECT_TRUE(ring.giveBack(buffer, earlier));
+    EXPECT_TRUE(ring.giveBack(foreign, earlier));
+    EXPECT_EQ(ring.buffersUsed(), 1u);
+    EXPECT_TRUE(ring.giveBack(buffer, ring.queueNumber()));
+    EXPECT_EQ(ring.buffersUsed(), 0u);
+}
+
 TEST(AudioStreamerTest, StopsTheSoundAtAFailure)
 {
     const ScriptedServer server(answer(longFile));
