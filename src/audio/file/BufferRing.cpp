@@ -4,6 +4,13 @@
 
 namespace orvel {
 
+namespace {
+
+// Who has waited for a buffer fills several at once, so that the thread is seldom woken.
+constexpr std::size_t enoughToRefill = BufferRing::size / 2;
+
+} // namespace
+
 void BufferRing::clear()
 {
     const std::lock_guard lock(m_queueBuffersMutex);
@@ -47,7 +54,8 @@ bool BufferRing::giveBack(const OutputBuffer &buffer, quint64 queueNumber)
     const bool isKnown = place != m_buffers.end();
     if (isKnown && std::exchange(m_inuse[std::size_t(place - m_buffers.begin())], false))
         --m_buffersUsed;
-    m_queueBufferReadyCondition.notify_one();
+    if (m_buffersUsed <= enoughToRefill)
+        m_queueBufferReadyCondition.notify_one();
     return isKnown;
 }
 
@@ -60,7 +68,9 @@ std::size_t BufferRing::buffersUsed() const
 bool BufferRing::waitUntilFree(std::size_t index)
 {
     std::unique_lock lock(m_queueBuffersMutex);
-    m_queueBufferReadyCondition.wait(lock, [&] { return m_isInterrupted || !m_inuse[index]; });
+    if (m_inuse[index])
+        m_queueBufferReadyCondition.wait(
+            lock, [&] { return m_isInterrupted || (!m_inuse[index] && m_buffersUsed <= enoughToRefill); });
     return !m_isInterrupted;
 }
 

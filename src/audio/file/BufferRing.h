@@ -30,7 +30,8 @@ public:
     bool giveBack(const OutputBuffer &buffer, quint64 queueNumber);
     std::size_t buffersUsed() const;
 
-    // Waits until the buffer is free. Returns false at once when interrupted.
+    // Waits until the buffer is free; if it is not now, until half of them are. Returns false at once when
+    // interrupted.
     bool waitUntilFree(std::size_t index);
     // Ends the wait, and all later ones until resumeWaiting().
     void interrupt();
