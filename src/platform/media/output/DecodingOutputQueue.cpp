@@ -40,7 +40,8 @@ bool DecodingOutputQueue::enqueueBuffer(OutputBuffer &buffer,
     if (m_orders.isDisposed || m_orders.isStopping)
         return false;
     m_items.push_back({&buffer, std::move(*packets)});
-    wake();
+    if (std::exchange(m_isHungry, false))
+        wake();
     return true;
 }
 
@@ -263,7 +264,10 @@ void DecodingOutputQueue::play(bool isStopping)
 std::optional<RenderItem> DecodingOutputQueue::takeItem()
 {
     const std::lock_guard lock(m_mutex);
-    if (m_orders.isDisposed || m_orders.reset || m_items.empty())
+    if (m_orders.isDisposed || m_orders.reset)
+        return std::nullopt;
+    m_isHungry = m_items.empty();
+    if (m_isHungry)
         return std::nullopt;
     std::optional<RenderItem> item = std::move(m_items.front());
     m_items.pop_front();

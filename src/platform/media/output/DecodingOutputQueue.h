@@ -85,6 +85,7 @@ private:
     Orders m_orders;
     Position m_position;
     std::deque<RenderItem> m_items;
+    bool m_isHungry = false; // the thread takes the next item at once
     std::vector<std::unique_ptr<OutputBuffer>> m_buffers;
     std::vector<IsRunningListener> m_listeners;
 
