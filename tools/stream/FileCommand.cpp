@@ -9,7 +9,7 @@ namespace orvel {
 
 namespace {
 
-constexpr double tickSeconds = 0.05;
+constexpr double seekTickSeconds = 0.05; // while a seek waits to be possible
 constexpr double progressSeconds = 1;
 constexpr double shortestSeekable = 1; // seconds; below it the length is not known yet
 
@@ -83,7 +83,7 @@ void FileCommand::start()
     m_hasSought = !arguments().seek;
     m_streamer = AudioStreamer::initWithURL(*arguments().url);
     m_streamer->start();
-    m_ticks = RunLoop::main().every(tickSeconds, [this] { tick(); });
+    m_ticks = RunLoop::main().every(m_hasSought ? progressSeconds : seekTickSeconds, [this] { tick(); });
 }
 
 void FileCommand::stateChanged()
@@ -109,15 +109,13 @@ void FileCommand::stateChanged()
 
 void FileCommand::tick()
 {
-    seekOnce();
-    const double now = RunLoop::main().now();
-    if (m_streamer->isPlaying() && now - m_lastProgress >= progressSeconds) {
-        m_lastProgress = now;
+    if (!m_hasSought)
+        seekOnce();
+    else if (m_streamer->isPlaying())
         tell("progress",
              {{QStringLiteral("progress"), Output::seconds(m_streamer->progress())},
               {QStringLiteral("duration"), Output::seconds(m_streamer->duration())},
               {QStringLiteral("bitrate"), qint64(std::llround(m_streamer->calculatedBitRate()))}});
-    }
 }
 
 void FileCommand::seekOnce()
@@ -125,6 +123,8 @@ void FileCommand::seekOnce()
     if (m_hasSought || !m_streamer->isPlaying() || m_streamer->duration() < shortestSeekable)
         return;
     m_hasSought = true;
+    RunLoop::main().cancel(m_ticks);
+    m_ticks = RunLoop::main().every(progressSeconds, [this] { tick(); });
     tell("seek", {{QStringLiteral("seek"), Output::seconds(*arguments().seek)}});
     m_streamer->seekToTime(*arguments().seek);
 }

@@ -24,7 +24,6 @@ private:
     std::shared_ptr<AudioStreamer> m_streamer;
     RunLoop::Token m_ticks = 0;
     double m_start = 0;
-    double m_lastProgress = 0; // when it was told
     AudioStreamerState m_toldState = AudioStreamerStateInitialized;
     bool m_hasSounded = false;
     bool m_hasEnded = false;
