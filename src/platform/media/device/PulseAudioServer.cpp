@@ -92,7 +92,8 @@ bool PulseAudioServer::add(PulseAudioClient &client)
     if (!m_context || !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())))
         connect();
     awaitAnswer();
-    if (!m_isReady && !m_hasAnswered)
+    // A server that is there but slow holds up every other way to the sound, too.
+    if (!PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())) && !m_hasAnswered)
         return false;
     m_clients.insert(&client);
     if (m_isReady)
@@ -174,16 +175,18 @@ void PulseAudioServer::connect()
 
 void PulseAudioServer::awaitAnswer()
 {
-    const auto deadline = Clock::now() + patience;
-    pa_time_event *const event = timeEvent(
+    m_isPatient = true;
+    pa_time_event *const end = timeEvent(
         *m_loop, patience,
-        [](pa_mainloop_api *, pa_time_event *, const timeval *, void *server) {
-            pa_threaded_mainloop_signal(static_cast<PulseAudioServer *>(server)->m_loop.get(), 0);
+        [](pa_mainloop_api *, pa_time_event *, const timeval *, void *data) {
+            auto *server = static_cast<PulseAudioServer *>(data);
+            server->m_isPatient = false;
+            pa_threaded_mainloop_signal(server->m_loop.get(), 0);
         },
         this);
-    while (!m_isReady && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())) && Clock::now() < deadline)
+    while (!m_isReady && m_isPatient && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())))
         pa_threaded_mainloop_wait(m_loop.get());
-    pa_threaded_mainloop_get_api(m_loop.get())->time_free(event);
+    pa_threaded_mainloop_get_api(m_loop.get())->time_free(end);
 }
 
 void PulseAudioServer::onContextState()

@@ -50,8 +50,8 @@ public:
         Lock &operator=(const Lock &) = delete;
     };
 
-    // Connects if need be. Returns false when no server answers within a second and none did before. Makes a
-    // stream for the client at once if one answers.
+    // Connects if need be. Returns false when there is no server and none was before. Makes a stream for the
+    // client at once if the server answers within a second, else when it does.
     bool add(PulseAudioClient &client);
     // The client is not called any more. With the lock held.
     void remove(PulseAudioClient &client) { m_clients.erase(&client); }
@@ -89,7 +89,8 @@ private:
     std::set<PulseAudioClient *> m_clients;
     std::list<Waiting> m_waiting;
     std::optional<Clock::time_point> m_failingSince;
-    bool m_isReady = false; // the context is, and who the server is is known
+    bool m_isPatient = false; // who waits for the first answer
+    bool m_isReady = false;   // the context is, and who the server is is known
     bool m_hasAnswered = false;
     bool m_isPipeWire = false;
 };
