@@ -80,6 +80,7 @@ TEST_F(AudioStreamerSeekTest, BoundsWhereItGoes)
         {1e300, 95'904, 0}, // two buffers before the end
         {-5, 1000, 1000},
         {49.5, 50'500, 1000},
+        {1e300, 97'000, 97'000},
     };
     for (const auto &it : cases) {
         begin({.dataOffset = it.dataOffset}, it.first);
@@ -132,6 +133,24 @@ TEST_F(AudioStreamerSeekTest, WaitsForTheEndOfAPause)
     EXPECT_TRUE((*player)->isPaused());
     (*player)->pause();
     EXPECT_TRUE(asksAgain());
+}
+
+TEST(AudioStreamerSeekWithoutBytesTest, WaitsForTheEndOfAPauseAndDropsWhatWasGathered)
+{
+    const ScriptedServer server(
+        {Script{Send{httpHead("Content-Length: 100000\r\n") + file.first(31'000)}, WaitForRelease{}},
+         rangeFrom(40'000)});
+    StreamerUnderTest player(server.url());
+    ASSERT_TRUE(player.plays());
+    player->pause();
+    player->seekToTime(40);
+    EXPECT_FALSE(waitUntil([&] { return server.requestCount() > 1; }, 0.6));
+    player->pause();
+    ASSERT_TRUE(player.begins());
+    player.queue().automatic = true;
+    player.queue().playAll();
+    ASSERT_TRUE(player.reaches(AudioStreamerStateInitialized));
+    EXPECT_EQ(player.queue().played(), file.first(30'000) + file.sliced(40'000));
 }
 
 TEST_F(AudioStreamerSeekTest, ComesBackFromTheTail)
