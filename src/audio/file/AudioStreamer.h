@@ -28,8 +28,8 @@ struct AudioStreamerServices
 };
 
 // Plays one audio file from a web server while it arrives. Reads and parses on a thread of its own, which
-// keeps the streamer alive: who lets go stops it before. The operations are the main thread's; none but stop() waits. Every change of
-// state is told by ASStatusChangedNotification.
+// keeps the streamer alive: who lets go stops it before. The operations are the main thread's; none but
+// stop() waits. Every change of state is told by ASStatusChangedNotification.
 class AudioStreamer final : public AudioFileStreamClient, public std::enable_shared_from_this<AudioStreamer>
 {
 public:

@@ -174,7 +174,7 @@ void AudioStreamer::fillDescribed(FileDownload &download, QByteArrayView inputDa
     }
 }
 
-// A packet that lies across two pieces waits for its rest.
+// A buffer takes whole packets alone, which is less than its size when that is no multiple of theirs.
 void AudioStreamer::fillConstant(FileDownload &download, QByteArrayView inputData)
 {
     const qsizetype packet = m_asbd.bytesPerPacket;
@@ -205,8 +205,7 @@ bool AudioStreamer::enqueueBuffer(FileDownload &download)
     if (isFinishing() || !download.stream || m_ring->isInterrupted())
         return false;
     OutputBuffer &buffer = m_ring->buffer(download.fillBufferIndex);
-    const bool isConstant = fill.packetDescs().empty();
-    fill.copyTo(buffer, isConstant ? fill.bytesFilled() % m_asbd.bytesPerPacket : 0);
+    fill.copyTo(buffer);
     const std::size_t used = m_ring->take(download.fillBufferIndex);
     if (!m_audioQueue->enqueueBuffer(buffer, fill.packetDescs())) {
         failWithErrorCode(AudioStreamerErrorAudioQueueEnqueue);

@@ -27,10 +27,9 @@ public:
     }
     // Bytes of packets of constant size, which are not described.
     void addBytes(QByteArrayView bytes) { m_bytes.append(bytes); }
-    // Copies what is gathered, but for `rest` bytes at its end.
-    void copyTo(OutputBuffer &buffer, qsizetype rest) const
+    void copyTo(OutputBuffer &buffer) const
     {
-        buffer.byteSize = quint32(m_bytes.size() - rest);
+        buffer.byteSize = quint32(m_bytes.size());
         std::memcpy(buffer.data.data(), m_bytes.constData(), buffer.byteSize);
     }
     void clear()
