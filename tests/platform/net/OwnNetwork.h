@@ -23,8 +23,8 @@ public:
 
     bool isUsed() const { return m_isUsed; }
     // One with an address, a link-local one and the default route, all of IPv4: IPv6 would report more than
-    // the cable, about both of its ends. Its other end is called "wall". A bridge of this machine's own, up all the time, leads
-    // nowhere.
+    // the cable, about both of its ends. Its other end is called "wall". A bridge of this machine's own, up
+    // all the time, leads nowhere.
     bool plugInCable() const
     {
         return run("echo 1 > /proc/sys/net/ipv6/conf/default/disable_ipv6 && "
