@@ -200,6 +200,9 @@ bool AudioStreamer::enqueueAndWait(FileDownload &download)
 
 bool AudioStreamer::enqueueBuffer(FileDownload &download)
 {
+    // It is free but after a seek that did not wait for its return.
+    if (!m_ring->waitUntilFree(download.fillBufferIndex))
+        return false;
     FillBuffer &fill = download.fill;
     const StreamerLock::Holder holder(m_lock);
     if (isFinishing() || !download.stream || m_ring->isInterrupted())
