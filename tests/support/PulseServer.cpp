@@ -165,7 +165,8 @@ std::vector<float> SinkRecorder::samples() const
         return {};
     const QByteArray bytes = file.readAll();
     std::vector<float> samples(std::size_t(bytes.size()) / sizeof(float));
-    std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
+    if (!samples.empty())
+        std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
     return samples;
 }
 

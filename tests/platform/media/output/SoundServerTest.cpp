@@ -38,7 +38,10 @@ protected:
     PulseServer server;
 };
 INSTANTIATE_TEST_SUITE_P(, SoundServerTest,
-                         testing::Values(PulseServer::Kind::PulseAudio, PulseServer::Kind::PipeWire));
+                         testing::Values(PulseServer::Kind::PulseAudio, PulseServer::Kind::PipeWire),
+                         [](const auto &kind) {
+                             return kind.param == PulseServer::Kind::PulseAudio ? "PulseAudio" : "PipeWire";
+                         });
 
 void rest(double seconds)
 {
