@@ -53,10 +53,9 @@ PulseAudioDevice::PulseAudioDevice(const AudioDeviceRequest &request)
     , m_wantsData(request.wantsData)
     , m_interrupted(request.interrupted)
     , m_standing(milliseconds(qint64(1000 * request.standingSeconds)))
-    , m_frameBytes(std::size_t(request.channels) * sizeof(float))
     , m_mediaName(nameOf(request.mediaName))
-    , m_sound(qint64(std::max(keptSeconds, request.ringSeconds + 2.5) * request.sampleRate), request.channels)
-    , m_curve(*request.volume)
+    , m_sound(qint64(std::max(keptSeconds, request.ringSeconds + 2.5) * request.sampleRate),
+              request.sampleRate, request.channels, *request.volume)
 {
     countSilenceFromNow();
 }
@@ -94,7 +93,7 @@ qint64 PulseAudioDevice::write(const float *samples, qint64 frames)
         countSilenceFromNow(); // after a gap the clock does not catch up
     frames = std::clamp<qint64>(room(), 0, frames);
     m_sound.append(samples, frames);
-    if (!m_isCorked && written() - m_sent >= framesIn(piece))
+    if (!m_isCorked && written() - m_sound.sent() >= framesIn(piece))
         send();
     return frames;
 }
@@ -125,13 +124,12 @@ void PulseAudioDevice::followVolume()
 {
     const PulseAudioServer::Lock lock;
     const float volume = m_volume;
-    if (volume == m_curve.volume())
+    if (volume == m_sound.volume())
         return;
     noteHeard();
-    const qint64 from = std::min(m_sent, std::max(m_origin, m_heard + framesIn(exchangeDelay)));
-    m_curve.change(volume, from, framesIn(volumeRamp));
+    const qint64 from = m_sound.changeVolume(volume, m_heard + framesIn(exchangeDelay), framesIn(volumeRamp));
     if (isReady())
-        put(from, m_sent - from, PA_SEEK_ABSOLUTE);
+        m_sound.sendAgain(*m_stream, from);
 }
 
 void PulseAudioDevice::setMediaName(const QString &name)
@@ -147,8 +145,8 @@ void PulseAudioDevice::serverAnswers(pa_context &context)
     if (!isGone() && !isSpent())
         return;
     noteHeard();
-    m_heard = isSpent() ? m_sent : m_heard;
-    m_origin = m_sent = m_heard;
+    m_heard = isSpent() ? m_sound.sent() : m_heard;
+    m_sound.restart(m_heard);
     m_isCorked = true;
     m_isUnderrun = m_isDrained = false;
     m_stream = newStream(context);
@@ -191,9 +189,7 @@ PulseAudioHandle<pa_stream> PulseAudioDevice::newStream(pa_context &context)
 bool PulseAudioDevice::connectStream()
 {
     constexpr auto byServer = uint32_t(-1);
-    const auto bytes = [&](Clock::duration time) {
-        return uint32_t(std::size_t(framesIn(time)) * m_frameBytes);
-    };
+    const auto bytes = [&](Clock::duration time) { return uint32_t(m_sound.bytesOf(framesIn(time))); };
     // PulseAudio's own least request lets its sink sleep for nearly the whole queue. PipeWire's would wake it
     // and this program 50 times a second.
     const uint32_t leastRequest =
@@ -235,7 +231,7 @@ void PulseAudioDevice::onRequest()
 void PulseAudioDevice::onUnderflow()
 {
     m_isUnderrun = true;
-    if (PulseAudioServer::instance().isPipeWire() && !m_isCorked && written() == m_sent) {
+    if (PulseAudioServer::instance().isPipeWire() && !m_isCorked && written() == m_sound.sent()) {
         m_isDrained = true;
         ignore(pa_stream_drain(m_stream.get(), nullptr, nullptr));
     }
@@ -268,7 +264,8 @@ void PulseAudioDevice::beginSilence()
     m_goneAt = Clock::now();
     // The stream no longer tells its time.
     if (isToSound() && !m_isUnderrun)
-        m_heard = std::clamp(m_heard + framesIn(m_goneAt - m_seen), m_heard, std::max(m_heard, m_sent));
+        m_heard =
+            std::clamp(m_heard + framesIn(m_goneAt - m_seen), m_heard, std::max(m_heard, m_sound.sent()));
     if (std::exchange(m_isInterrupted, false))
         m_interrupted(false);
     countSilenceFromNow();
@@ -289,8 +286,8 @@ void PulseAudioDevice::noteHeard() const
     if (isGone()) {
         const qint64 due = m_silentFrom + framesIn(std::max(now - m_silentSince, Clock::duration()));
         m_heard = std::clamp(due, m_heard, written());
-    } else if (const std::optional<qint64> frames = streamFrames()) {
-        m_heard = std::clamp(m_origin + *frames, m_heard, std::max(m_heard, beforeEnd(m_origin + *frames)));
+    } else if (const auto due = isReady() ? m_sound.heard(*m_stream) : std::nullopt) {
+        m_heard = std::clamp(*due, m_heard, std::max(m_heard, beforeEnd(*due)));
     }
     m_seen = now;
 }
@@ -300,38 +297,17 @@ void PulseAudioDevice::noteHeard() const
 qint64 PulseAudioDevice::beforeEnd(qint64 due) const
 {
     const Clock::time_point now = Clock::now();
-    if (due < m_sent || m_endOf != m_sent) {
-        m_endOf = due < m_sent ? -1 : m_sent;
+    if (due < m_sound.sent() || m_endOf != m_sound.sent()) {
+        m_endOf = due < m_sound.sent() ? -1 : m_sound.sent();
         m_endSeen = now;
     }
-    return due < m_sent || now - m_endSeen >= endDelay ? m_sent : m_sent - 1;
-}
-
-// Frames of the stream that have been heard.
-std::optional<qint64> PulseAudioDevice::streamFrames() const
-{
-    if (!isReady())
-        return std::nullopt;
-    const pa_timing_info *timing = pa_stream_get_timing_info(m_stream.get());
-    if (timing && !timing->playing && timing->since_underrun >= 0) {
-        // Nothing follows what was read, which leaves the sink bit by bit. The stream's time would stay
-        // behind by what the sink still holds.
-        const qint64 elapsed = qint64(pa_timeval_age(&timing->timestamp));
-        const qint64 behind = qint64(timing->sink_usec) - elapsed;
-        const qint64 read = timing->read_index / qint64(m_frameBytes);
-        const qint64 silence = timing->since_underrun / qint64(m_frameBytes);
-        return std::min(read, read + silence - behind * sampleRate() / 1'000'000);
-    }
-    pa_usec_t time = 0;
-    if (pa_stream_get_time(m_stream.get(), &time) < 0)
-        return std::nullopt;
-    return qint64(time) * sampleRate() / 1'000'000;
+    return due < m_sound.sent() || now - m_endSeen >= endDelay ? m_sound.sent() : m_sound.sent() - 1;
 }
 
 // Frames that write() takes.
 qint64 PulseAudioDevice::room() const
 {
-    return std::min(capacity() - (written() - taken()), m_sound.size() - (written() - m_heard));
+    return std::min(capacity() - (written() - taken()), m_sound.room(m_heard));
 }
 
 // The frames that the server's sink has taken, or that have passed in silence.
@@ -340,44 +316,25 @@ qint64 PulseAudioDevice::taken() const
     if (isGone())
         return m_heard;
     if (!isReady())
-        return m_sent;
+        return m_sound.sent();
     const std::size_t asked = pa_stream_writable_size(m_stream.get());
     const std::size_t queue = pa_stream_get_buffer_attr(m_stream.get())->tlength;
-    return std::max(m_heard, m_sent - framesOf(queue - std::min(queue, asked)));
+    return std::max(m_heard, m_sound.sent() - m_sound.framesOf(queue - std::min(queue, asked)));
 }
 
 void PulseAudioDevice::send()
 {
     if (!isReady())
         return;
-    const qint64 frames = std::min(written() - m_sent, framesOf(pa_stream_writable_size(m_stream.get())));
+    const qint64 frames =
+        std::min(written() - m_sound.sent(), m_sound.framesOf(pa_stream_writable_size(m_stream.get())));
     if (isSpent())
         PulseAudioServer::instance().streamIsSpent();
     if (frames <= 0 || isSpent())
         return;
-    put(m_sent, frames, PA_SEEK_RELATIVE);
-    m_sent += frames;
+    m_sound.send(*m_stream, frames);
     if (m_isUnderrun)
         ignore(pa_stream_trigger(m_stream.get(), nullptr, nullptr));
-}
-
-void PulseAudioDevice::put(qint64 from, qint64 frames, pa_seek_mode_t mode)
-{
-    while (frames > 0) {
-        void *data = nullptr;
-        std::size_t bytes = std::size_t(frames) * m_frameBytes;
-        if (pa_stream_begin_write(m_stream.get(), &data, &bytes) < 0)
-            return;
-        const qint64 count = framesOf(bytes);
-        auto *samples = static_cast<float *>(data);
-        m_sound.copy(from, count, samples);
-        m_curve.apply(samples, from, count, channels());
-        const int64_t offset = mode == PA_SEEK_ABSOLUTE ? (from - m_origin) * int64_t(m_frameBytes) : 0;
-        pa_stream_write(m_stream.get(), data, std::size_t(count) * m_frameBytes, nullptr, offset, mode);
-        mode = PA_SEEK_RELATIVE;
-        from += count;
-        frames -= count;
-    }
 }
 
 // Corks or uncorks the stream. Only the first frames are sent to a corked stream: what comes shortly before a
@@ -387,16 +344,16 @@ void PulseAudioDevice::followTransport()
     const bool corks = !isToSound();
     if (!isReady() || corks == m_isCorked)
         return;
-    if (!corks && m_sent == m_origin)
+    if (!corks && m_sound.sentToStream() == 0)
         send();
-    if (!corks && m_sent == m_origin)
+    if (!corks && m_sound.sentToStream() == 0)
         return;
     m_isCorked = corks;
     ignore(pa_stream_cork(m_stream.get(), corks, nullptr, nullptr));
     if (corks)
         return;
     // A sound shorter than the start level would wait for ever.
-    if (m_sent - m_origin < framesIn(startLevel))
+    if (m_sound.sentToStream() < framesIn(startLevel))
         ignore(pa_stream_trigger(m_stream.get(), nullptr, nullptr));
     m_wantsData();
 }

@@ -2,8 +2,7 @@
 
 #include "platform/media/device/AudioBackEnd.h"
 #include "platform/media/device/PulseAudioServer.h"
-#include "platform/media/device/RecentSound.h"
-#include "platform/media/device/VolumeCurve.h"
+#include "platform/media/device/SentSound.h"
 
 #include <QByteArray>
 #include <chrono>
@@ -49,40 +48,33 @@ private:
 
     bool isReady() const;
     bool isGone() const;
-    bool isSpent() const { return m_isDrained && written() > m_sent; }
+    bool isSpent() const { return m_isDrained && written() > m_sound.sent(); }
     bool isToSound() const { return m_isPlaying && !m_isInterrupted; }
     void beginSilence();
     void countSilenceFromNow();
     void noteHeard() const;
     qint64 beforeEnd(qint64 due) const;
-    std::optional<qint64> streamFrames() const;
     qint64 room() const;
     qint64 taken() const;
     void send();
-    void put(qint64 from, qint64 frames, pa_seek_mode_t mode);
     void followTransport();
     qint64 framesIn(Clock::duration time) const;
-    qint64 framesOf(std::size_t bytes) const { return qint64(bytes / m_frameBytes); }
 
     const std::atomic<float> &m_volume;
     const std::function<void()> m_wantsData;
     const std::function<void(bool begins)> m_interrupted;
     const Clock::duration m_standing;
-    const std::size_t m_frameBytes;
 
     bool m_isAdded = false; // to the server's clients
 
     QByteArray m_mediaName;
     PulseAudioHandle<pa_stream> m_stream;
-    RecentSound m_sound;
-    VolumeCurve m_curve;
+    SentSound m_sound;
     bool m_isPlaying = false;
     bool m_isInterrupted = false; // by the server
     bool m_isCorked = true;
     bool m_isUnderrun = false;
     bool m_isDrained = false;            // the stream takes no more
-    qint64 m_origin = 0;                 // the frame of the sound that is the stream's first
-    qint64 m_sent = 0;                   // frames of the sound that the server has
     mutable qint64 m_heard = 0;          // frames of the sound, at ...
     mutable Clock::time_point m_seen;    // ... this time
     mutable qint64 m_endOf = -1;         // the frames sent when the last one was due ...

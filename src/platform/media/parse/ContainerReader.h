@@ -19,6 +19,8 @@ struct ContainedSound
     PacketTable packets;
     // The table holds all packets of the file. Otherwise it is replaced as further ones become known.
     bool isComplete = true;
+    // Of a table that is not complete, what it held first: the packets from the file's first on.
+    PacketTable firstPackets;
     // The file says how long it is.
     bool hasEnd = true;
     // Of a table that is not complete, the bound of all packets.

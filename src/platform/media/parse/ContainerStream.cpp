@@ -33,8 +33,10 @@ std::optional<AudioFileStreamSeek> ContainerStream::seek(qint64 packet) const
 {
     if (!m_dataOffset)
         return std::nullopt;
-    if (m_reader->sound().isComplete)
-        return AudioFileStreamSeek{packets().packet(packet).offset - *m_dataOffset, false};
+    const ContainedSound &sound = m_reader->sound();
+    const PacketTable &known = sound.isComplete ? sound.packets : sound.firstPackets;
+    if (sound.isComplete || packet < known.packetCount())
+        return AudioFileStreamSeek{known.packet(packet).offset - *m_dataOffset, false};
     return m_mean.seek(packet);
 }
 

@@ -53,8 +53,13 @@ ContainerStep Mpeg4Reader::continueAt(qint64 offset)
 {
     if (m_sound.isComplete)
         return ContainerStep::sound();
-    if (m_part == Part::Sound && offset >= m_box.bodyOffset && offset <= m_box.end.value_or(noEnd))
-        return ContainerStep::sound(m_box.end.value_or(noEnd));
+    if (m_part == Part::Sound && isWithin(m_box, offset))
+        return enterSound();
+    if (m_firstSound && isWithin(*m_firstSound, offset)) {
+        m_box = *m_firstSound;
+        m_sound.packets = m_sound.firstPackets;
+        return enterSound();
+    }
     m_part = Part::Search;
     m_seen.clear();
     m_searchOffset = offset;
@@ -76,15 +81,28 @@ ContainerStep Mpeg4Reader::enterBox(quint64 size)
     case fourCharacterCode("moof"):
         return m_movie ? readBody(Part::Fragment) : boxBehind();
     case fourCharacterCode("mdat"):
-        if (m_movie && m_sound.packets.packetCount() > 0) {
-            m_part = Part::Sound;
-            return ContainerStep::sound(m_box.end.value_or(noEnd));
-        }
+        if (m_movie && m_sound.packets.packetCount() > 0)
+            return enterSound();
         m_hasPassedSound = m_hasPassedSound || !m_movie;
         return boxBehind();
     default:
         return boxBehind();
     }
+}
+
+ContainerStep Mpeg4Reader::enterSound()
+{
+    if (!m_firstSound) {
+        m_firstSound = m_box;
+        m_sound.firstPackets = m_sound.packets;
+    }
+    m_part = Part::Sound;
+    return ContainerStep::sound(m_box.end.value_or(noEnd));
+}
+
+bool Mpeg4Reader::isWithin(const Box &box, qint64 offset)
+{
+    return offset >= box.bodyOffset && offset <= box.end.value_or(noEnd);
 }
 
 ContainerStep Mpeg4Reader::readBody(Part part)

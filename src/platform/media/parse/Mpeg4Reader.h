@@ -27,6 +27,8 @@ private:
     };
 
     ContainerStep enterBox(quint64 size);
+    ContainerStep enterSound();
+    static bool isWithin(const Box &box, qint64 offset);
     ContainerStep readBody(Part part);
     ContainerStep boxBehind();
     ContainerStep takeMovie(QByteArrayView body);
@@ -37,6 +39,7 @@ private:
     Box m_box;
     std::optional<Mpeg4Movie> m_movie; // its sound is m_sound
     bool m_hasPassedSound = false;     // before the index
+    std::optional<Box> m_firstSound;   // that of the first fragment
     // While it looks for the next fragment.
     QByteArray m_seen;
     qint64 m_searchOffset = 0;
