@@ -1,57 +1,15 @@
-#include "platform/media/parse/FramedAudioFileStream.h"
-
+#include "ParsedFile.h"
 #include "support/EncodedTone.h"
 
-#include <QByteArrayList>
 #include <gtest/gtest.h>
 #include <random>
 
 using namespace orvel;
 using orvel::test::EncodedTone;
 using orvel::test::encodeTone;
+using orvel::test::ParsedFile;
 
 namespace {
-
-struct Listener final : AudioFileStreamClient
-{
-    void handlePropertyChange(AudioFileStream &stream, AudioFileStreamProperty property) override
-    {
-        EXPECT_TRUE(packets.empty());
-        properties.push_back(property);
-        format = stream.dataFormat().value_or(AudioStreamBasicDescription{});
-        formats = stream.formatList();
-        EXPECT_FALSE(stream.packetSizeUpperBound());
-    }
-    void handlePacket(AudioFileStream &, quint32 numberOfPackets, QByteArrayView inputData,
-                      std::span<const AudioStreamPacketDescription> descriptions) override
-    {
-        EXPECT_EQ(numberOfPackets, descriptions.size());
-        for (const AudioStreamPacketDescription &packet : descriptions)
-            packets.push_back(inputData.sliced(packet.startOffset, packet.dataByteSize).toByteArray());
-    }
-
-    std::vector<AudioFileStreamProperty> properties;
-    AudioStreamBasicDescription format;
-    std::vector<AudioStreamBasicDescription> formats;
-    QByteArrayList packets;
-    bool isUnderstood = true;
-};
-
-// Pushes the bytes in chunks of 1 to `largestChunk` bytes.
-Listener parse(QByteArrayView bytes, int largestChunk, AudioFileType hint = AudioFileType::none)
-{
-    std::minstd_rand random(quint32(largestChunk) + 1);
-    std::uniform_int_distribution<qsizetype> sizes(1, largestChunk);
-    Listener listener;
-    const auto stream = openFramedAudioFileStream(listener, hint);
-    while (!bytes.isEmpty()) {
-        const qsizetype size = std::min(sizes(random), bytes.size());
-        listener.isUnderstood &= stream->parseBytes(bytes.first(size));
-        bytes = bytes.sliced(size);
-    }
-    stream->finish();
-    return listener;
-}
 
 QByteArrayList packetsOf(const EncodedTone &tone)
 {
@@ -114,14 +72,14 @@ TEST(AudioFileStreamTest, FindsTheFramesThatWereEncodedAndWhatTheyDecodeTo)
         SCOPED_TRACE(testing::Message() << quint32(tone.format.format) << " " << tone.format.sampleRate);
         ASSERT_GT(tone.packets.size(), 10u);
         for (const int chunk : chunkings) {
-            const Listener heard = parse(tone.bytes, chunk, AudioFileType::kAudioFileMP3Type);
+            const ParsedFile heard(tone.bytes, chunk, AudioFileType::kAudioFileMP3Type);
             EXPECT_EQ(heard.packets, packetsOf(tone)) << chunk;
-            EXPECT_EQ(heard.format, tone.format);
-            EXPECT_EQ(heard.formats, formats);
-            EXPECT_EQ(heard.properties,
-                      (formats.empty()
-                           ? std::vector{DataFormat, DataOffset, ReadyToProducePackets}
-                           : std::vector{DataFormat, FormatList, DataOffset, ReadyToProducePackets}));
+            EXPECT_EQ(heard.stream->dataFormat(), tone.format);
+            EXPECT_EQ(heard.stream->formatList(), formats);
+            std::vector expected{DataFormat, FormatList, DataOffset, ReadyToProducePackets};
+            if (formats.empty())
+                expected.erase(expected.begin() + 1);
+            EXPECT_EQ(heard.properties, expected);
         }
     }
 }
@@ -129,14 +87,11 @@ TEST(AudioFileStreamTest, FindsTheFramesThatWereEncodedAndWhatTheyDecodeTo)
 TEST(AudioFileStreamTest, HandsAPacketOnWithItsLastByteOnceInStep)
 {
     const EncodedTone tone = encodeTone({.seconds = 0.2});
-    Listener listener;
-    const auto stream = openFramedAudioFileStream(listener, AudioFileType::kAudioFileMP3Type);
+    ParsedFile heard;
     qsizetype whole = 0;
     for (const QByteArray &packet : packetsOf(tone)) {
-        stream->parseBytes(QByteArrayView(packet).chopped(1));
-        EXPECT_EQ(listener.packets.size(), whole);
-        stream->parseBytes(QByteArrayView(packet).last(1));
-        EXPECT_EQ(listener.packets.size(), whole == 0 ? 0 : whole + 1);
+        EXPECT_EQ(heard.push(packet.chopped(1), 1000).packets.size(), whole);
+        EXPECT_EQ(heard.push(packet.last(1), 1).packets.size(), whole == 0 ? 0 : whole + 1);
         ++whole;
     }
 }
@@ -144,10 +99,9 @@ TEST(AudioFileStreamTest, HandsAPacketOnWithItsLastByteOnceInStep)
 TEST(AudioFileStreamTest, ATrueFrameDoesNotWaitForWhatAFalseOneBeforeItClaims)
 {
     const EncodedTone tone = encodeTone({.format = AudioFormat::mpeg4Aac, .seconds = 0.5});
-    Listener listener;
-    const auto stream = openFramedAudioFileStream(listener, AudioFileType::none);
-    stream->parseBytes(falseHeader + tone.bytes.first(tone.packets[3].startOffset));
-    EXPECT_EQ(listener.packets, packetsOf(tone).first(3));
+    ParsedFile heard;
+    heard.push(falseHeader + tone.bytes.first(tone.packets[3].startOffset), 4096);
+    EXPECT_EQ(heard.packets, packetsOf(tone).first(3));
 }
 
 TEST(AudioFileStreamTest, HandsOnAtTheEndWhatWaitedForMore)
@@ -156,14 +110,14 @@ TEST(AudioFileStreamTest, HandsOnAtTheEndWhatWaitedForMore)
     const EncodedTone lowRate =
         encodeTone({AudioFormat::mpeg4Aac, 22050, 2, 48000, 0.2}); // might be HE-AAC's core
     for (const QByteArray &packet : packetsOf(mp3).last(2)) {
-        EXPECT_EQ(parse(packet, 100).packets, QByteArrayList{packet});
-        EXPECT_EQ(parse(packet.chopped(1), 100).packets, QByteArrayList());
+        EXPECT_EQ(ParsedFile(packet, 100).packets, QByteArrayList{packet});
+        EXPECT_EQ(ParsedFile(packet.chopped(1), 100).packets, QByteArrayList());
     }
     for (const qsizetype count : {1, 3}) {
         const QByteArrayList packets = packetsOf(lowRate).first(count);
-        const Listener heard = parse(packets.join(), 100);
+        const ParsedFile heard(packets.join(), 100);
         EXPECT_EQ(heard.packets, packets);
-        EXPECT_EQ(heard.format, lowRate.format);
+        EXPECT_EQ(heard.stream->dataFormat(), lowRate.format);
     }
 }
 
@@ -171,24 +125,19 @@ TEST(AudioFileStreamTest, SeeksByTheMeanSizeOfThePacketsSoFar)
 {
     const EncodedTone tone = encodeTone({AudioFormat::mpeg4Aac, 44100, 2, 96000, 5});
     const QByteArrayList packets = packetsOf(tone);
-    Listener listener;
-    const auto stream = openFramedAudioFileStream(listener, AudioFileType::none);
-    EXPECT_FALSE(stream->seek(1));
-    stream->parseBytes(tone.bytes.first(tone.packets[101].startOffset - 1)); // the last one is partial
-    const auto offset = stream->seek(150);
+    ParsedFile heard;
+    EXPECT_FALSE(heard.stream->seek(1));
+    heard.push(tone.bytes.first(tone.packets[101].startOffset - 1), 4096); // the last one is partial
+    const auto offset = heard.stream->seek(150);
     ASSERT_TRUE(offset);
-    EXPECT_TRUE(stream->dataOffset() == 0);
+    EXPECT_TRUE(heard.stream->dataOffset() == 0);
     EXPECT_TRUE(offset->isEstimated);
     EXPECT_EQ(offset->byteOffset, tone.packets[100].startOffset * 3 / 2);
     // What was unfinished, here also a tag, is not waited for.
-    stream->continueAt(tone.packets[100].startOffset);
-    stream->parseBytes(tone.bytes.sliced(tone.packets[100].startOffset) + id3v2(100000).first(50));
-    EXPECT_TRUE(listener.packets == packets);
-    listener.packets.clear();
-    stream->continueAt(0);
-    stream->parseBytes(tone.bytes);
-    stream->finish();
-    EXPECT_TRUE(listener.packets == packets);
+    heard.jump(tone.bytes + id3v2(100000).first(50), tone.packets[100].startOffset);
+    EXPECT_TRUE(heard.packets == packets.sliced(100));
+    heard.jump(tone.bytes, 0).stream->finish();
+    EXPECT_TRUE(heard.packets == packets);
 }
 
 TEST(AudioFileStreamTest, FindsNoPacketInWhatIsNoSound)
@@ -200,7 +149,7 @@ TEST(AudioFileStreamTest, FindsNoPacketInWhatIsNoSound)
                                     (frame + QByteArray(500, 'x')).repeated(50), freeFormat.repeated(50),
                                     QByteArray("ID3"), QByteArray()}) {
         for (const int chunk : {4096, 200000}) {
-            const Listener heard = parse(bytes, chunk);
+            const ParsedFile heard(bytes, chunk);
             EXPECT_TRUE(heard.packets.isEmpty());
             EXPECT_EQ(heard.isUnderstood, bytes.size() <= 256 * 1024);
             EXPECT_TRUE(heard.properties.empty());
@@ -236,7 +185,7 @@ TEST(AudioFileStreamTest, SkipsTagsAndGarbageAndComesBackInStep)
     };
     for (const auto &[name, bytes, expected] : cases)
         for (const int chunk : chunkings) {
-            const Listener heard = parse(bytes, chunk);
+            const ParsedFile heard(bytes, chunk);
             EXPECT_TRUE(heard.packets == expected && heard.isUnderstood)
                 << name << ", chunks up to " << chunk;
         }

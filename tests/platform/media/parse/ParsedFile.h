@@ -13,6 +13,12 @@ public:
     explicit ParsedFile(AudioFileType hint = AudioFileType::none) : stream(openAudioFileStream(*this, hint))
     {
     }
+    // Of a whole file.
+    ParsedFile(QByteArrayView file, qsizetype chunk, AudioFileType hint = AudioFileType::none)
+        : ParsedFile(hint)
+    {
+        push(file, chunk).stream->finish();
+    }
 
     // Pushes bytes in chunks of one size.
     ParsedFile &push(QByteArrayView bytes, qsizetype chunk)
