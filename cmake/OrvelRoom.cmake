@@ -45,7 +45,7 @@ function(orvel_qml_room name)
 endfunction()
 
 # orvel_test(<name> SOURCES <files...> LINK <libraries...> [TIMEOUT <seconds>] [THREADS]): one GoogleTest program, one
-# ctest case for each of its tests. THREADS: for ThreadSanitizer to judge.
+# ctest case for each of its tests. THREADS: for ThreadSanitizer to judge, built by the target "threaded_tests".
 function(orvel_test name)
   cmake_parse_arguments(TEST "THREADS" "TIMEOUT" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${TEST_SOURCES})
@@ -57,6 +57,10 @@ function(orvel_test name)
   set(label all)
   if(TEST_THREADS)
     set(label threads)
+    if(NOT TARGET threaded_tests)
+      add_custom_target(threaded_tests)
+    endif()
+    add_dependencies(threaded_tests ${name})
   endif()
   include(GoogleTest)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS ${label})
