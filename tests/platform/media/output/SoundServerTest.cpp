@@ -1,10 +1,8 @@
 #include "platform/media/output/AudioSession.h"
-#include "platform/media/output/RecordedPieces.h"
 #include "platform/media/output/ToneFeeder.h"
 #include "support/PulseServer.h"
 #include "support/SoundComparison.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -17,6 +15,88 @@ using namespace orvel::test;
 namespace {
 
 constexpr double rate = 44100;
+using Frames = std::vector<std::pair<float, float>>;
+
+// Pauses are silence in the midst of a sound.
+Frames withoutPauses(const std::vector<float> &samples)
+{
+    Frames frames;
+    for (std::size_t i = 0; i + 1 < samples.size(); i += 2)
+        if (samples[i] != 0 || samples[i + 1] != 0)
+            frames.emplace_back(samples[i], samples[i + 1]);
+    return frames;
+}
+
+// A recorded piece of a sound: where it begins and ends in the sound, in seconds.
+struct Piece
+{
+    double begin;
+    double end;
+};
+
+// The recorded pieces in their order. Nothing else may have been recorded.
+std::vector<Piece> piecesOf(const Frames &sound, const std::vector<float> &recorded)
+{
+    constexpr std::ptrdiff_t sample = 8; // frames that stand once in the sound
+    const Frames frames = withoutPauses(recorded);
+    std::vector<Piece> pieces;
+    for (auto at = frames.begin(); frames.end() - at >= sample;) {
+        const auto found = std::search(sound.begin(), sound.end(), at, at + sample);
+        if (found == sound.end()) {
+            ADD_FAILURE() << "Something else was recorded";
+            break;
+        }
+        const auto [there, here] = std::mismatch(found, sound.end(), at, frames.end());
+        at = here;
+        pieces.push_back({double(found - sound.begin()) / rate, double(there - sound.begin()) / rate});
+    }
+    return pieces;
+}
+
+void rest(double seconds)
+{
+    waitUntil([] { return false; }, seconds);
+}
+
+// Plays a tone, and records what the server's sink plays.
+class Playing
+{
+public:
+    explicit Playing(const PulseServer &server, const OutputQueueOptions &options = {}, double seconds = 3,
+                     int latency = 20)
+        : tone(encodeTone({.seconds = seconds}))
+        , sound(withoutPauses(decoded(tone)))
+        , recorder(std::make_unique<SinkRecorder>(server, latency))
+        , feeder(tone, options)
+    {
+    }
+
+    double seconds() const { return double(sound.size()) / rate; }
+    // What this recorder has at the end.
+    std::vector<float> recorded()
+    {
+        EXPECT_TRUE(feeder.waitForTheEnd());
+        return recorder->soundUntilSilence();
+    }
+    // That at most `allowed` seconds are missing.
+    void expectWhole(double allowed)
+    {
+        double missing = 0;
+        double end = 0;
+        for (const Piece &piece : piecesOf(sound, recorded())) {
+            EXPECT_GE(piece.begin, end);
+            missing += piece.begin - end;
+            end = piece.end;
+        }
+        EXPECT_LE(missing, allowed);
+        EXPECT_EQ(end, seconds());
+    }
+
+    const EncodedTone tone;
+    const Frames sound;
+    std::unique_ptr<SinkRecorder> recorder;
+    ToneFeeder feeder;
+};
 
 class SoundServerTest : public testing::TestWithParam<PulseServer::Kind>
 {
@@ -38,71 +118,33 @@ protected:
     PulseServer server;
 };
 INSTANTIATE_TEST_SUITE_P(, SoundServerTest,
-                         testing::Values(PulseServer::Kind::PulseAudio, PulseServer::Kind::PipeWire),
-                         [](const auto &kind) {
-                             return kind.param == PulseServer::Kind::PulseAudio ? "PulseAudio" : "PipeWire";
-                         });
-
-void rest(double seconds)
-{
-    const auto until = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    while (std::chrono::steady_clock::now() < until) {
-        letEventsRun();
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
-    }
-}
-
-// Nothing else may have been recorded.
-std::vector<Piece> wholePiecesOf(const Frames &sound, const std::vector<float> &recorded)
-{
-    const auto [pieces, strays] = piecesOf(sound, withoutPauses(recorded));
-    EXPECT_EQ(strays, 0u);
-    return pieces;
-}
-
-// `allowed` is in seconds that may be missing.
-void expectWhole(const std::vector<Piece> &pieces, const Frames &sound, double allowed = 0)
-{
-    std::size_t missing = 0;
-    std::size_t end = 0;
-    for (const Piece &piece : pieces) {
-        EXPECT_GE(piece.begin, end);
-        missing += piece.begin - end;
-        end = piece.end;
-    }
-    EXPECT_LE(double(missing), allowed * rate);
-    EXPECT_EQ(end, sound.size());
-}
+                         testing::Values(PulseServer::Kind::PulseAudio, PulseServer::Kind::PipeWire));
 
 // Plays at one volume after another. Returns the greatest step between two frames, and the volumes when each
 // change was asked for and a tenth of a second later.
 std::pair<double, std::vector<double>> playedVolumes(const PulseServer &server,
                                                      const std::vector<float> &volumes)
 {
-    const EncodedTone tone = encodeTone({.seconds = 3});
-    const Frames sound = withoutPauses(decoded(tone));
-    const SinkRecorder recorder(server, 5);
-    ToneFeeder feeder(tone);
-    feeder.play();
+    Playing playing(server, {}, 3, 5);
+    playing.feeder.play();
     std::vector<double> looks; // frames
     for (const float volume : volumes) {
         rest(0.4);
-        looks.push_back(feeder.queue->currentTime().value_or(0));
+        looks.push_back(playing.feeder.queue->currentTime().value_or(0));
         looks.push_back(looks.back() + 0.1 * rate);
-        feeder.queue->setVolume(volume);
+        playing.feeder.queue->setVolume(volume);
     }
-    EXPECT_TRUE(feeder.waitForTheEnd());
-    const Frames heard = withoutPauses(recorder.soundUntilSilence());
-    if (heard.size() != sound.size())
+    const Frames heard = withoutPauses(playing.recorded());
+    if (heard.size() != playing.sound.size())
         return {1, {}};
 
     double before = 1;
     double step = 0;
     std::vector<double> found;
-    for (std::size_t i = 0; i < std::min(sound.size(), heard.size()); ++i) {
-        if (std::abs(sound[i].first) < 0.05)
+    for (std::size_t i = 0; i < heard.size(); ++i) {
+        if (std::abs(playing.sound[i].first) < 0.05)
             continue;
-        const double volume = double(heard[i].first) / double(sound[i].first);
+        const double volume = double(heard[i].first) / double(playing.sound[i].first);
         step = std::max(step, std::abs(volume - before));
         before = volume;
         if (found.size() < looks.size() && double(i) >= looks[found.size()])
@@ -115,37 +157,30 @@ std::pair<double, std::vector<double>> playedVolumes(const PulseServer &server,
 
 TEST_P(SoundServerTest, LosesNoFrameInPausesAndResumes)
 {
-    const EncodedTone tone = encodeTone({.seconds = 3});
-    const Frames sound = withoutPauses(decoded(tone));
-    const SinkRecorder recorder(server, 200);
-    ToneFeeder feeder(tone);
-    feeder.play();
+    Playing playing(server, {}, 3, 200);
+    OutputQueue &queue = *playing.feeder.queue;
+    playing.feeder.play();
     for (const double pause : {0.3, 0.01, 0.1, 0.05, 0.4, 0.2}) {
         rest(0.25 + pause / 7);
-        feeder.queue->pause();
-        const std::optional<double> time = feeder.queue->currentTime();
+        queue.pause();
+        const std::optional<double> time = queue.currentTime();
         rest(pause);
-        EXPECT_EQ(feeder.queue->currentTime(), time);
-        feeder.queue->start();
+        EXPECT_EQ(queue.currentTime(), time);
+        queue.start();
     }
-    ASSERT_TRUE(feeder.waitForTheEnd());
-    expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound, allowed);
+    playing.expectWhole(allowed);
 }
 
 TEST_P(SoundServerTest, GoesOnAfterAnUnderrunWithWhatFollows)
 {
-    const EncodedTone tone = encodeTone({.seconds = 3});
-    const Frames sound = withoutPauses(decoded(tone));
-    const SinkRecorder recorder(server);
-    ToneFeeder feeder(tone, {.ringSeconds = 0.4});
+    Playing playing(server, {.ringSeconds = 0.4});
     int returned = 0;
-    feeder.onCallback = [&](OutputBuffer &) {
+    playing.feeder.onCallback = [&](OutputBuffer &) {
         if (++returned == 2)
             std::this_thread::sleep_for(std::chrono::seconds(1));
     };
-    feeder.play();
-    ASSERT_TRUE(feeder.waitForTheEnd());
-    expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound, allowed);
+    playing.feeder.play();
+    playing.expectWhole(allowed);
 }
 
 TEST_P(SoundServerTest, HearsAnotherVolumeSoonAndWithoutAClick)
@@ -168,36 +203,30 @@ protected:
 
 TEST_F(PulseAudioTest, RunsOnInSilenceUntilTheServerIsThereAgain)
 {
-    const EncodedTone tone = encodeTone({.seconds = 4});
-    const Frames sound = withoutPauses(decoded(tone));
     for (const double standing : {0., 10.}) {
         SCOPED_TRACE(standing);
-        ToneFeeder feeder(tone, {.standingSeconds = standing});
-        const SinkRecorder first(server);
+        Playing playing(server, {.standingSeconds = standing}, 4);
         const auto begin = std::chrono::steady_clock::now();
-        feeder.play();
+        playing.feeder.play();
         rest(1);
         server.kill();
         rest(0.3);
+        const std::vector<Piece> before = piecesOf(playing.sound, playing.recorder->samples());
         ASSERT_TRUE(server.start());
-        const SinkRecorder second(server);
+        playing.recorder = std::make_unique<SinkRecorder>(server);
         server.answerPlayers();
-        const auto answered = std::chrono::steady_clock::now();
-        ASSERT_TRUE(waitUntil([&] { return !withoutPauses(second.samples()).empty(); }));
-        const std::chrono::duration<double> wait = std::chrono::steady_clock::now() - answered;
-        EXPECT_LT(wait.count(), 2);
-        ASSERT_TRUE(feeder.waitForTheEnd());
+        EXPECT_TRUE(waitUntil([&] { return !withoutPauses(playing.recorder->samples()).empty(); }, 2));
+        ASSERT_TRUE(playing.feeder.waitForTheEnd());
         const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
+        const std::vector<Piece> after = piecesOf(playing.sound, playing.recorded());
 
-        const std::vector<Piece> before = wholePiecesOf(sound, first.samples());
-        const std::vector<Piece> after = wholePiecesOf(sound, second.soundUntilSilence());
         ASSERT_EQ(before.size(), 1u);
         ASSERT_EQ(after.size(), 1u);
-        EXPECT_EQ(before[0].begin, 0u);
-        EXPECT_EQ(after[0].end, sound.size());
-        const double missing = (double(after[0].begin) - double(before[0].end)) / rate;
+        EXPECT_EQ(before[0].begin, 0);
+        EXPECT_EQ(after[0].end, playing.seconds());
+        const double missing = after[0].begin - before[0].end;
         if (standing == 0) {
-            EXPECT_NEAR(taken.count(), double(sound.size()) / rate, 0.5);
+            EXPECT_NEAR(taken.count(), playing.seconds(), 0.5);
             EXPECT_GT(missing, 0.3);
         } else {
             EXPECT_NEAR(missing, 0, 0.1);
@@ -207,23 +236,17 @@ TEST_F(PulseAudioTest, RunsOnInSilenceUntilTheServerIsThereAgain)
 
 TEST_F(PulseAudioTest, FollowsItsSinkAwayAndBack)
 {
-    const EncodedTone tone = encodeTone({.seconds = 4});
-    const Frames sound = withoutPauses(decoded(tone));
-    ToneFeeder feeder(tone);
-    const auto begin = std::chrono::steady_clock::now();
-    feeder.play();
+    Playing playing(server, {}, 4);
+    playing.feeder.play();
     rest(1);
     server.removeSink();
     rest(0.3);
     server.addSink();
-    const SinkRecorder recorder(server);
-    ASSERT_TRUE(feeder.waitForTheEnd());
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    EXPECT_NEAR(taken.count(), double(sound.size()) / rate, 0.5);
-    const std::vector<Piece> after = wholePiecesOf(sound, recorder.soundUntilSilence());
+    playing.recorder = std::make_unique<SinkRecorder>(server);
+    const std::vector<Piece> after = piecesOf(playing.sound, playing.recorded());
     ASSERT_EQ(after.size(), 1u);
-    EXPECT_EQ(after[0].end, sound.size());
-    EXPECT_LT(double(after[0].begin), 2.2 * rate);
+    EXPECT_EQ(after[0].end, playing.seconds());
+    EXPECT_LT(after[0].begin, 2.2);
 }
 
 TEST_F(PulseAudioTest, IsSilentForACallAndLosesNothing)
@@ -232,40 +255,28 @@ TEST_F(PulseAudioTest, IsSilentForACallAndLosesNothing)
     std::vector<InterruptionState> told;
     AudioSession::sharedInstance().setInterruptionListener(
         &told, [&](InterruptionState state) { told.push_back(state); });
-    const EncodedTone tone = encodeTone({.seconds = 3});
-    const Frames sound = withoutPauses(decoded(tone));
-    const SinkRecorder recorder(server);
-    {
-        ToneFeeder feeder(tone);
-        feeder.play();
+    // Who stops for the call learns of its end, too.
+    for (const bool stops : {false, true}) {
+        told.clear();
+        Playing playing(server);
+        OutputQueue &queue = *playing.feeder.queue;
+        playing.feeder.play();
         rest(0.5);
         QProcess call;
         server.play(call, "phone");
         ASSERT_TRUE(waitUntil([&] { return told == std::vector{InterruptionState::Begin}; }));
-        const std::optional<double> time = feeder.queue->currentTime();
+        const double time = queue.currentTime().value_or(0);
+        if (stops)
+            queue.stop(true);
         rest(0.5);
-        EXPECT_NEAR(feeder.queue->currentTime().value_or(0), time.value_or(0), 0.02 * rate);
+        EXPECT_NEAR(queue.currentTime().value_or(stops ? time : 0), time, 0.02 * rate);
+        EXPECT_EQ(told.size(), 1u);
         call.kill();
         call.waitForFinished();
         ASSERT_TRUE(waitUntil([&] { return told.size() == 2; }));
         EXPECT_EQ(told.back(), InterruptionState::End);
-        ASSERT_TRUE(feeder.waitForTheEnd());
-        // The server mutes the stream itself before it is corked.
-        expectWhole(wholePiecesOf(sound, recorder.soundUntilSilence()), sound, 0.1);
+        if (!stops)
+            playing.expectWhole(0.1); // the server mutes the stream itself before it is corked
     }
-    // Who stops for the call learns of its end, too.
-    ToneFeeder feeder(tone);
-    feeder.play();
-    rest(0.3);
-    QProcess call;
-    server.play(call, "phone");
-    ASSERT_TRUE(waitUntil([&] { return told.size() == 3; }));
-    feeder.queue->stop(true);
-    ASSERT_TRUE(feeder.waitForTheEnd());
-    rest(0.2);
-    EXPECT_EQ(told.size(), 3u);
-    call.kill();
-    call.waitForFinished();
-    EXPECT_TRUE(waitUntil([&] { return told.size() == 4; }));
     AudioSession::sharedInstance().removeInterruptionListener(&told);
 }

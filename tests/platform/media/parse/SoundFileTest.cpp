@@ -68,6 +68,8 @@ const Kind kinds[] = {
     {"a.mp3", "-q:a 4 -ac 1 -ar 22050", mpegLayer3, true, Seeks::Estimated},
     {"a.mp3", "-write_xing 0", mpegLayer3, false, Seeks::Estimated},
     {"a.aac", "-c:a aac", mpeg4Aac, false, Seeks::Estimated},
+    {"a.wav", "-c:a pcm_f64le", linearPcm},
+    {"a.caf", "-c:a pcm_s32be", linearPcm},
 };
 
 class SoundFileTest : public testing::TestWithParam<Kind>
