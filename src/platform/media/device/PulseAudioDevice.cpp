@@ -57,6 +57,7 @@ PulseAudioDevice::PulseAudioDevice(const AudioDeviceRequest &request)
     , m_sound(qint64(std::max(keptSeconds, request.ringSeconds + 2.5) * request.sampleRate),
               request.sampleRate, request.channels, *request.volume)
 {
+    m_goneAt = Clock::now(); // until there is a stream
     countSilenceFromNow();
 }
 

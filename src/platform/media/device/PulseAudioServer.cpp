@@ -53,6 +53,8 @@ void PulseAudioDeleter::operator()(pa_stream *stream) const
     pa_stream_set_state_callback(stream, nullptr, nullptr);
     pa_stream_set_write_callback(stream, nullptr, nullptr);
     pa_stream_set_event_callback(stream, nullptr, nullptr);
+    pa_stream_set_underflow_callback(stream, nullptr, nullptr);
+    pa_stream_set_started_callback(stream, nullptr, nullptr);
     pa_stream_disconnect(stream);
     pa_stream_unref(stream);
 }
@@ -89,11 +91,11 @@ bool PulseAudioServer::add(PulseAudioClient &client)
         m_loop = std::move(loop);
     }
     const Lock lock;
-    if (!m_context || !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())))
+    if (!isConnected())
         connect();
     awaitAnswer();
     // A server that is there but slow holds up every other way to the sound, too.
-    if (!PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())) && !m_hasAnswered)
+    if (!isConnected() && !m_hasAnswered)
         return false;
     m_clients.insert(&client);
     if (m_isReady)
@@ -138,6 +140,8 @@ void PulseAudioServer::streamHasFailed()
 void PulseAudioServer::awaitUncork(PulseAudioHandle<pa_stream> stream, std::function<void()> ended)
 {
     Waiting &waiting = m_waiting.emplace_back(std::move(stream), std::move(ended));
+    pa_stream_set_underflow_callback(waiting.stream.get(), nullptr, nullptr);
+    pa_stream_set_started_callback(waiting.stream.get(), nullptr, nullptr);
     pa_stream_set_event_callback(
         waiting.stream.get(),
         [](pa_stream *, const char *name, pa_proplist *, void *data) {
@@ -152,6 +156,11 @@ void PulseAudioServer::awaitUncork(PulseAudioHandle<pa_stream> stream, std::func
                 static_cast<Waiting *>(data)->end();
         },
         &waiting);
+}
+
+bool PulseAudioServer::isConnected() const
+{
+    return m_context && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get()));
 }
 
 void PulseAudioServer::connect()
@@ -184,7 +193,7 @@ void PulseAudioServer::awaitAnswer()
             pa_threaded_mainloop_signal(server->m_loop.get(), 0);
         },
         this);
-    while (!m_isReady && m_isPatient && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get())))
+    while (!m_isReady && m_isPatient && isConnected())
         pa_threaded_mainloop_wait(m_loop.get());
     pa_threaded_mainloop_get_api(m_loop.get())->time_free(end);
 }
@@ -221,7 +230,7 @@ void PulseAudioServer::onTime()
 {
     pa_threaded_mainloop_get_api(m_loop.get())->time_free(std::exchange(m_timer, nullptr));
     std::erase_if(m_waiting, [](const Waiting &waiting) { return !waiting.ended; });
-    if (!m_context || !PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get()))) {
+    if (!isConnected()) {
         for (PulseAudioClient *client : m_clients)
             client->serverIsGone();
         m_context.reset();

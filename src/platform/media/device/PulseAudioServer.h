@@ -73,6 +73,7 @@ private:
     using Clock = std::chrono::steady_clock;
     struct Waiting;
 
+    bool isConnected() const; // or about to be
     void connect();
     void awaitAnswer();
     void onContextState();

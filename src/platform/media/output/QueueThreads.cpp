@@ -70,12 +70,17 @@ bool QueueThreads::run(std::function<void()> body, std::function<void()> end)
 
 void QueueThreads::join()
 {
-    std::list<Entry> entries = registry().take(
-        [](const Entry &entry) { return entry.thread.get_id() != std::this_thread::get_id(); });
-    for (const Entry &entry : entries)
-        entry.end();
-    for (Entry &entry : entries)
-        entry.thread.join();
+    const auto takeOthers = [] {
+        return registry().take(
+            [](const Entry &entry) { return entry.thread.get_id() != std::this_thread::get_id(); });
+    };
+    // A thread may have made another before it was told to end.
+    for (std::list<Entry> entries = takeOthers(); !entries.empty(); entries = takeOthers()) {
+        for (const Entry &entry : entries)
+            entry.end();
+        for (Entry &entry : entries)
+            entry.thread.join();
+    }
 }
 
 } // namespace orvel

@@ -12,6 +12,7 @@ constexpr qsizetype maxHeldBytes = 32 * 1024 * 1024;
 // Less is read sooner than asked for again.
 constexpr qint64 leastJump = 64 * 1024;
 constexpr double maxTrimmedFrames = 1 << 30;
+constexpr double maxFrames = 1LL << 53;
 
 } // namespace
 
@@ -92,7 +93,7 @@ std::optional<AudioTrim> ContainerStream::trim() const
     AudioTrim trim;
     trim.primingFrames = quint32(std::min(sound.trim->primingFrames * scale, maxTrimmedFrames));
     if (sound.trim->validFrames)
-        trim.validFrames = qint64(double(*sound.trim->validFrames) * scale);
+        trim.validFrames = qint64(std::min(double(*sound.trim->validFrames) * scale, maxFrames));
     return trim;
 }
 
