@@ -63,14 +63,10 @@ const HeaderFields *FileReadStream::responseHeaders() const
     return m_responseHeaders ? &*m_responseHeaders : nullptr;
 }
 
-QByteArrayView FileReadStream::peek(qsizetype max) const
-{
-    return QByteArrayView(m_bytes).sliced(m_bytesRead, std::min(max, m_bytes.size() - m_bytesRead));
-}
-
 QByteArrayView FileReadStream::read(qsizetype max)
 {
-    const QByteArrayView bytes = peek(max);
+    const QByteArrayView bytes =
+        QByteArrayView(m_bytes).sliced(m_bytesRead, std::min(max, m_bytes.size() - m_bytesRead));
     m_bytesRead += bytes.size();
     return bytes;
 }

@@ -34,9 +34,7 @@ public:
     // Of the first answer; nullptr before there is one.
     const HeaderFields *responseHeaders() const;
 
-    // Returns up to `max` of the next bytes, which stay the next ones. Valid until the next event.
-    QByteArrayView peek(qsizetype max) const;
-    // The same, and goes on behind them.
+    // Returns up to `max` of the next bytes, and goes on behind them. Valid until the next event.
     QByteArrayView read(qsizetype max);
     // Bytes are wanted. To be called when none is available, before the thread waits for events.
     void awaitBytes();

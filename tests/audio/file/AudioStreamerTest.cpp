@@ -254,7 +254,6 @@ TEST(AudioStreamerTest, ShowsOneAlertAStart)
     } cases[] = {
         {"property", noFormat, answer(longFile), nothing, 2},
         {"bytes", noParse, answer(longFile), nothing, 4},
-        {"no packet", noPackets, answer(numbered(270'000)), nothing, 4},
         {"parser", noParser, answer(longFile), nothing, 5},
         {"no sound", noPackets, answer(oneBufferMore), nothing, 7},
         {"empty", sound, answer({}), nothing, 7},

@@ -19,42 +19,6 @@ TEST(FileTypeHintTest, ComparesExtensionsExactly)
         EXPECT_EQ(hintForFileExtension(extension), type) << QString::fromUtf16(extension).toStdString();
 }
 
-TEST(FileTypeHintTest, IsOverruledByWhatTheFileSays)
-{
-    const std::pair<QByteArray, AudioFileType> cases[] = {
-        {"RIFF\x10\x20\x30\x40WAVEfmt ", kAudioFileWAVEType},
-        {"RF64\xff\xff\xff\xffWAVEds64", kAudioFileWAVEType},
-        {"FORM\x10\x20\x30\x40"
-         "AIFFCOMM",
-         kAudioFileAIFFType},
-        {"FORM\x10\x20\x30\x40"
-         "AIFCFVER",
-         kAudioFileAIFCType},
-        {"caff\x10\x20\x30\x40....", kAudioFileCAFType},
-        {"\x10\x20\x30\x40"
-         "ftypM4A ",
-         kAudioFileM4AType},
-        {"\x10\x20\x30\x40"
-         "ftypisom",
-         kAudioFileMPEG4Type},
-        {"RIFF\x10\x20\x30\x40"
-         "AVI LIST",
-         none},
-        {"ID3\x04", none},
-        {"", none},
-    };
-    for (const auto &[bytes, type] : cases)
-        EXPECT_EQ(fileTypeOf(bytes, none), type) << bytes.toStdString();
-}
-
-TEST(FileTypeHintTest, KnowsTheLengthOfATag)
-{
-    EXPECT_EQ(id3TagSize(QByteArray("ID3\x04\x00\x00\x00\x00\x02\x01......", 16)), 257 + 10);
-    EXPECT_EQ(id3TagSize(QByteArray("ID3\x04\x00\x10\x00\x00\x02\x01......", 16)), 257 + 20);
-    EXPECT_EQ(id3TagSize(QByteArray("ID2\x04\x00\x10\x00\x00\x02\x01......", 16)), 0);
-    EXPECT_EQ(id3TagSize("ID3"), 0);
-}
-
 TEST(AudioStreamerErrorTest, HasATextForEachCode)
 {
     QStringList texts;
