@@ -67,7 +67,7 @@ bool makeHighEfficiency(const FileServer &server, const QString &name)
 {
     QFile file(server.path("he.aac"));
     file.open(QIODevice::WriteOnly);
-    file.write(withBandReplication(encodeTone({AudioFormat::mpeg4Aac, 22050, 2, 64000, 10}), 0).bytes);
+    file.write(withBandReplication(encodeTone({AudioFormat::mpeg4Aac, 22050, 2, 64000, 10})).bytes);
     file.close();
     QProcess process;
     process.startCommand("ffmpeg -hide_banner -nostdin -loglevel error -y -i " + file.fileName() +

@@ -44,7 +44,7 @@ Script inPieces(const QByteArray &bytes)
 TEST(StreamedSoundTest, IsTheSentSoundInEveryFormatWhereverMetadataLayAndTheNetworkCutIt)
 {
     const auto highEfficiency = [](int rate, int channels) {
-        return withBandReplication(encodeTone({mpeg4Aac, rate, channels, 64000, 10}), 0);
+        return withBandReplication(encodeTone({mpeg4Aac, rate, channels, 64000, 10}));
     };
     const struct
     {

@@ -1,9 +1,7 @@
 #include "support/CapturedSound.h"
 
 #include "platform/media/output/SoundOutput.h"
-
-#include <QFile>
-#include <cstring>
+#include "support/SoundComparison.h"
 
 namespace orvel::test {
 
@@ -18,13 +16,7 @@ CapturedSound::~CapturedSound() { joinOutputQueues(); }
 std::vector<float> CapturedSound::samples() const
 {
     joinOutputQueues();
-    QFile file(m_folder.filePath(QStringLiteral("sound.raw")));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray bytes = file.readAll();
-    std::vector<float> samples(std::size_t(bytes.size()) / sizeof(float));
-    std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
-    return samples;
+    return samplesIn(m_folder.filePath(QStringLiteral("sound.raw")));
 }
 
 } // namespace orvel::test

@@ -90,7 +90,7 @@ EncodedTone encodeTone(const ToneRequest &request)
     return tone;
 }
 
-EncodedTone withBandReplication(const EncodedTone &core, std::size_t plainFrames)
+EncodedTone withBandReplication(const EncodedTone &core)
 {
     EncodedTone result{.format = core.format};
     const ToneRequest request{.format = core.format.format,
@@ -99,10 +99,6 @@ EncodedTone withBandReplication(const EncodedTone &core, std::size_t plainFrames
     for (const AudioStreamPacketDescription &packet : core.packets) {
         const QByteArrayView frame =
             QByteArrayView(core.bytes).sliced(packet.startOffset, packet.dataByteSize);
-        if (result.packets.size() < plainFrames) {
-            append(result, frame);
-            continue;
-        }
         // A raw block ends with the three set bits of the end element and zero bits up to the byte's end.
         QByteArray block = frame.sliced(7).toByteArray();
         while (block.endsWith('\0'))

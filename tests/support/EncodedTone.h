@@ -27,8 +27,8 @@ struct ToneRequest
 EncodedTone encodeTone(const ToneRequest &request);
 
 // The same AAC frames with a spectral band replication element in each: an HE-AAC stream, of the second
-// version when its core is mono. The first `plainFrames` stay as they are.
-EncodedTone withBandReplication(const EncodedTone &core, std::size_t plainFrames);
+// version when its core is mono.
+EncodedTone withBandReplication(const EncodedTone &core);
 
 // What libavcodec's own decoder makes of the tone's packets, from a fresh start: samples, interleaved.
 std::vector<float> decoded(const EncodedTone &tone);

@@ -1,5 +1,6 @@
 #include "support/PulseServer.h"
 
+#include "support/SoundComparison.h"
 #include "support/TestLoop.h"
 
 #include <QDir>
@@ -7,7 +8,6 @@
 #include <QStandardPaths>
 #include <algorithm>
 #include <csignal>
-#include <cstring>
 
 namespace orvel::test {
 
@@ -160,14 +160,7 @@ std::vector<float> SinkRecorder::soundUntilSilence() const
 
 std::vector<float> SinkRecorder::samples() const
 {
-    QFile file(m_folder.filePath(QStringLiteral("recorded")));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray bytes = file.readAll();
-    std::vector<float> samples(std::size_t(bytes.size()) / sizeof(float));
-    if (!samples.empty())
-        std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
-    return samples;
+    return samplesIn(m_folder.filePath(QStringLiteral("recorded")));
 }
 
 } // namespace orvel::test

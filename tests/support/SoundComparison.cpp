@@ -1,10 +1,22 @@
 #include "support/SoundComparison.h"
 
+#include <QFile>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <gtest/gtest.h>
 
 namespace orvel::test {
+
+std::vector<float> samplesIn(const QString &path)
+{
+    QFile file(path);
+    const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    std::vector<float> samples(std::size_t(bytes.size()) / sizeof(float));
+    if (!samples.empty())
+        std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
+    return samples;
+}
 
 std::vector<float> withoutSilence(const std::vector<float> &samples)
 {
@@ -34,13 +46,6 @@ void expectSameSound(const std::vector<float> &captured, const std::vector<float
 {
     EXPECT_GT(withoutSilence(expected).size(), 10000u);
     EXPECT_EQ(soundDifference(captured, expected), QString());
-}
-
-std::vector<float> scaled(std::vector<float> samples, float volume)
-{
-    for (float &sample : samples)
-        sample *= volume;
-    return samples;
 }
 
 } // namespace orvel::test

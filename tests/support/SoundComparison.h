@@ -5,6 +5,9 @@
 
 namespace orvel::test {
 
+// The floats that a file holds. Empty without the file.
+std::vector<float> samplesIn(const QString &path);
+
 // Devices add silence (zero samples) of their own around a sound.
 std::vector<float> withoutSilence(const std::vector<float> &samples);
 
@@ -16,8 +19,5 @@ QString soundDifference(const std::vector<float> &captured, const std::vector<fl
 
 // `expected` is a second's sound or more.
 void expectSameSound(const std::vector<float> &captured, const std::vector<float> &expected);
-
-// At another volume.
-std::vector<float> scaled(std::vector<float> samples, float volume);
 
 } // namespace orvel::test

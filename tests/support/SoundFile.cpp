@@ -1,9 +1,10 @@
 #include "support/SoundFile.h"
 
+#include "support/SoundComparison.h"
+
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <cstring>
 #include <gtest/gtest.h>
 
 namespace orvel::test {
@@ -56,13 +57,10 @@ QByteArray soundFile(const QString &name, const QStringList &arguments, const QB
 std::vector<float> decodedByFfmpeg(const QByteArray &file)
 {
     const Ffmpeg ffmpeg(file);
-    const QByteArray raw =
-        ffmpeg.run({QStringLiteral("-i"), ffmpeg.path(QStringLiteral("input")), QStringLiteral("-map"),
-                    QStringLiteral("0:a:0"), QStringLiteral("-f"), QStringLiteral("f32le")},
-                   QStringLiteral("raw"));
-    std::vector<float> samples(std::size_t(raw.size()) / sizeof(float));
-    std::memcpy(samples.data(), raw.constData(), samples.size() * sizeof(float));
-    return samples;
+    ffmpeg.run({QStringLiteral("-i"), ffmpeg.path(QStringLiteral("input")), QStringLiteral("-map"),
+                QStringLiteral("0:a:0"), QStringLiteral("-f"), QStringLiteral("f32le")},
+               QStringLiteral("raw"));
+    return samplesIn(ffmpeg.path(QStringLiteral("raw")));
 }
 
 } // namespace orvel::test

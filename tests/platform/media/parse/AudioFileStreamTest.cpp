@@ -66,7 +66,7 @@ TEST(AudioFileStreamTest, FindsTheFramesThatWereEncodedAndWhatTheyDecodeTo)
                                                          .format = channels == 1 ? mpeg4AacHeV2 : mpeg4AacHe,
                                                          .framesPerPacket = 2048,
                                                          .channelsPerFrame = 2};
-        cases.push_back({withBandReplication(core, 2), {highEfficiency, core.format}});
+        cases.push_back({withBandReplication(core), {highEfficiency, core.format}});
     }
     for (const auto &[tone, formats] : cases) {
         SCOPED_TRACE(testing::Message() << quint32(tone.format.format) << " " << tone.format.sampleRate);
