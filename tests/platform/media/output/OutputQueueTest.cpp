@@ -275,24 +275,18 @@ TEST(AudioSessionTest, TellsTheFirstBeginAndTheLastEnd)
 
 TEST(OutputQueueTest, APauseIsHeardAtOnce)
 {
-    const EncodedTone tone = encodeTone({.seconds = 30});
     const SilentDevice device;
-    const auto queue = newOutputQueue(tone.format, [](OutputQueue &, OutputBuffer &) {});
-    queue->enqueueBuffer(*filledBuffer(*queue, tone), tone.packets);
-    // Other work of the machine may be in the way of one pause; the device would go on for a second or more.
-    EXPECT_TRUE(waitUntil([&] {
-        queue->start();
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        const double paused = queue->currentTime().value_or(0);
-        queue->pause();
-        double now = paused;
-        const double bound = paused + 0.5 * tone.format.sampleRate;
-        for (double last = -1; now < bound && std::exchange(last, now) != now;
-             now = queue->currentTime().value_or(0))
-            std::this_thread::sleep_for(std::chrono::milliseconds(30));
-        return paused > 0 && now < bound;
-    }));
-    joinOutputQueues();
+    WatchedQueue watched(encodeTone({.seconds = 30}));
+    watched.enqueue(1);
+    watched.queue->start();
+    ASSERT_TRUE(watched.hasChanged(1));
+    watched.queue->pause();
+    const double paused = watched.queue->currentTime().value_or(0);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    watched.queue->start();
+    // The device would have gone on meanwhile.
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_LT(watched.queue->currentTime().value_or(INFINITY), paused + watched.tone.format.sampleRate);
 }
 
 TEST(OutputQueueTest, WithoutADeviceKeepsTheTimeAndSaysSoOnce)
