@@ -32,11 +32,9 @@ http {
     ssl_certificate_key %1/own.pem;
     location / { root %1; }
     location /unknown/ { alias %1/; ssi on; ssi_types *; }
-    location /slow/ { alias %1/; limit_rate 24k; }
     location /whole/ { alias %1/; max_ranges 0; }
     location /moved/ { rewrite ^/moved/(.*) /again/$1 redirect; }
     location /again/ { rewrite ^/again/(.*) http://127.0.0.1:%2/$1 permanent; }
-    location /loop/ { rewrite ^ /loop/ redirect; }
     location /refused/ { alias %1/; if ($http_range) { return 416; } }
   }
 }

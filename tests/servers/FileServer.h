@@ -23,9 +23,8 @@ public:
     // ffmpeg can't.
     bool make(const QString &name, const QString &options) const;
 
-    // `way` is how the file is served: as it is (an empty text), "unknown" without its length, "slow" at
-    // 24 KiB a second, "whole" without ranges, "moved" behind two redirects, "loop" behind endless ones,
-    // "refused" with status 416 for a range.
+    // `way` is how the file is served: as it is (an empty text), "unknown" without its length, "whole"
+    // without ranges, "moved" behind two redirects, "refused" with status 416 for a range.
     QString url(const QString &name, const QString &way = {}) const;
     QString secureUrl(const QString &name) const;
     // The lines of the requests that have ended: range and status.

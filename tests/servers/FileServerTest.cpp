@@ -26,15 +26,6 @@ struct FileServerTest : testing::Test
         EXPECT_EQ(player->errorCode(), 0);
         return player.sound();
     }
-    // What ends without sound has this code.
-    static void fails(const QString &url, AudioStreamerErrorCode code)
-    {
-        FilePlayer player(url);
-        player->start();
-        EXPECT_TRUE(player.ends());
-        EXPECT_EQ(player->errorCode(), code);
-        EXPECT_TRUE(player.sound().empty());
-    }
     // The sound of the file as it lies there.
     std::vector<float> expected(const QString &name = "a.wav")
     {
@@ -67,11 +58,15 @@ TEST_F(FileServerTest, TakesAnyCertificate)
 
 TEST_F(FileServerTest, FailsWithoutAFile)
 {
-    fails(server.url("none.wav"), AudioStreamerErrorAudioDataNotFound);
-    fails(server.url("a.wav", "loop"), AudioStreamerErrorAudioDataNotFound);
-    const QString url = server.url("a.wav");
-    server.end();
-    fails(url, AudioStreamerErrorAudioDataNotFound);
+    for (const bool isThere : {true, false}) {
+        FilePlayer player(server.url("none.wav"));
+        player->start();
+        EXPECT_TRUE(player.ends());
+        EXPECT_EQ(player->errorCode(), AudioStreamerErrorAudioDataNotFound);
+        EXPECT_TRUE(player.sound().empty());
+        if (isThere)
+            server.end();
+    }
 }
 
 TEST_F(FileServerTest, SeeksByARangeOrThroughWhatComes)
@@ -88,23 +83,6 @@ TEST_F(FileServerTest, SeeksByARangeOrThroughWhatComes)
     FilePlayer player(server.url("a.wav", "refused"));
     ASSERT_TRUE(player.begins());
     player->seekToTime(5);
-    ASSERT_TRUE(player.ends());
-    EXPECT_EQ(player->errorCode(), AudioStreamerErrorAudioDataNotFound);
-}
-
-TEST_F(FileServerTest, PlaysASlowFileWithGaps)
-{
-    ASSERT_TRUE(server.make("short.wav", "-t 0.6 -c:a pcm_s16le"));
-    expectSameSound(played(server.url("short.wav", "slow")), expected("short.wav"));
-}
-
-TEST_F(FileServerTest, FailsWhenTheServerGoes)
-{
-    FilePlayer player(server.url("a.wav", "slow"));
-    player->start();
-    ASSERT_TRUE(waitUntil([&] { return player->isPlaying() || player->isWaiting(); }));
-    ASSERT_TRUE(waitUntil([&] { return player->calculatedBitRate() > 0; }));
-    server.end();
     ASSERT_TRUE(player.ends());
     EXPECT_EQ(player->errorCode(), AudioStreamerErrorAudioDataNotFound);
 }

@@ -59,25 +59,6 @@ TEST(AudioStreamerTest, StartsWithFifteenBuffersOrAtTheEndOfTheFile)
     }
 }
 
-TEST(AudioStreamerTest, PausesAndGoesOn)
-{
-    ScriptedServer server(answer(longFile));
-    StreamerUnderTest player(server.url());
-    player->pause();
-    EXPECT_TRUE(player->isIdle());
-    ASSERT_TRUE(player.plays());
-    player->pause();
-    EXPECT_TRUE(player->isPaused());
-    EXPECT_FALSE(player->isWaiting());
-    EXPECT_EQ(player.queue().calls().last(), "pause");
-    player->pause();
-    EXPECT_TRUE(player->isPlaying());
-    EXPECT_EQ(player.queue().calls().last(), "start");
-    player->pause();
-    player->start();
-    EXPECT_TRUE(player->isPlaying());
-}
-
 TEST(AudioStreamerTest, HoldsAnEndThatComesInAPause)
 {
     const ScriptedServer server(Script{Send{httpHead("Content-Length: 31000\r\n") + numbered(30'500)},
@@ -87,7 +68,8 @@ TEST(AudioStreamerTest, HoldsAnEndThatComesInAPause)
     player->pause();
     const_cast<ScriptedServer &>(server).release();
     EXPECT_FALSE(player.reachesWithin(AudioStreamerStateStopping, 0.5));
-    player->pause();
+    EXPECT_EQ(player.queue().calls().last(), "pause");
+    player->start();
     EXPECT_TRUE(player.reaches(idle));
     EXPECT_EQ(player.queue().played().size(), 31'000);
 }

@@ -34,10 +34,6 @@ TEST(AudioStreamerErrorTest, HasATextForEachCode)
     EXPECT_EQ(texts[22], texts[19]);
     texts.removeDuplicates();
     EXPECT_EQ(texts.size(), 21);
-}
-
-TEST(AudioStreamerErrorTest, LogsTheStatusOnlyWhenThereIsOne)
-{
     EXPECT_EQ(failureText(AudioStreamerErrorFileStreamParseBytes, 0), "Parse bytes failed.");
     EXPECT_EQ(failureText(AudioStreamerErrorFileStreamOpen, 0x7479703F),
               "Open audio file stream failed. err: typ? 1954115647\n");
