@@ -139,7 +139,8 @@ void PulseAudioServer::streamHasFailed()
 
 void PulseAudioServer::awaitUncork(PulseAudioHandle<pa_stream> stream, std::function<void()> ended)
 {
-    Waiting &waiting = m_waiting.emplace_back(std::move(stream), std::move(ended));
+    m_waiting.push_back({std::move(stream), std::move(ended)});
+    Waiting &waiting = m_waiting.back();
     pa_stream_set_underflow_callback(waiting.stream.get(), nullptr, nullptr);
     pa_stream_set_started_callback(waiting.stream.get(), nullptr, nullptr);
     pa_stream_set_event_callback(
