@@ -157,11 +157,11 @@ void PulseAudioDevice::serverAnswers(pa_context &context)
 
 PulseAudioHandle<pa_stream> PulseAudioDevice::newStream(pa_context &context)
 {
-    const pa_sample_spec specification{PA_SAMPLE_FLOAT32NE, uint32_t(sampleRate()), uint8_t(channels())};
+    const pa_sample_spec sampleFormat{PA_SAMPLE_FLOAT32NE, uint32_t(sampleRate()), uint8_t(channels())};
     PulseAudioHandle<pa_proplist> properties(pa_proplist_new());
     pa_proplist_sets(properties.get(), PA_PROP_MEDIA_ROLE, "music");
-    PulseAudioHandle<pa_stream> stream(pa_stream_new_with_proplist(
-        &context, m_mediaName.constData(), &specification, nullptr, properties.get()));
+    PulseAudioHandle<pa_stream> stream(pa_stream_new_with_proplist(&context, m_mediaName.constData(),
+                                                                   &sampleFormat, nullptr, properties.get()));
     if (!stream)
         return nullptr;
     pa_stream_set_state_callback(
